@@ -1,0 +1,17 @@
+# Warnings, sanitizers and the linker, for every target of the project alike.
+add_library(vantrel_options INTERFACE)
+target_compile_options(vantrel_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough)
+target_include_directories(vantrel_options INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/src)
+target_compile_definitions(vantrel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+
+if(VANTREL_STRICT)
+    target_compile_options(vantrel_options INTERFACE
+        -Werror -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
+    target_link_options(vantrel_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+find_program(MOLD mold)
+if(MOLD)
+    target_link_options(vantrel_options INTERFACE -fuse-ld=mold)
+endif()

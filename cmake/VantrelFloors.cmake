@@ -1,0 +1,32 @@
+# vantrel_floor(NAME [BELOW floor...] [LIBRARIES lib...] [FORMS_LIBRARIES lib...])
+#
+# One engine library for each folder of src/, and one for its forms/ where it has windows. An engine library
+# never sees Qt Widgets, and a floor only links those that BELOW names, so the compiler keeps the border.
+function(vantrel_floor name)
+    cmake_parse_arguments(ARG "" "" "BELOW;LIBRARIES;FORMS_LIBRARIES" ${ARGN})
+    list(TRANSFORM ARG_BELOW PREPEND vantrel_ OUTPUT_VARIABLE below)
+    set(folder ${CMAKE_CURRENT_SOURCE_DIR}/${name})
+
+    file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+    if(sources)
+        add_library(vantrel_${name} STATIC ${sources})
+        target_link_libraries(vantrel_${name} PUBLIC vantrel_options ${below} ${ARG_LIBRARIES})
+    else()
+        add_library(vantrel_${name} INTERFACE)
+        target_link_libraries(vantrel_${name} INTERFACE vantrel_options ${below} ${ARG_LIBRARIES})
+    endif()
+
+    file(GLOB forms CONFIGURE_DEPENDS ${folder}/forms/*.cpp ${folder}/forms/*.h)
+    if(forms)
+        set(form_floors)
+        foreach(floor IN LISTS ARG_BELOW)
+            if(TARGET vantrel_${floor}_forms)
+                list(APPEND form_floors vantrel_${floor}_forms)
+            endif()
+        endforeach()
+        add_library(vantrel_${name}_forms STATIC ${forms})
+        set_target_properties(vantrel_${name}_forms PROPERTIES AUTOMOC ON)
+        target_link_libraries(vantrel_${name}_forms PUBLIC vantrel_${name} ${form_floors} Qt6::Widgets
+                              ${ARG_FORMS_LIBRARIES})
+    endif()
+endfunction()

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/currency.h"
+#include "platform/file_time.h"
+
+namespace vantrel {
+
+enum class Side : std::uint8_t { Left = 0, Right = 1 };
+inline constexpr std::array<Side, 2> kBothSides{Side::Left, Side::Right};
+constexpr Side Other(Side side) {
+    return side == Side::Left ? Side::Right : Side::Left;
+}
+constexpr std::size_t Index(Side side) {
+    return static_cast<std::size_t>(side);
+}
+// What exists once for each side: array[Index(side)].
+template <typename T>
+struct PerSide {
+    std::array<T, 2> values{};
+    T& operator[](Side side) { return values[Index(side)]; }
+    const T& operator[](Side side) const { return values[Index(side)]; }
+};
+
+// The number of a row's small icon, which is what all code tests.
+enum class ResultType : std::uint8_t {
+    None = 0,  // placeholder, sentinel
+    Newer = 1,
+    Older = 2,
+    Same = 3,
+    Orphan = 4,
+    Binary = 5,  // same date/time, different contents
+    IdenticalFolder = 6,
+    DifferentFolder = 7,
+    OrphanFolder = 8,
+};
+inline constexpr int kResultTypeCount = 8;
+// "Newer" ... "OrphanFolder"; empty for None.
+std::string_view ResultTypeText(ResultType type);
+
+enum class RowKind : std::uint8_t { Placeholder, Sentinel, Folder, File };
+
+inline constexpr std::string_view kNoComparisonResults = "No Comparison Results";
+// Marks the text of a folder row, of a sub-folder name and of a folder pattern. It is no separator.
+inline constexpr char kFolderMarker = '\\';
+
+// One line of a list. The texts belong to the pools of the list that holds the row. The texts of size and
+// date are made from the values when they are shown (row_texts.h), never stored.
+struct ResultRow {
+    std::string_view text;  // file name; folder marker and name; empty; or the sentinel's text
+    std::string_view
+        realName;           // name on this side's disk, without marker; can differ from text in letter case
+    std::string_view key;   // left empty by the comparison
+    Currency size;          // bytes as the pane shows them: 0 where the size is not above 0
+    FileTime lastWrite;     // UTC; meaningful for files only
+    std::uint32_t tag = 0;  // visible rows: number of the same row in its hold list, from 1; 0 elsewhere
+    ResultType type = ResultType::None;
+    RowKind kind = RowKind::Placeholder;
+    bool selected = false;
+
+    // A real row stands for an object: it counts in totals and can be selected.
+    bool IsReal() const { return kind == RowKind::File || kind == RowKind::Folder; }
+};
+
+}  // namespace vantrel

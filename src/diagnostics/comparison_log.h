@@ -1,0 +1,37 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "platform/clock.h"
+#include "platform/error.h"
+#include "platform/file_system.h"
+#include "platform/locale_formats.h"
+#include "platform/support_files.h"
+
+namespace vantrel {
+
+// ERRORLOG.TXT in the program folder: what went wrong during the last comparison.
+class ComparisonLog {
+  public:
+    ComparisonLog(const FileSystem& files, const ProgramFolders& folders, Clock& clock,
+                  const LocaleFormats& locale)
+        : files_(files), folders_(folders), clock_(clock), locale_(locale) {}
+
+    std::string Path() const;
+    // An empty file, in place of any old one.
+    Error Recreate();
+    // One entry: a blank line, date and time, "Errors encountered during comparison", and the lines given.
+    Error Append(std::initializer_list<std::string_view> lines);
+    // One line that is no error, such as a name left out beside its twin.
+    Error AppendNote(std::string_view line);
+
+  private:
+    const FileSystem& files_;
+    const ProgramFolders& folders_;
+    Clock& clock_;
+    const LocaleFormats& locale_;
+};
+
+}  // namespace vantrel

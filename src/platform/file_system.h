@@ -1,0 +1,162 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/file_time.h"
+#include "platform/system_calls.h"
+
+namespace vantrel {
+
+// Which file an entry is, whatever its name: device and inode.
+struct FileId {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    friend constexpr auto operator<=>(const FileId&, const FileId&) = default;
+};
+
+enum class EntryKind : std::uint8_t {
+    File,
+    Folder,
+    Other,  // FIFO, socket, device, or a link that leads nowhere: never opened, passed over by scans
+};
+
+// Attribute bits, with the values of the texts.
+enum Attribute : std::uint8_t {
+    kReadOnly = 1,  // no write permission for the owner
+    kHidden = 2,    // a leading dot, or the DOS attribute where the file system carries one
+    kSystem = 4,    // the DOS attribute
+    kDirectory = 16,
+};
+
+enum class LinkPolicy { Follow, DoNotFollow };
+
+struct FileInfo {
+    EntryKind kind = EntryKind::Other;
+    bool isLink =
+        false;  // the entry itself is a symbolic link; the rest tells of what it leads to under Follow
+    std::uint8_t attributes = 0;            // of Attribute
+    std::uint32_t mode = 0;                 // permission bits
+    std::uint64_t size = 0;                 // bytes
+    FileTime created, accessed, lastWrite;  // UTC; created is 0 ticks where the file system has none
+    FileId id;
+    std::uint64_t linkCount = 0;
+    std::uint32_t owner = 0, group = 0;
+};
+
+// One entry of a listing. The name is in the engine's form and valid during the call of the sink only.
+struct FolderEntry {
+    std::string_view name;
+    EntryKind kind = EntryKind::Other;
+    bool isLink = false;
+    std::uint8_t attributes = 0;
+    std::uint64_t size = 0;
+    FileTime lastWrite;
+    FileId id;
+};
+
+// Called for each entry but "." and ".."; false stops the listing, which is no error.
+using EntrySink = std::function<bool(const FolderEntry&)>;
+
+class FileSystem;
+
+// A folder held open: its listing and the stats of its entries are made relative to it, and it stays the same
+// folder whatever happens to its path meanwhile. Links are followed for kind, size and time.
+class OpenFolder {
+  public:
+    OpenFolder() = default;
+    OpenFolder(OpenFolder&&) noexcept;
+    OpenFolder& operator=(OpenFolder&&) noexcept;
+    ~OpenFolder();
+
+    FileId Id() const { return id_; }
+    bool IsOpen() const { return fd_ >= 0; }
+    // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
+    // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
+    // out; one that cannot be looked at is handed out as EntryKind::Other.
+    Error ForEach(const EntrySink& sink);
+    // Opens the sub-folder `name`, following a link.
+    Error OpenSub(std::string_view name, OpenFolder& out) const;
+
+  private:
+    friend class FileSystem;
+    SystemCalls* calls_ = nullptr;
+    int fd_ = -1;
+    FileId id_;
+    bool hasDosAttributes_ = false;
+};
+
+// A regular file open for reading. Never anything else: FIFOs, devices and sockets are refused without
+// waiting.
+class ReadFile {
+  public:
+    ReadFile() = default;
+    ReadFile(ReadFile&&) noexcept;
+    ReadFile& operator=(ReadFile&&) noexcept;
+    ~ReadFile();
+
+    std::uint64_t Size() const { return size_; }  // as it was when opened
+    // Reads up to `size` bytes at `offset`, going on after short reads; `got` is less than `size` only at the
+    // file's end.
+    Error ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std::size_t& got);
+    // Tells the kernel that the first `length` bytes (0: all) are wanted soon.
+    void AnnounceReading(std::uint64_t length = 0);
+
+  private:
+    friend class FileSystem;
+    SystemCalls* calls_ = nullptr;
+    int fd_ = -1;
+    std::uint64_t size_ = 0;
+};
+
+// The files and folders of this machine. All paths are absolute and in the engine's form; a trailing "/" is
+// allowed. Paths may be longer than the system's limit for one call.
+class FileSystem {
+  public:
+    explicit FileSystem(SystemCalls& calls) : calls_(calls) {}
+    SystemCalls& Calls() const { return calls_; }
+
+    Error Open(std::string_view folder, OpenFolder& out) const;
+    Error OpenForReading(std::string_view file, ReadFile& out) const;
+    Error Stat(std::string_view path, LinkPolicy links, FileInfo& out) const;
+
+    bool FolderExists(std::string_view path) const;  // a folder, or a link to one
+    bool FileExists(std::string_view path) const;    // a regular file, or a link to one
+    bool Exists(std::string_view path) const;        // anything at all, also a link that leads nowhere
+
+    Error CreateFolder(std::string_view path) const;  // one level; mode 0777 less the umask
+    Error RemoveFile(std::string_view path) const;    // never a folder; the link, not what it leads to
+    Error RemoveEmptyFolder(std::string_view path) const;
+    Error Rename(std::string_view from, std::string_view to, bool replace) const;
+
+    // Only the fields that are set are changed. The time of creation cannot be set here: it is left out
+    // without an error.
+    struct NewTimes {
+        const FileTime* accessed = nullptr;
+        const FileTime* lastWrite = nullptr;
+    };
+    Error SetTimes(std::string_view path, NewTimes times) const;
+
+    // Whole small files, for settings, logs and support files. Reading more than `limit` bytes is an error.
+    Error ReadWholeFile(std::string_view path, std::size_t limit, std::string& out) const;
+    // Writes a temporary file in the same folder, flushes it, and renames it over `path`: after a kill the
+    // old file stands, or the new one. Mode and owner of an existing file are kept; a link is written
+    // through.
+    Error ReplaceFile(std::string_view path, std::string_view content) const;
+    // Appends in one write, creating the file where it is missing.
+    Error AppendToFile(std::string_view path, std::string_view content) const;
+
+  private:
+    // An open descriptor of the folder that holds the last part of `path`, reached in steps where the path is
+    // long.
+    Error OpenParent(std::string_view path, int& fd, std::string& lastPart) const;
+    SystemCalls& calls_;
+};
+
+}  // namespace vantrel

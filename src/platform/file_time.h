@@ -1,0 +1,38 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+namespace vantrel {
+
+// A file time: 100-nanosecond ticks since 1601-01-01 00:00. Times before that are negative. Whether it is UTC
+// or local is said by who hands it out: all that comes from the file system is UTC.
+struct FileTime {
+    std::int64_t ticks = 0;
+
+    static constexpr std::int64_t kTicksPerSecond = 10'000'000;
+    // Seconds from 1601-01-01 to 1970-01-01.
+    static constexpr std::int64_t kUnixEpochSeconds = 11'644'473'600;
+
+    static constexpr FileTime FromWords(std::int32_t high, std::int32_t low) {
+        return {static_cast<std::int64_t>(static_cast<std::uint64_t>(static_cast<std::uint32_t>(high)) << 32 |
+                                          static_cast<std::uint32_t>(low))};
+    }
+    constexpr std::int32_t High() const { return static_cast<std::int32_t>(ticks >> 32); }
+    constexpr std::int32_t Low() const { return static_cast<std::int32_t>(ticks & 0xFFFFFFFF); }
+
+    // From and to a Unix time stamp; what lies outside the range of ticks becomes the nearest end of it.
+    // Nanoseconds below a tick are cut, towards the past.
+    static FileTime FromUnix(std::int64_t seconds, std::uint32_t nanoseconds);
+    // `nanoseconds` is 0 to 999,999,900.
+    void ToUnix(std::int64_t& seconds, std::uint32_t& nanoseconds) const;
+
+    friend constexpr auto operator<=>(FileTime, FileTime) = default;
+};
+
+// The same instant as the clock on the wall showed it, by the rules of the local zone at that instant, and
+// back.
+FileTime FileTimeToLocalFileTime(FileTime utc);
+FileTime LocalFileTimeToFileTime(FileTime local);
+
+}  // namespace vantrel

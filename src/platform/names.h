@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantrel {
+
+// Names on disk are bytes. In the engine a name is valid UTF-8 without backslash, control character (U+0001
+// to U+001F, U+007F to U+009F) or invalid sequence. A byte that the engine's form cannot hold is carried as
+// the character U+10F800 + byte; so is every byte of a name that happens to hold such a character already,
+// which makes the mapping one to one. Both functions work on whole paths as well, since "/" maps to itself.
+std::string NameFromSystem(std::string_view bytes);
+std::string NameToSystem(std::string_view name);
+
+// True when NameFromSystem(bytes) == bytes, which is the case for nearly every name there is.
+bool IsPlainName(std::string_view bytes);
+
+// A path as a person typed or pasted it: "~/" at its head is the home folder, and what the engine's form
+// cannot hold is carried; characters of the carrying range are kept, so that a shown path can be typed again.
+std::string PathFromUser(std::string_view text);
+
+// For the screen only: carried bytes and characters that would disturb a line (bidirectional overrides) shown
+// as visible stand-ins.
+std::string DisplayName(std::string_view name);
+
+// Simple Unicode case folding, one code point to one. Two names are the same to the system when their keys
+// are equal; lists are sorted by the bytes of the key, which is the order of its code points.
+std::string FoldCase(std::string_view name);
+// Appends the folded form to `to`; the cheap form for many names.
+void AppendFolded(std::string_view name, std::string& to);
+bool EqualIgnoringCase(std::string_view a, std::string_view b);
+// Below, equal or above 0 as for the folded texts.
+int CompareIgnoringCase(std::string_view a, std::string_view b);
+
+// The "like" rule, case ignored: "*" any run, "?" one character, "#" one digit, "[abc]" or "[a-z]" one of a
+// set, "[!abc]" one not in the set. A "[" without its "]" stands for itself. The work is bounded by |name| *
+// |pattern|.
+bool Like(std::string_view name, std::string_view pattern);
+
+}  // namespace vantrel
