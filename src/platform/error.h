@@ -48,6 +48,12 @@ class [[nodiscard]] Error {
     const std::string& Description() const { return description_; }
     // The operating system's own number (errno), 0 where the system was not asked.
     int SystemNumber() const { return systemNumber_; }
+    // The same error with another text for the user; number and system number stay.
+    Error WithDescription(std::string description) const {
+        Error error = *this;
+        error.description_ = std::move(description);
+        return error;
+    }
 
   private:
     ErrorNumber number_ = ErrorNumber::None;
