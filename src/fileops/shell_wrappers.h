@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/ports.h"
+#include "platform/shell_operations.h"
+
+namespace vantrel {
+
+// The doors through which every change of objects on the user's command goes: one call of the shell service,
+// and the box that tells what became of it.
+class ShellWrappers {
+  public:
+    ShellWrappers(ShellOperations& shell, MessagePort& messages) : shell_(shell), messages_(messages) {}
+
+    struct Options {
+        bool confirm = true;            // ask before overwriting, and say at the end that it was done
+        bool silent = false;            // no progress, no error boxes
+        bool targetIsFullPath = false;  // CopyFiles, MoveFiles: a pair of paths instead of a target folder
+    };
+
+    // Each sets `aborted`: anything was cancelled, skipped or failed. Each gives the service's result.
+    ShellResult CopyFiles(std::vector<std::string> sources, std::string_view target, Options options,
+                          bool& aborted);
+    ShellResult MoveFiles(std::vector<std::string> sources, std::string_view target, Options options,
+                          bool& aborted);
+    ShellResult RecycleFiles(std::vector<std::string> sources, Options options, bool& aborted);
+    ShellResult DeleteFilesPermanently(std::vector<std::string> sources, Options options, bool& aborted);
+    // `source` and `target` are full paths. An object that stands at `target` is never replaced.
+    ShellResult RenameFile(std::string_view source, std::string_view target, bool confirm, bool showErrors);
+
+    ShellOperations& Shell() const { return shell_; }
+
+  private:
+    ShellResult Finish(ShellRequest request, const Options& options, const std::string& successText,
+                       const std::string& successTitle, bool& aborted);
+    void ShowApiError(const ShellResult& result);
+
+    ShellOperations& shell_;
+    MessagePort& messages_;
+};
+
+}  // namespace vantrel
