@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/clock.h"
@@ -37,6 +38,9 @@ class CPerformanceCheck {
                                      std::string_view notes);
 
   private:
+    std::string Entry(const LocaleFormats& locale, std::string_view what, std::string_view changes,
+                      std::string_view notes) const;
+
     Clock& clock_;
     std::optional<std::uint32_t> start_, end_;
 };
