@@ -152,10 +152,11 @@ class FileSystem {
     // Appends in one write, creating the file where it is missing.
     Error AppendToFile(std::string_view path, std::string_view content) const;
 
-  private:
     // An open descriptor of the folder that holds the last part of `path`, reached in steps where the path is
-    // long.
+    // long; the caller closes it. `lastPart` is in the system's bytes.
     Error OpenParent(std::string_view path, int& fd, std::string& lastPart) const;
+
+  private:
     SystemCalls& calls_;
 };
 

@@ -46,6 +46,11 @@ class SystemCalls {
     virtual ssize_t ListXattr(int fd, char* buffer, std::size_t size);
     virtual ssize_t GetXattr(int fd, const char* name, void* buffer, std::size_t size);
     virtual int SetXattr(int fd, const char* name, const void* value, std::size_t size);
+    virtual int RemoveXattr(int fd, const char* name);
+    virtual int Lock(int fd, int operation);  // flock
+    // Asks the kernel to begin writing these bytes out, without waiting for it.
+    virtual int StartWriting(int fd, off_t offset, off_t length);
+    virtual int ProcessExists(pid_t process);  // -ESRCH: there is none of this number
     virtual int Ioctl(int fd, unsigned long request, void* argument);
     virtual int StatVfs(const char* path, struct statvfs& out);
     virtual int Access(const char* path, int mode);
