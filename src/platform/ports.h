@@ -21,7 +21,7 @@ struct Message {
     std::string text;  // lines end in CR LF
     MessageIcon icon = MessageIcon::None;
     MessageButtons buttons = MessageButtons::Ok;
-    std::optional<MessageAnswer> defaultAnswer;  // the first button where there is none
+    std::optional<MessageAnswer> defaultAnswer = std::nullopt;  // the first button where there is none
 };
 
 // The shared confirmation dialog of file operations, with its details of one line for each name.
