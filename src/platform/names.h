@@ -7,8 +7,10 @@ namespace vantrel {
 
 // Names on disk are bytes. In the engine a name is valid UTF-8 without backslash, control character (U+0001
 // to U+001F, U+007F to U+009F) or invalid sequence. A byte that the engine's form cannot hold is carried as
-// the character U+10F800 + byte; so is every byte of a name that happens to hold such a character already,
-// which makes the mapping one to one. Both functions work on whole paths as well, since "/" maps to itself.
+// the character U+10F800 + byte; so is each of the four bytes of such a character that stands in a name on
+// disk already, which makes the mapping one to one. Both functions work on whole paths as well, since "/"
+// maps to itself. A character that claims to carry printable ASCII (other than a backslash) is no carrier: it
+// stands for itself in both directions.
 std::string NameFromSystem(std::string_view bytes);
 std::string NameToSystem(std::string_view name);
 
@@ -16,11 +18,12 @@ std::string NameToSystem(std::string_view name);
 bool IsPlainName(std::string_view bytes);
 
 // A path as a person typed or pasted it: "~/" at its head is the home folder, and what the engine's form
-// cannot hold is carried; characters of the carrying range are kept, so that a shown path can be typed again.
+// cannot hold is carried; characters of the carrying range are kept, so that a path once read can be given
+// again. The text ends at its first NUL.
 std::string PathFromUser(std::string_view text);
 
-// For the screen only: carried bytes and characters that would disturb a line (bidirectional overrides) shown
-// as visible stand-ins.
+// For the screen only: carried bytes and characters that would disturb a line (bidirectional overrides, line
+// separators) shown as visible stand-ins. A carried backslash is shown as one.
 std::string DisplayName(std::string_view name);
 
 // Simple Unicode case folding, one code point to one. Two names are the same to the system when their keys
@@ -33,8 +36,9 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b);
 int CompareIgnoringCase(std::string_view a, std::string_view b);
 
 // The "like" rule, case ignored: "*" any run, "?" one character, "#" one digit, "[abc]" or "[a-z]" one of a
-// set, "[!abc]" one not in the set. A "[" without its "]" stands for itself. The work is bounded by |name| *
-// |pattern|.
+// set, "[!abc]" one not in the set. A set ends at the first "]"; "-" at its head or end, and "!" alone in it,
+// stand for themselves; "[]" stands for no character at all. A "[" without its "]" stands for itself. A
+// character is a code point. The work is bounded by |name| * |pattern|.
 bool Like(std::string_view name, std::string_view pattern);
 
 }  // namespace vantrel
