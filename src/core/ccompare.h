@@ -17,7 +17,8 @@ class CCompare {
     bool RunningCompare = false;
     bool ErrorsDuringCompare = false;  // at least one error went to ERRORLOG.TXT
     bool CompareCancelled =
-        false;  // the user pressed ESC, or the run failed a check; kept until the next run
+        false;                    // the user pressed ESC, or the run failed a check; kept until the next run
+    bool SlowConnection = false;  // a scan took long for few files; cleared by each run
     bool ExcludeHiddenFiles = false;
     bool ExcludeSystemFiles = false;
     bool IgnoreFAT_NTFS_DaylightSavings = false;

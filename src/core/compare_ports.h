@@ -15,7 +15,8 @@ class CompareProgress {
     virtual void Show() = 0;
     virtual void SetMessage(std::string_view text) = 0;   // lblMessage
     virtual void SetFileName(std::string_view text) = 0;  // lblFileName; a name or path in the engine's form
-    virtual void SetBarRange(std::int64_t maximum) = 0;   // the minimum is 0
+    // The minimum is 0. A maximum of 0 says that the end is not known: a busy bar, whose value only counts.
+    virtual void SetBarRange(std::int64_t maximum) = 0;
     virtual void SetBarValue(std::int64_t value) = 0;
     virtual void SetAnimation(
         std::string_view supportFile) = 0;  // "scanfiles.avi"; a missing file leaves the place empty

@@ -60,6 +60,9 @@ struct ResultRow {
     ResultType type = ResultType::None;
     RowKind kind = RowKind::Placeholder;
     bool selected = false;
+    // Folder rows: a part of the tree could not be looked into. Its size is that of the known part, and what
+    // is missing from it must not be concluded to be missing on the disk.
+    bool incomplete = false;
 
     // A real row stands for an object: it counts in totals and can be selected.
     bool IsReal() const { return kind == RowKind::File || kind == RowKind::Folder; }

@@ -55,6 +55,9 @@ struct FolderEntry {
     std::string_view name;
     EntryKind kind = EntryKind::Other;
     bool isLink = false;
+    // It stands in the folder, but the system would not tell what it is or leads to. A link that leads
+    // nowhere is not unknown. The kind is Other.
+    bool unknown = false;
     std::uint8_t attributes = 0;
     std::uint64_t size = 0;
     FileTime lastWrite;
@@ -79,7 +82,7 @@ class OpenFolder {
     bool IsOpen() const { return fd_ >= 0; }
     // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
     // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
-    // out; one that cannot be looked at is handed out as EntryKind::Other.
+    // out; one that cannot be looked at is handed out as unknown.
     Error ForEach(const EntrySink& sink);
     // Opens the sub-folder `name`, following a link.
     Error OpenSub(std::string_view name, OpenFolder& out) const;
