@@ -87,7 +87,7 @@ void ResultList::SharePool(std::shared_ptr<const TextPool> pool) {
 }
 
 std::size_t ResultList::MemoryUsed() const {
-    std::size_t bytes = rows_.capacity() * sizeof(ResultRow);
+    std::size_t bytes = MemoryOfRows();
     for (const auto& pool : pools_) bytes += pool->Capacity();
     return bytes;
 }

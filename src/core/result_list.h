@@ -41,6 +41,8 @@ class ResultList {
     void SharePool(std::shared_ptr<const TextPool> pool);
     // Bytes that rows and pools take.
     std::size_t MemoryUsed() const;
+    // Bytes that the rows take without their texts.
+    std::size_t MemoryOfRows() const { return rows_.capacity() * sizeof(ResultRow); }
 
     void Swap(ResultList& other) noexcept;
 

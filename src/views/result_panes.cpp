@@ -1,0 +1,192 @@
+#include "views/result_panes.h"
+
+#include <algorithm>
+
+namespace vantrel {
+
+ResultPanes::ResultPanes(CViewSelections& viewSelections, ErrorReporter& reporter, MessagePort& messages)
+    : viewSelections_(viewSelections), reporter_(reporter), messages_(messages) {
+}
+
+ResultList* ResultPanes::GetCorrespondingHoldListView(const PaneList* list) {
+    for (Side side : kBothSides)
+        if (list == &panes_[side]) return &hold_[side];
+    return nullptr;
+}
+
+bool ResultPanes::ShowsNoResult() const {
+    return panes_[Side::Left].Rows().IsSentinel() && panes_[Side::Right].Rows().IsSentinel();
+}
+
+PerSide<ResultList> ResultPanes::RowsOfView() const {
+    const std::size_t count = hold_[Side::Left].Count();
+    if (hold_[Side::Right].Count() != count)
+        throw ErrorException(Error(ErrorNumber::Raised, "The lists of the two sides differ in length."));
+    const bool all = viewSelections_.ViewType() == kViewAll;
+    const auto passes = [&](Side side, std::size_t i) { return viewSelections_.Shows(hold_[side][i].type); };
+
+    std::size_t shown = count;
+    if (!all) {
+        shown = 0;
+        for (std::size_t i = 0; i < count; ++i) shown += passes(Side::Left, i) || passes(Side::Right, i);
+    }
+    PerSide<ResultList> rows;
+    for (Side side : kBothSides) {
+        rows[side].ShareTexts(hold_[side]);
+        rows[side].Reserve(shown);
+        for (std::size_t i = 0; i < count; ++i) {
+            if (all || passes(side, i)) {
+                ResultRow& row = rows[side].Add(hold_[side][i]);
+                row.tag = static_cast<std::uint32_t>(i + 1);
+                row.selected = false;
+            } else if (passes(Other(side), i)) {
+                rows[side].AddPlaceholder();
+            }
+        }
+    }
+    return rows;
+}
+
+void ResultPanes::ApplyViewTypes() {
+    if (hold_[Side::Left].IsSentinel()) return;
+    const BusyPointer busy(*this);
+    reporter_.Guard("frmMain.ApplyViewTypes", [this] {
+        // The old rows go first, so that never three generations of a large result are held.
+        for (Side side : kBothSides) {
+            ResultList none;
+            panes_[side].TakeRows(none);
+        }
+        aligned_ = tagged_ = true;
+        // Also after a failure the windows must let go of rows that are no more.
+        try {
+            PerSide<ResultList> rows = RowsOfView();
+            for (Side side : kBothSides) panes_[side].TakeRows(rows[side]);
+        } catch (...) {
+            Tell([](ResultPanesObserver& observer) { observer.RowsReset(); });
+            throw;
+        }
+        Tell([](ResultPanesObserver& observer) { observer.RowsReset(); });
+        viewText_ = ViewTypeText(viewSelections_.ViewType());
+        SetStatusTexts(TotalsText(panes_[Side::Left]), TotalsText(panes_[Side::Right]));
+    });
+}
+
+void ResultPanes::RemoveListItemsAndShowNoCompareMsg() {
+    if (hold_[Side::Left].IsSentinel()) return;
+    reporter_.Guard("frmMain.RemoveListItemsAndShowNoCompareMsg", [this] {
+        for (Side side : kBothSides) hold_[side].SetToSentinel();
+        for (Side side : kBothSides) {
+            ResultList sentinel;
+            sentinel.SetToSentinel();
+            panes_[side].TakeRows(sentinel);
+        }
+        aligned_ = tagged_ = true;
+        Tell([](ResultPanesObserver& observer) { observer.RowsReset(); });
+        SetStatusTexts({}, {});
+    });
+}
+
+void ResultPanes::ExchangePanes() {
+    reporter_.Guard("frmMain.ExchangePanes", [this] {
+        PerSide<ResultList> rows;
+        for (Side side : kBothSides) rows[side].Swap(panes_[side].rows_);
+        lvwForSwap_.Swap(rows[Side::Left]);
+        rows[Side::Left].Swap(rows[Side::Right]);
+        rows[Side::Right].Swap(lvwForSwap_);
+        lvwForSwap_.Clear();
+        for (Side side : kBothSides) {
+            for (ResultRow& row : rows[side]) row.tag = 0;
+            panes_[side].TakeRows(rows[side]);
+        }
+        tagged_ = false;
+        Tell([](ResultPanesObserver& observer) { observer.RowsReset(); });
+    });
+}
+
+void ResultPanes::ChooseView(std::int32_t viewType) {
+    if (!menusEnabled_) return;
+    checkedViewItem_ = viewType;
+    viewSelections_.SetViewType(viewType);
+    ApplyViewTypes();
+    Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
+}
+
+void ResultPanes::ChooseOtherView() {
+    if (!menusEnabled_) return;
+    checkedViewItem_ = kViewCustom;
+    Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
+    messages_.ShowInformationMessage(
+        "Custom View", "Use the icons in the center of the program to specify custom View options");
+}
+
+void ResultPanes::ToggleView(ResultType type) {
+    if (!menusEnabled_) return;
+    if (ShowsNoResult()) {
+        messages_.ShowInformationMessage("View Types",
+                                         "These buttons require that a comparison be run first");
+        return;
+    }
+    bool& flag = viewSelections_.Flag(type);
+    flag = !flag;
+    viewSelections_.SetViewType(viewSelections_.ViewTypeOfFlags());
+    DisplayViewSelections();
+    ApplyViewTypes();
+}
+
+void ResultPanes::DisplayViewSelections() {
+    checkedViewItem_ = viewSelections_.ViewType();
+    Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
+}
+
+void ResultPanes::SetStatusTexts(std::string left, std::string right) {
+    statusTexts_[Side::Left] = std::move(left);
+    statusTexts_[Side::Right] = std::move(right);
+    Tell([](ResultPanesObserver& observer) { observer.StatusTextsChanged(); });
+}
+
+bool ResultPanes::FaultOfPair(std::size_t row, std::string* why) const {
+    const char* fault = nullptr;
+    const ResultRow& left = panes_[Side::Left][row];
+    const ResultRow& right = panes_[Side::Right][row];
+    if (!left.IsReal() && !right.IsReal()) fault = "a pair of two placeholders";
+    if (left.IsReal() && right.IsReal() && left.text != right.text) fault = "two names on one line";
+    if (left.tag != 0 && right.tag != 0 && left.tag != right.tag) fault = "halves of two pairs";
+    for (Side side : kBothSides) {
+        const ResultRow& visible = panes_[side][row];
+        if (!tagged_) continue;
+        if (visible.IsReal() && visible.tag == 0) fault = "a real row without a tag";
+        if (visible.tag > hold_[side].Count()) fault = "a tag behind the hold list's end";
+        if (fault || visible.tag == 0) continue;
+        const ResultRow& held = hold_[side][visible.tag - 1];
+        if (held.text != visible.text || held.type != visible.type || held.kind != visible.kind)
+            fault = "a tag that leads to another row";
+    }
+    if (fault && why) *why = "row " + std::to_string(row) + ": " + fault;
+    return fault != nullptr;
+}
+
+bool ResultPanes::IsConsistent(std::string* why) const {
+    if (!vantrel::IsConsistent(hold_, why)) return false;
+    for (Side side : kBothSides)
+        if (!panes_[side].IsConsistent(why)) return false;
+    if (!lvwForSwap_.IsEmpty()) {
+        if (why) *why = "the scratch list is not empty";
+        return false;
+    }
+    if (!aligned_ || ShowsNoResult()) return true;
+    if (panes_[Side::Left].Count() != panes_[Side::Right].Count()) {
+        if (why) *why = "panes of unequal length";
+        return false;
+    }
+    for (std::size_t row = 0; row < panes_[Side::Left].Count(); ++row)
+        if (FaultOfPair(row, why)) return false;
+    return true;
+}
+
+std::size_t ResultPanes::MemoryUsed() const {
+    std::size_t bytes = lvwForSwap_.MemoryUsed();
+    for (Side side : kBothSides) bytes += hold_[side].MemoryUsed() + panes_[side].Rows().MemoryOfRows();
+    return bytes;
+}
+
+}  // namespace vantrel
