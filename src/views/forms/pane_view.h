@@ -1,0 +1,102 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QList>
+#include <QPixmap>
+#include <QTableView>
+#include <QUrl>
+
+#include <array>
+#include <functional>
+#include <optional>
+
+#include "views/forms/pane_model.h"
+
+namespace vantrel {
+
+// Where the clicks and keys of a pane go: they change the rows of the PaneList that the pane shows.
+class PaneSelector {
+  public:
+    virtual ~PaneSelector() = default;
+    // While a job runs, a pane takes neither clicks nor keys; it can still be scrolled with the mouse.
+    virtual bool IsEnabled() const = 0;
+    virtual void Pressed() = 0;  // the mouse, before anything else
+    virtual void Click(std::optional<std::size_t> row, SelectionKeys keys) = 0;
+    virtual void MoveTo(std::size_t row, SelectionKeys keys) = 0;
+    virtual void SelectAll() = 0;
+    virtual void DeselectAll() = 0;
+};
+
+// A result pane: a table whose selection lives in the rows of its list. All rows are of one height, columns
+// are never sized to contents, and a click on a header does nothing.
+class PaneView : public QTableView {
+    Q_OBJECT
+  public:
+    // `model` and `selector` must outlive the view.
+    PaneView(PaneModel& model, PaneSelector& selector, QWidget* parent = nullptr);
+
+    const PaneList& List() const { return model_.List(); }
+
+    // Pixels, of the three columns.
+    using Widths = std::array<int, PaneModel::ColumnCount>;
+    Widths ColumnWidths() const;
+    void SetColumnWidths(const Widths& widths);  // a width that is not above 0 leaves its column
+    void SetPaneFont(const QFont& font);
+    // The picture tiled behind the rows; a file that is missing or no picture leaves the pane plain.
+    void SetBackground(const QString& path);
+
+    // The rows are others now: shows them from the top.
+    void ShowNewRows();
+    // The selection or the selected item changed.
+    void ShowSelection();
+    void EnsureVisible(std::size_t row);
+    // Row at the top of the visible part, and the way to bring it there.
+    int TopItem() const;
+    void SetTopItem(int row);
+    std::optional<std::size_t> RowAt(const QPoint& position) const;  // of the viewport
+
+  Q_SIGNALS:
+    void RowActivated(std::size_t row);  // double click or Enter on a real row
+    void MenuRequested(const QPoint& globalPosition);
+    void DeleteRequested(bool permanently);
+    void DragRequested();  // out of the pane, over a selected row
+    void UrisDropped(const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
+    void ScrolledByBar(int topItem);  // by the scroll bar only, not by wheel or keys
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyboardSearch(const QString& text) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void SetUpLook();
+    void FitRowHeight();
+    bool HandleMoveKey(const QKeyEvent& event);
+    bool HandleCommandKey(const QKeyEvent& event);
+    int RowsOnPage() const;
+
+    PaneModel& model_;
+    PaneSelector& selector_;
+    QPixmap background_;
+    QPoint pressedAt_;
+    std::optional<std::size_t> clickOnRelease_;  // a press on a selected row may begin a drag
+    SelectionKeys releaseKeys_;
+    bool mayDrag_ = false;
+    QString searchText_;
+    QElapsedTimer searchClock_;
+};
+
+}  // namespace vantrel
