@@ -4,8 +4,9 @@
 
 namespace vantrel {
 
-ResultPanes::ResultPanes(CViewSelections& viewSelections, ErrorReporter& reporter, MessagePort& messages)
-    : viewSelections_(viewSelections), reporter_(reporter), messages_(messages) {
+ResultPanes::ResultPanes(HoldLists& hold, CViewSelections& viewSelections, ErrorReporter& reporter,
+                         MessagePort& messages)
+    : hold_(hold), viewSelections_(viewSelections), reporter_(reporter), messages_(messages) {
 }
 
 ResultList* ResultPanes::GetCorrespondingHoldListView(const PaneList* list) {

@@ -30,13 +30,13 @@ class ResultPanesObserver {
 // ShowOnlySelectedObjects.
 class ResultPanes {
   public:
-    ResultPanes(CViewSelections& viewSelections, ErrorReporter& reporter, MessagePort& messages);
+    // `hold`, which comparisons fill, and all else must outlive the panes.
+    ResultPanes(HoldLists& hold, CViewSelections& viewSelections, ErrorReporter& reporter,
+                MessagePort& messages);
     ResultPanes(const ResultPanes&) = delete;
     ResultPanes& operator=(const ResultPanes&) = delete;
 
-    // Every row of the last comparison (lvwHoldAllFilesSource, lvwHoldAllFilesTarget). A comparison fills
-    // them and then has ApplyViewTypes run.
-    HoldLists& Hold() { return hold_; }
+    // Every row of the last comparison: lvwHoldAllFilesSource, lvwHoldAllFilesTarget.
     const HoldLists& Hold() const { return hold_; }
     // What the user sees: lvwSourceDirFiles, lvwTargetDirFiles.
     const PaneList& Pane(Side side) const { return panes_[side]; }
@@ -46,7 +46,8 @@ class ResultPanes {
     // Each pane holds the one row "No Comparison Results".
     bool ShowsNoResult() const;
 
-    // Rebuilds both visible lists from the hold lists by the view flags.
+    // Rebuilds both visible lists from the hold lists by the view flags; at the end of a comparison, and
+    // after the view changed. Does nothing while the hold lists are in the no-result state.
     void ApplyViewTypes();
     void RemoveListItemsAndShowNoCompareMsg();
     // Three steps through lvwForSwap. The rows lose their tags, since they no longer match their hold list.
@@ -143,7 +144,7 @@ class ResultPanes {
     CViewSelections& viewSelections_;
     ErrorReporter& reporter_;
     MessagePort& messages_;
-    HoldLists hold_;
+    HoldLists& hold_;
     PerSide<PaneList> panes_;
     ResultList lvwForSwap_;
     PerSide<std::string> statusTexts_;
