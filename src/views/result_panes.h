@@ -141,10 +141,10 @@ class ResultPanes {
     bool FaultOfPair(std::size_t row, std::string* why) const;
     void SetStatusTexts(std::string left, std::string right);
 
+    HoldLists& hold_;
     CViewSelections& viewSelections_;
     ErrorReporter& reporter_;
     MessagePort& messages_;
-    HoldLists& hold_;
     PerSide<PaneList> panes_;
     ResultList lvwForSwap_;
     PerSide<std::string> statusTexts_;
