@@ -2,6 +2,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <string>
 
 namespace vantrel {
 
@@ -31,8 +32,29 @@ struct FileTime {
 };
 
 // The same instant as the clock on the wall showed it, by the rules of the local zone at that instant, and
-// back.
+// back. Of a local time that occurred twice the earlier instant is taken; one that was skipped is read with
+// the offset in force before the gap. Cheap enough for every row of a long list.
 FileTime FileTimeToLocalFileTime(FileTime utc);
 FileTime LocalFileTimeToFileTime(FileTime local);
+// Reads the zone anew, from TZ or the system's setting. The first conversion does it by itself.
+void ReloadLocalZone();
+
+// A time taken apart by the Gregorian calendar, extended to all years; the year before 1 is 0.
+struct CalendarTime {
+    std::int32_t year = 0;
+    std::int32_t month = 1;  // 1 to 12
+    std::int32_t day = 1;    // 1 to 31
+    std::int32_t hour = 0, minute = 0, second = 0;
+    std::int32_t ticks = 0;    // 100-nanosecond ticks within the second
+    std::int32_t weekday = 0;  // 0 is Sunday
+};
+CalendarTime ToCalendar(FileTime time);
+// Saturates at the ends of the range of ticks. A month beyond 12, a day beyond its month and so on are
+// carried over.
+FileTime FromCalendar(const CalendarTime& time);
+
+// "2020-09-13T12:26:40.0000000Z", for data that other programs read. Years outside 0 to 9999 have a sign and
+// six digits, as in "+012345-01-01T00:00:00.0000000Z".
+std::string UtcText(FileTime utc);
 
 }  // namespace vantrel
