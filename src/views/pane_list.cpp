@@ -62,7 +62,7 @@ void PaneList::SelectRun(std::size_t first, std::size_t last) {
 
 void PaneList::Click(std::optional<std::size_t> row, SelectionKeys keys) {
     if (!row || *row >= Count()) {
-        if (!keys.extend && !keys.toggle) ClearSelection();
+        if (!keys.extend && !keys.toggle) DeselectAll();
         return;
     }
     if (keys.extend) {

@@ -80,13 +80,18 @@ class PaneView : public QTableView {
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
   private:
     void SetUpLook();
+    void SetUpHeaders();
     void FitRowHeight();
-    bool HandleMoveKey(const QKeyEvent& event);
+    std::optional<std::size_t> GoalOfKey(int key) const;
     bool HandleCommandKey(const QKeyEvent& event);
+    void PressLeft(std::optional<std::size_t> row, SelectionKeys keys);
+    void PressRight(std::optional<std::size_t> row);
     int RowsOnPage() const;
+    QRect RectOfRow(std::size_t row) const;  // of the viewport
 
     PaneModel& model_;
     PaneSelector& selector_;

@@ -1,0 +1,79 @@
+#include "views/forms/pane_delegate.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include "views/forms/pane_view.h"
+
+namespace vantrel {
+namespace {
+
+constexpr int kPlaceholderTint = 14;  // of 255: seen, and quieter than any row
+
+QColor Tint(const QPalette& palette) {
+    QColor tint = palette.color(QPalette::Text);
+    tint.setAlpha(kPlaceholderTint);
+    return tint;
+}
+
+// The part of the row's frame that lies in this cell.
+void DrawFrame(QPainter& painter, const QStyleOptionViewItem& option, int column) {
+    const bool selected = option.state & QStyle::State_Selected;
+    QColor colour = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Highlight);
+    colour.setAlpha(selected ? 160 : 255);
+    painter.save();
+    painter.setPen(QPen(colour, 1));
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const QRect frame = option.rect.adjusted(0, 0, 0, -1);
+    painter.drawLine(frame.left(), frame.top(), frame.right(), frame.top());
+    painter.drawLine(frame.left(), frame.bottom(), frame.right(), frame.bottom());
+    if (column == 0) painter.drawLine(frame.left(), frame.top(), frame.left(), frame.bottom());
+    if (column == PaneModel::ColumnCount - 1)
+        painter.drawLine(frame.right(), frame.top(), frame.right(), frame.bottom());
+    painter.restore();
+}
+
+}  // namespace
+
+PaneDelegate::PaneDelegate(PaneView& view) : QStyledItemDelegate(&view), view_(view) {
+}
+
+void PaneDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const ResultRow& row = view_.List()[static_cast<std::size_t>(index.row())];
+    option->state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver | QStyle::State_Selected);
+    if (row.selected) option->state |= QStyle::State_Selected;
+    option->textElideMode = index.column() == PaneModel::Name ? Qt::ElideMiddle : Qt::ElideRight;
+    if (row.kind == RowKind::Sentinel) {
+        option->palette.setBrush(QPalette::Text, option->palette.brush(QPalette::PlaceholderText));
+        option->features &= ~QStyleOptionViewItem::ViewItemFeatures(QStyleOptionViewItem::HasDecoration);
+    }
+}
+
+void PaneDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    QStyleOptionViewItem cell = option;
+    const auto number = static_cast<std::size_t>(index.row());
+    const RowKind kind = view_.List()[number].kind;
+    if (kind == RowKind::Placeholder)
+        painter->fillRect(option.rect, Tint(option.palette));
+    else
+        QStyledItemDelegate::paint(painter, option, index);
+    if (view_.hasFocus() && view_.List().SelectedItem() == number) {
+        initStyleOption(&cell, index);
+        DrawFrame(*painter, cell, index.column());
+    }
+}
+
+bool PaneDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip || !index.isValid()) return false;
+    if (sizeHint(option, index).width() > option.rect.width())
+        QToolTip::showText(event->globalPos(), index.data(Qt::DisplayRole).toString(), view, option.rect);
+    else
+        QToolTip::hideText();
+    return true;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,98 @@
+#include "views/forms/pane_model.h"
+
+#include "core/row_texts.h"
+#include "platform/forms/qt_text.h"
+
+namespace vantrel {
+namespace {
+
+QString HeaderText(Side side, int column) {
+    switch (column) {
+        case PaneModel::Name:
+            return QStringLiteral("Name");
+        case PaneModel::Size:
+            return QStringLiteral("Size");
+        // Two blanks between the words on the right side.
+        case PaneModel::ModifiedDate:
+            return side == Side::Left ? QStringLiteral("Modified Date") : QStringLiteral("Modified  Date");
+        default:
+            return {};
+    }
+}
+
+int AlignmentOf(int column) {
+    return static_cast<int>(Qt::AlignVCenter | (column == PaneModel::Size ? Qt::AlignRight : Qt::AlignLeft));
+}
+
+}  // namespace
+
+PaneModel::PaneModel(const PaneList& list, Side side, const LocaleFormats& locale, const ResultIcons& icons,
+                     QObject* parent)
+    : QAbstractTableModel(parent), list_(list), side_(side), locale_(locale) {
+    for (int type = 1; icons && type <= kResultTypeCount; ++type)
+        icons_[static_cast<std::size_t>(type)] = icons(static_cast<ResultType>(type), true);
+}
+
+void PaneModel::Reset() {
+    beginResetModel();
+    endResetModel();
+}
+
+int PaneModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(list_.Count());
+}
+
+int PaneModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant PaneModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= rowCount()) return {};
+    const ResultRow& row = Row(index.row());
+    switch (role) {
+        case Qt::DisplayRole:
+            switch (index.column()) {
+                case Name:
+                    return DisplayQString(row.text);
+                case Size:
+                    return ToQString(SizeText(row, locale_));
+                case ModifiedDate:
+                    return ToQString(DateText(row, locale_));
+                default:
+                    return {};
+            }
+        case Qt::DecorationRole: {
+            const auto type = static_cast<std::size_t>(row.type);
+            if (index.column() != Name || type == 0 || type >= icons_.size()) return {};
+            return icons_[type];
+        }
+        case Qt::TextAlignmentRole:
+            return AlignmentOf(index.column());
+        case Qt::AccessibleTextRole:
+            return index.column() == Name ? AccessibleText(row) : QVariant();
+        default:
+            return {};
+    }
+}
+
+// What the icon and the highlight tell the eye, in words.
+QString PaneModel::AccessibleText(const ResultRow& row) const {
+    QString text = DisplayQString(row.text);
+    if (row.type != ResultType::None) text += QStringLiteral(", ") + ToQString(ResultTypeText(row.type));
+    if (row.selected) text += QStringLiteral(", selected");
+    return text;
+}
+
+QVariant PaneModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal) return {};
+    if (role == Qt::DisplayRole) return HeaderText(side_, section);
+    if (role == Qt::TextAlignmentRole) return AlignmentOf(section);
+    return {};
+}
+
+Qt::ItemFlags PaneModel::flags(const QModelIndex& index) const {
+    if (!index.isValid()) return Qt::NoItemFlags;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+}
+
+}  // namespace vantrel
