@@ -1,0 +1,73 @@
+#include "settings/path_history.h"
+
+#include "platform/names.h"
+#include "platform/paths.h"
+
+namespace vantrel {
+namespace {
+
+constexpr std::array<const char*, 2> kSections = {"Source", "Target"};
+
+std::string KeyOf(std::size_t index) {
+    return "Dir" + std::to_string(index + 1);
+}
+
+PathHistory::Lists Stored(const IniDocument& document) {
+    PathHistory::Lists lists;
+    for (std::size_t side = 0; side < lists.size(); ++side) {
+        for (std::size_t i = 0; i < PathHistory::kMostEntries; ++i) {
+            std::string path = document.Get(kSections[side], KeyOf(i)).value_or("");
+            if (!path.empty() && path != kNoFolderPrompt) lists[side].push_back(std::move(path));
+        }
+    }
+    return lists;
+}
+
+void MoveToHead(const std::string& path, std::vector<std::string>& list) {
+    std::erase_if(list, [&](const std::string& each) { return EqualIgnoringCase(each, path); });
+    list.insert(list.begin(), path);
+    if (list.size() > PathHistory::kMostEntries) list.resize(PathHistory::kMostEntries);
+}
+
+std::vector<IniChange> ChangesFor(const PathHistory::Lists& lists, const IniDocument& document) {
+    std::vector<IniChange> changes;
+    for (std::size_t side = 0; side < lists.size(); ++side) {
+        for (std::size_t i = 0; i < PathHistory::kMostEntries; ++i) {
+            const bool used = i < lists[side].size();
+            if (used || document.Get(kSections[side], KeyOf(i)))
+                changes.push_back({kSections[side], KeyOf(i), used ? lists[side][i] : std::string()});
+        }
+    }
+    return changes;
+}
+
+}  // namespace
+
+Error PathHistory::PopulateDirComboBoxesFromIniFile(Lists& out) const {
+    IniDocument document;
+    Error error = file_.Read(document);
+    out = Stored(document);
+    for (std::vector<std::string>& list : out)
+        if (list.empty()) list.emplace_back(kNoFolderPrompt);
+    return error;
+}
+
+Error PathHistory::AddPathsToIni(std::string_view leftPath, std::string_view rightPath, Lists& out) const {
+    const std::array<std::string, 2> paths = {ProperCase(NormalizePath(leftPath)),
+                                              ProperCase(NormalizePath(rightPath))};
+    const auto withPaths = [&](Lists lists) {
+        for (std::size_t side = 0; side < lists.size(); ++side) MoveToHead(paths[side], lists[side]);
+        return lists;
+    };
+    out = withPaths({});
+    return file_.Update([&](const IniDocument& document) {
+        out = withPaths(Stored(document));
+        return ChangesFor(out, document);
+    });
+}
+
+Error PathHistory::SaveFolderLists(const Lists& lists) const {
+    return file_.Update([&](const IniDocument& document) { return ChangesFor(lists, document); });
+}
+
+}  // namespace vantrel
