@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/ccompare.h"
+#include "core/content_progress.h"
+#include "core/toolbox.h"
+#include "platform/currency.h"
+#include "platform/file_system.h"
+
+namespace vantrel {
+
+// Reads pairs of files of equal size and says whether they differ. One object serves a whole comparison: its
+// buffers, each of the size of a chunk and never above kReadUnit, are kept from pair to pair.
+//
+// Of a pair the two files are taken as they are when they are opened. What the answer means:
+// - true: a difference was found, or the user cancelled (CompareCancelled is then set), or what could be said
+//   is said by the fall-back below.
+// - false: each of the `size` bytes was read on both sides, and they, or the fingerprints of each chunk, are
+//   equal; or the fall-back says so.
+//
+// An error is never the caller's: it sets ErrorsDuringCompare, puts a block into ERRORLOG.TXT, and the pair
+// is judged by size and date, as the files are now: alike only when both are files of one size whose times
+// differ by nothing that the allowances do not forgive. These go that way too:
+// - a size that does not fit a chunk count of 32 bits: negative by the size rule (2 GiB to 4 GiB);
+// - a size whose rule drops bytes (above 4 GiB), after the bytes that the size tells of were found alike.
+// A file whose size is no longer the one that was listed, or that ends early while it is read, is logged the
+// same way, but its pair counts as different whatever its date.
+class ContentComparator {
+  public:
+    static constexpr std::size_t kReadUnit = std::size_t{1} << 20;
+    static constexpr std::size_t kLeastReadUnit = std::size_t{16} << 10;
+    static constexpr std::size_t kAnnouncedPairs = 32;
+
+    // `tools` and `compare` must outlive the object. ChunkSize is read at each pair.
+    ContentComparator(const Toolbox& tools, CCompare& compare);
+    ~ContentComparator();
+    ContentComparator(const ContentComparator&) = delete;
+    ContentComparator& operator=(const ContentComparator&) = delete;
+
+    // `method` is Contents, Crc32 or Sha1; `size` is the Size of CFile, which both files have in common.
+    bool FilesDiffer(std::string_view leftPath, std::string_view rightPath, CompareMethod method,
+                     Currency size, ContentProgress& progress);
+
+    // Says that this pair will be asked for soon: both are opened and the kernel is told to read them. Pairs
+    // are asked for in the order in which they were announced, others may come in between, and one that is
+    // never asked for does no harm. Beyond kAnnouncedPairs nothing happens and the result is false.
+    bool Announce(std::string_view leftPath, std::string_view rightPath);
+    // Lets go of what was announced and not asked for; at the end of a comparison.
+    void ForgetAnnounced();
+
+  private:
+    struct Pair;
+    struct Reading;
+    const Toolbox& tools_;
+    CCompare& compare_;
+    std::deque<std::unique_ptr<Pair>> announced_;
+    std::unique_ptr<Reading> reading_;
+};
+
+}  // namespace vantrel
