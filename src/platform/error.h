@@ -40,6 +40,8 @@ class [[nodiscard]] Error {
     // Translates `code`, an errno value. `about` names the object, usually a path in the engine's form; it
     // may be empty.
     static Error FromErrno(int code, std::string_view about = {});
+    // The same for a folder: where one is missing, it is a path that was not found.
+    static Error FromErrnoOfFolder(int code, std::string_view about);
 
     bool IsOk() const { return number_ == ErrorNumber::None; }
     ErrorNumber Number() const { return number_; }

@@ -69,6 +69,9 @@ using EntrySink = std::function<bool(const FolderEntry&)>;
 
 class FileSystem;
 
+// How the file system of a folder tells hidden and system, where it can.
+enum class DosAttributeSource : std::uint8_t { None, FatIoctl, NtfsXattr, NtfsBigEndianXattr, CifsXattr };
+
 // A folder held open: its listing and the stats of its entries are made relative to it, and it stays the same
 // folder whatever happens to its path meanwhile. Links are followed for kind, size and time.
 class OpenFolder {
@@ -89,10 +92,15 @@ class OpenFolder {
 
   private:
     friend class FileSystem;
+    // 0 or minus the errno value. What `above` knows of its file system holds for a folder of the same one.
+    static int OpenAt(SystemCalls& calls, int base, const char* path, const OpenFolder* above,
+                      OpenFolder& out);
+
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
     FileId id_;
-    bool hasDosAttributes_ = false;
+    DosAttributeSource dosAttributes_ = DosAttributeSource::None;
+    bool listed_ = false;
 };
 
 // A regular file open for reading. Never anything else: FIFOs, devices and sockets are refused without
@@ -113,6 +121,8 @@ class ReadFile {
 
   private:
     friend class FileSystem;
+    static int OpenAt(SystemCalls& calls, int base, const char* path, ReadFile& out);
+
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
     std::uint64_t size_ = 0;

@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <sys/statvfs.h>
 #include <sys/types.h>
 
@@ -53,7 +54,8 @@ class SystemCalls {
     virtual int ProcessExists(pid_t process);  // -ESRCH: there is none of this number
     virtual int Ioctl(int fd, unsigned long request, void* argument);
     virtual int StatVfs(const char* path, struct statvfs& out);
-    virtual int Access(const char* path, int mode);
+    virtual int FstatFs(int fd, struct statfs& out);
+    virtual int Access(const char* path, int mode);  // for the effective user
 };
 
 }  // namespace vantrel

@@ -1,0 +1,101 @@
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "platform/file_system.h"
+#include "platform/located_path.h"
+
+namespace vantrel {
+
+namespace {
+
+// 0 for a regular file, minus an errno value for what must not be read from.
+int RefuseUnlessRegular(const struct statx& found) {
+    if (S_ISREG(found.stx_mode)) return 0;
+    return S_ISDIR(found.stx_mode) ? -EISDIR : -ENXIO;
+}
+
+}  // namespace
+
+ReadFile::ReadFile(ReadFile&& other) noexcept {
+    *this = std::move(other);
+}
+
+ReadFile& ReadFile::operator=(ReadFile&& other) noexcept {
+    std::swap(calls_, other.calls_);
+    std::swap(fd_, other.fd_);
+    std::swap(size_, other.size_);
+    return *this;
+}
+
+ReadFile::~ReadFile() {
+    if (fd_ >= 0) calls_->Close(fd_);
+}
+
+Error ReadFile::ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std::size_t& got) {
+    got = 0;
+    while (got < size) {
+        const ssize_t result = calls_->PRead(fd_, static_cast<char*>(buffer) + got, size - got,
+                                             static_cast<off_t>(offset + got));
+        if (result < 0) return Error::FromErrno(static_cast<int>(-result));
+        if (result == 0) break;
+        got += static_cast<std::size_t>(result);
+    }
+    return {};
+}
+
+void ReadFile::AnnounceReading(std::uint64_t length) {
+    // A file system that cannot be told is no error: the file is read all the same.
+    if (fd_ >= 0) calls_->Advise(fd_, 0, static_cast<off_t>(length), POSIX_FADV_WILLNEED);
+}
+
+int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, ReadFile& out) {
+    // Looked at before it is opened, since opening a device can set it to work, and again after, since
+    // another object may have taken the name in between.
+    struct statx found;
+    int result = calls.StatxAt(base, path, 0, STATX_TYPE, found);
+    if (result == 0) result = RefuseUnlessRegular(found);
+    if (result != 0) return result;
+    ReadFile opened;
+    opened.calls_ = &calls;
+    opened.fd_ = calls.OpenAt(base, path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
+    if (opened.fd_ < 0) return opened.fd_;
+    result = calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE, found);
+    if (result == 0) result = RefuseUnlessRegular(found);
+    if (result != 0) return result;
+    opened.size_ = found.stx_size;
+    out = std::move(opened);
+    return 0;
+}
+
+Error FileSystem::OpenForReading(std::string_view file, ReadFile& out) const {
+    const LocatedPath path(calls_, file);
+    if (path.Failure() != 0) return Error::FromErrno(-path.Failure(), file);
+    return Error::FromErrno(-ReadFile::OpenAt(calls_, path.Folder(), path.Rest(), out), file);
+}
+
+Error FileSystem::ReadWholeFile(std::string_view path, std::size_t limit, std::string& out) const {
+    ReadFile file;
+    if (Error error = OpenForReading(path, file); !error.IsOk()) return error;
+    // Some files, as those of /proc, say that they are empty: what counts is where the reading ends.
+    std::string content;
+    limit = std::min(limit, content.max_size() - 1);
+    std::size_t step = file.Size() < limit ? static_cast<std::size_t>(file.Size()) + 1 : limit + 1;
+    while (true) {
+        const std::size_t before = content.size();
+        content.resize(before + step);
+        std::size_t got = 0;
+        const Error error = file.ReadAt(before, content.data() + before, step, got);
+        if (!error.IsOk()) return Error::FromErrno(error.SystemNumber(), path);
+        content.resize(before + got);
+        if (content.size() > limit) return Error::FromErrno(ENOMEM, path);
+        if (got < step) break;
+        step = std::min<std::size_t>(std::size_t{64} << 10, limit + 1 - content.size());
+    }
+    out = std::move(content);
+    return {};
+}
+
+}  // namespace vantrel
