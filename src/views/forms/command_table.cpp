@@ -14,7 +14,7 @@ constexpr CommandEntry Line(std::string_view parent, std::string_view name = {})
 
 constexpr CommandEntry kMainMenu[] = {
     {Menu, "mnuFile", "", "&File"},
-    {Command, "mnuFileCompareDirectories", "mnuFile", "Compare &Folders", "compare"},
+    {Command, "mnuFileCompareDirectories", "mnuFile", "Compare &Folders", "compare-folders"},
     {Command, "mnuFileCompareParents", "mnuFile", "Compare the Parent Folders"},
     {Command, "mnuFileCompareFiles", "mnuFile", "Compare F&iles...", "compare-files"},
     {Command, "mnuFileFindDuplicateFiles", "mnuFile", "Find Duplicate Files...", "dupes"},
@@ -290,7 +290,7 @@ constexpr CommandEntry kPopups[] = {
 };
 
 constexpr ToolbarEntry kToolbar[] = {
-    {"mnuFileCompareDirectories", "compare", 1, "Compare", 0, "Compare",
+    {"mnuFileCompareDirectories", "compare-folders", 1, "Compare", 0, "Compare",
      "Compare the contents of two folders"},
     {"mnuFileCompareFiles", "compare-files", 2, "Compare Files", 1, "Compare", "Compare two files"},
     {"mnuFileFindDuplicateFiles", "dupes", 3, "Dupes", 10, "Dupes", "Find Duplicate Files"},
