@@ -10,8 +10,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/forms/qt_text.h"
 #include "platform/forms/icons.h"
+#include "platform/forms/qt_text.h"
 
 namespace vantrel {
 namespace {
@@ -32,7 +32,8 @@ QActionGroup* GroupOf(QMenu* menu) {
 
 }  // namespace
 
-Commands::Commands(QObject* parent) : QObject(parent) {}
+Commands::Commands(QObject* parent) : QObject(parent) {
+}
 Commands::~Commands() = default;
 
 void Commands::Build(QMenuBar* bar) {
@@ -77,7 +78,9 @@ void Commands::Add(const CommandEntry& entry, QMenuBar* bar) {
         connect(item.action, &QAction::triggered, this, [this, name] { Start(name); });
     }
     item.action->setObjectName(name);
-    if (!entry.icon.empty()) item.action->setIcon(CommandIcon(QLatin1String(entry.icon.data(), static_cast<qsizetype>(entry.icon.size()))));
+    if (!entry.icon.empty())
+        item.action->setIcon(
+            CommandIcon(QLatin1String(entry.icon.data(), static_cast<qsizetype>(entry.icon.size()))));
     items_.insert(name, std::move(item));
 }
 

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/result_row.h"
+#include "views/auto_complete_path.h"
+#include "views/forms/command_table.h"
+
+class QComboBox;
+class QToolButton;
+
+namespace vantrel {
+
+// A path box, cboSourcePath or cboTargetPath, with the four pictures beside it. It only tells what the user
+// did: what follows is the window's.
+class PathBox : public QWidget, private AutoCompleteBox {
+    Q_OBJECT
+
+  public:
+    PathBox(Side side, const FileSystem& files, EventLoopPort& loop, QWidget* parent = nullptr);
+
+    // What the window is asked before the box does anything of its own accord.
+    struct State {
+        std::function<bool()> busy;          // a job runs
+        std::function<bool()> fillingOrRun;  // PopulatingFolderCombos, or a comparison runs
+        std::function<bool()> autoComplete;  // mnuOptionsAutoCompleteFolderPath
+    };
+    void SetState(State state) { state_ = std::move(state); }
+
+    // The text in the engine's form.
+    std::string Path() const;
+    void SetPath(std::string_view path);
+    // The recent folders, the first one shown. The text of the box is replaced.
+    void SetFolders(const std::vector<std::string>& folders);
+    std::vector<std::string> Folders() const;
+
+    QComboBox* Combo() const { return combo_; }
+    QToolButton* Icon(PathIcon icon) const { return icons_[static_cast<std::size_t>(icon)]; }
+
+  Q_SIGNALS:
+    // The path is another one, by whatever hand, or one was chosen from the list.
+    void Changed();
+    // Enter in the box.
+    void CompareRequested();
+    void IconClicked(PathIcon icon);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void MakeCombo();
+    void MakeIcons();
+    void OnTextChanged();
+    bool TakeDrop(QEvent* event);
+    std::string Text() const override;
+    void SetTextWithProposal(const std::string& text, std::size_t selectFrom) override;
+
+    Side side_;
+    const FileSystem& files_;
+    AutoCompletePath autoComplete_;
+    State state_;
+    QComboBox* combo_ = nullptr;
+    std::array<QToolButton*, kPathIconCount> icons_{};
+};
+
+}  // namespace vantrel
