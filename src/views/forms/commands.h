@@ -56,9 +56,9 @@ class Commands : public QObject {
     struct Item {
         QAction* action = nullptr;
         QMenu* menu = nullptr;
-        QString sameAs;
-        std::function<void()> handler;
-        std::function<bool()> isChecked;
+        QString sameAs{};
+        std::function<void()> handler{};
+        std::function<bool()> isChecked{};
         bool available = true;
     };
     void Add(const CommandEntry& entry, QMenuBar* bar);

@@ -2,6 +2,7 @@
 
 #include <QDrag>
 #include <QMimeData>
+#include <QWidget>
 
 #include "views/uri_list.h"
 
