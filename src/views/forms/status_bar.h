@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QStatusBar>
+#include <array>
+#include <string_view>
+
+namespace vantrel {
+
+// StatusBar1: panels 1 and 2 stand below the panes and tell of them, panel 3 of the filters, panel 4 of the
+// view.
+class MainStatusBar : public QStatusBar {
+    Q_OBJECT
+
+  public:
+    static constexpr int kPanelCount = 4;
+
+    explicit MainStatusBar(QWidget* parent = nullptr);
+
+    // `number` is from 1.
+    void SetPanel(int number, std::string_view text);
+    QString PanelText(int number) const;
+    void Reset();
+    // Where the panes stand in the window: panel 1 begins below the left pane and panel 2 below the right
+    // one; panels 3 and 4 take what they need of the width of the right one.
+    void FitToPanes(int leftWidth, int rightStart);
+
+  private:
+    class Panel;
+    void ShareRest();
+
+    std::array<Panel*, kPanelCount> panels_{};
+    int rightStart_ = 0;
+};
+
+}  // namespace vantrel
