@@ -75,7 +75,8 @@ void frmMain::LayOut() {
     row->addWidget(pathGap_);
     row->addWidget(boxes_[Side::Right], 1);
     panesWidget_ = new PanesWidget(parts_.panes, parts_.tools.locale, icons, centre);
-    panesWidget_->SetBackground(DialogPath(parts_.tools.folders.SupportFile(parts_.tools.files, "lvwback.gif")));
+    panesWidget_->SetBackground(
+        DialogPath(parts_.tools.folders.SupportFile(parts_.tools.files, "lvwback.gif")));
     connect(panesWidget_, &PanesWidget::PanesResized, this, &frmMain::ResizeForm);
     column->addLayout(row);
     column->addWidget(panesWidget_, 1);

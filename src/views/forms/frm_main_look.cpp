@@ -2,6 +2,8 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
+#include <array>
 #include <vector>
 
 #include "platform/forms/qt_text.h"
@@ -78,8 +80,7 @@ void frmMain::RestoreGeometry(const Options& options) {
     }
     const TwipsRect stored{options.left, options.top, options.width, options.height};
     setMinimumSize(kLeastSize);
-    const QRect place =
-        ToPixels(FitToScreens(stored, Screens(), ToTwips(QRect(QPoint(0, 0), kLeastSize))));
+    const QRect place = ToPixels(FitToScreens(stored, Screens(), ToTwips(QRect(QPoint(0, 0), kLeastSize))));
     setGeometry(place);
     if (options.windowState == Options::WindowState::Maximized) setWindowState(Qt::WindowMaximized);
 }
@@ -109,8 +110,7 @@ void frmMain::ResizeForm() {
     if (isMinimized()) return;
     pathGap_->setFixedWidth(panesWidget_->Toggles().width());
     const PaneView& right = panesWidget_->View(Side::Right);
-    statusBar_->FitToPanes(panesWidget_->View(Side::Left).width(),
-                           right.mapTo(this, QPoint(0, 0)).x());
+    statusBar_->FitToPanes(right.mapTo(this, QPoint(0, 0)).x());
 }
 
 }  // namespace vantrel

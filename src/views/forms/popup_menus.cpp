@@ -52,7 +52,8 @@ QMenu* PopupMenus::Prepare(Side side) {
     commands_.Action("mnuGoToFolderThisSide")
         ->setText(QStringLiteral("Change this side's folder to ") + name);
     commands_.Action("mnuGoToFolderBothSidesRunCompare")
-        ->setText(QStringLiteral("Compare this sub-folder to ") + name + QStringLiteral(" in the other pane"));
+        ->setText(QStringLiteral("Compare this sub-folder to ") + name +
+                  QStringLiteral(" in the other pane"));
     return WithDefault("mnuFolderPopup", "mnuFolderPopupExplore");
 }
 

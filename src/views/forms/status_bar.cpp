@@ -58,9 +58,8 @@ void MainStatusBar::Reset() {
     for (int number = 1; number <= kPanelCount; ++number) SetPanel(number, {});
 }
 
-void MainStatusBar::FitToPanes(int leftWidth, int rightStart) {
+void MainStatusBar::FitToPanes(int rightStart) {
     rightStart_ = rightStart;
-    panels_[0]->setMaximumWidth(std::max(leftWidth, 0));
     panels_[0]->setFixedWidth(std::max(rightStart - 4, 0));
     ShareRest();
 }

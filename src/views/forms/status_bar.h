@@ -20,9 +20,9 @@ class MainStatusBar : public QStatusBar {
     void SetPanel(int number, std::string_view text);
     QString PanelText(int number) const;
     void Reset();
-    // Where the panes stand in the window: panel 1 begins below the left pane and panel 2 below the right
-    // one; panels 3 and 4 take what they need of the width of the right one.
-    void FitToPanes(int leftWidth, int rightStart);
+    // Panel 1 takes the width of the left pane, panel 2 begins below the right one, which begins at
+    // `rightStart`; panels 3 and 4 take what they need of the width of the right one.
+    void FitToPanes(int rightStart);
 
   private:
     class Panel;
