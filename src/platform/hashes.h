@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+struct evp_md_ctx_st;
+
+namespace vantrel {
+
+// CRC-32 as in IEEE 802.3, reflected (polynomial 0xEDB88320). The value of no bytes is 0.
+class Crc32 {
+  public:
+    void Add(const void* bytes, std::size_t size);
+    std::uint32_t Value() const { return value_; }
+    void Restart() { value_ = 0; }
+
+  private:
+    std::uint32_t value_ = 0;
+};
+
+// SHA-1 as in FIPS 180-4.
+class Sha1 {
+  public:
+    using Digest = std::array<unsigned char, 20>;
+
+    // Throws ErrorException where the library of this machine offers no SHA-1 (IsAvailable).
+    Sha1();
+    ~Sha1();
+    Sha1(const Sha1&) = delete;
+    Sha1& operator=(const Sha1&) = delete;
+    static bool IsAvailable();
+
+    void Add(const void* bytes, std::size_t size);
+    // The digest of all that was added; the object begins anew.
+    Digest Finish();
+
+  private:
+    evp_md_ctx_st* context_;
+};
+
+std::uint32_t Crc32Of(std::string_view bytes);
+Sha1::Digest Sha1Of(std::string_view bytes);
+
+// Upper-case hexadecimal, with all leading zeros: 8 digits, 40 digits.
+std::string HexText(std::uint32_t value);
+std::string HexText(const Sha1::Digest& digest);
+
+}  // namespace vantrel
