@@ -35,6 +35,7 @@ class ContentComparator {
     static constexpr std::size_t kReadUnit = std::size_t{1} << 20;
     static constexpr std::size_t kLeastReadUnit = std::size_t{16} << 10;
     static constexpr std::size_t kAnnouncedPairs = 32;
+    static constexpr std::uint64_t kAnnouncedBytes = std::uint64_t{4} << 20;  // of each file
 
     // `tools` and `compare` must outlive the object. ChunkSize is read at each pair.
     ContentComparator(const Toolbox& tools, CCompare& compare);
@@ -54,12 +55,19 @@ class ContentComparator {
     void ForgetAnnounced();
 
   private:
+    class Buffers;
+    class Run;
     struct Pair;
-    struct Reading;
+
+    std::unique_ptr<Pair> TakeAnnounced(std::string_view leftPath, std::string_view rightPath);
+    void Log(const Run& run, const Error& error);
+    bool DifferBySizeAndDate(const Pair& pair) const;
+
     const Toolbox& tools_;
     CCompare& compare_;
     std::deque<std::unique_ptr<Pair>> announced_;
-    std::unique_ptr<Reading> reading_;
+    std::unique_ptr<Buffers> buffers_;
+    bool logFailureReported_ = false;
 };
 
 }  // namespace vantrel

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cmath>
 #include <limits>
 #include <span>
@@ -34,19 +35,19 @@ std::span<const std::int64_t> Forgiven(const CCompare& compare) {
                                                   : std::span<const std::int64_t>();
 }
 
-// Reports the failure of one step as this module's own error; what the system said goes into the details.
+// Reports the failure of one step under this module's own text; the system's number and text stay beside it.
 bool ReportFailure(const Toolbox& tools, std::string_view routine, std::string_view step,
                    std::string_view path, const Error& cause) {
     std::string text = "\"Error encountered ";
     text.append(step).append(" the file ").append(DisplayName(path)).append("\"");
-    tools.reporter.ReportError(routine, Error(ErrorNumber::Raised, std::move(text)), cause.Description());
+    tools.reporter.ReportError(routine, cause.WithDescription(std::move(text)));
     return false;
 }
 
 Error StatFile(const Toolbox& tools, std::string_view path, FileInfo& info) {
     Error failed = tools.files.Stat(path, LinkPolicy::Follow, info);
-    if (failed.IsOk() && info.kind != EntryKind::File)
-        failed = Error(ErrorNumber::PathFileAccess, "Not a file");
+    if (failed.IsOk() && info.kind == EntryKind::Folder) failed = Error::FromErrno(EISDIR);
+    if (failed.IsOk() && info.kind != EntryKind::File) failed = Error::FromErrno(EINVAL);
     return failed;
 }
 
@@ -55,7 +56,7 @@ bool ChangeTimes(const Toolbox& tools, std::string_view path, FileSystem::NewTim
     FileInfo info;
     Error failed = StatFile(tools, path, info);
     if (failed.IsOk() && (info.attributes & kReadOnly) != 0) {
-        failed = Error(ErrorNumber::PermissionDenied, "The file is read-only");
+        failed = Error::FromErrno(EACCES);
     }
     if (!failed.IsOk()) return ReportFailure(tools, kRoutine, "opening", path, failed);
     failed = tools.files.SetTimes(path, times);

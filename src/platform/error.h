@@ -10,6 +10,7 @@ namespace vantrel {
 // to them once, in FromErrno; all else tests these.
 enum class ErrorNumber : unsigned {
     None = 0,
+    Overflow = 6,
     OutOfStringSpace = 14,
     BadFileNameOrNumber = 52,
     FileNotFound = 53,

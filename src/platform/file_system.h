@@ -112,6 +112,7 @@ class ReadFile {
     ReadFile& operator=(ReadFile&&) noexcept;
     ~ReadFile();
 
+    bool IsOpen() const { return fd_ >= 0; }
     std::uint64_t Size() const { return size_; }  // as it was when opened
     // Reads up to `size` bytes at `offset`, going on after short reads; `got` is less than `size` only at the
     // file's end.

@@ -65,9 +65,13 @@ void Sha1::Add(const void* bytes, std::size_t size) {
 Sha1::Digest Sha1::Finish() {
     Digest digest{};
     ThrowUnless(EVP_DigestFinal_ex(context_, digest.data(), nullptr));
+    Restart();
+    return digest;
+}
+
+void Sha1::Restart() {
     // Without naming the algorithm again the context only begins anew.
     ThrowUnless(EVP_DigestInit_ex2(context_, nullptr, nullptr));
-    return digest;
 }
 
 std::uint32_t Crc32Of(std::string_view bytes) {

@@ -36,6 +36,8 @@ class Sha1 {
     void Add(const void* bytes, std::size_t size);
     // The digest of all that was added; the object begins anew.
     Digest Finish();
+    // Forgets what was added.
+    void Restart();
 
   private:
     evp_md_ctx_st* context_;
