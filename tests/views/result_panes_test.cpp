@@ -160,6 +160,8 @@ TEST(ResultPanes, WithoutAResultThereIsOneSentinelThatNothingTouches) {
         EXPECT_THAT(Texts(stage.panes.Pane(side)), ElementsAre("No Comparison Results"));
         EXPECT_TRUE(stage.hold[side].IsSentinel());
         EXPECT_EQ(stage.panes.StatusText(side), "");
+    }
+    for (Side side : kBothSides) {
         stage.panes.SelectAll(side);
         stage.panes.Click(side, 0, {});
         EXPECT_EQ(stage.panes.Pane(side).SelectedCount(), 0U);

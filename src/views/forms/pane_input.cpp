@@ -96,6 +96,7 @@ void PaneView::keyPressEvent(QKeyEvent* event) {
     if (!(typing && event->key() == Qt::Key_Space && IsText(*event)) && HandleCommandKey(*event)) {
         event->accept();
     } else if (const auto goal = GoalOfKey(event->key())) {
+        searchText_.clear();
         selector_.MoveTo(*goal, KeysOf(event->modifiers()));
         EnsureVisible(*goal);
         event->accept();
@@ -127,6 +128,7 @@ void PaneView::keyboardSearch(const QString& text) {
 void PaneView::mousePressEvent(QMouseEvent* event) {
     clickOnRelease_.reset();
     mayDrag_ = false;
+    searchText_.clear();
     if (!selector_.IsEnabled()) return;
     selector_.Pressed();
     const auto row = RowAt(event->position().toPoint());

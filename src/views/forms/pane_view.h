@@ -55,6 +55,9 @@ class PaneView : public QTableView {
     void SetTopItem(int row);
     std::optional<std::size_t> RowAt(const QPoint& position) const;  // of the viewport
 
+    // Letters typed one after the other search for a name that begins so.
+    void keyboardSearch(const QString& text) override;
+
   Q_SIGNALS:
     void RowActivated(std::size_t row);  // double click or Enter on a real row
     void MenuRequested(const QPoint& globalPosition);
@@ -65,7 +68,6 @@ class PaneView : public QTableView {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void keyboardSearch(const QString& text) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

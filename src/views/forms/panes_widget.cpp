@@ -32,8 +32,9 @@ PanesWidget::PanesWidget(ResultPanes& panes, const LocaleFormats& locale, const 
         selectors_[side] = std::make_unique<Selector>(panes, side);
         auto* model = new PaneModel(panes.Pane(side), side, locale, icons, this);
         views_[side] = new PaneView(*model, *selectors_[side], this);
+        // Queued: the range changes in the midst of the view's own layout.
         connect(views_[side]->horizontalScrollBar(), &QScrollBar::rangeChanged, this,
-                [this] { AlignHorizontalBars(); });
+                &PanesWidget::AlignHorizontalBars, Qt::QueuedConnection);
     }
     views_[Side::Left]->setObjectName(QStringLiteral("lvwSourceDirFiles"));
     views_[Side::Left]->setAccessibleName(QStringLiteral("Left Pane"));
@@ -106,12 +107,9 @@ void PanesWidget::SetBusyPointer(bool busy) {
 // stand beside those of the other.
 void PanesWidget::AlignHorizontalBars() {
     bool needed = false;
+    for (Side side : kBothSides) needed = needed || views_[side]->horizontalScrollBar()->maximum() > 0;
     for (Side side : kBothSides)
-        if (views_[side]) needed = needed || views_[side]->horizontalScrollBar()->maximum() > 0;
-    for (Side side : kBothSides)
-        if (views_[side])
-            views_[side]->setHorizontalScrollBarPolicy(needed ? Qt::ScrollBarAlwaysOn
-                                                              : Qt::ScrollBarAlwaysOff);
+        views_[side]->setHorizontalScrollBarPolicy(needed ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
 }
 
 }  // namespace vantrel

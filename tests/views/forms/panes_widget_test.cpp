@@ -1,0 +1,316 @@
+#include "views/forms/panes_widget.h"
+
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QHeaderView>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+#include <QWheelEvent>
+
+#include "views/panes_support.h"
+
+namespace vantrel {
+namespace {
+
+using testing::AddPair;
+using ::testing::ElementsAre;
+using testing::FillAtRandom;
+using testing::PanesStage;
+using enum ResultType;
+
+QIcon PlainIcon(ResultType type, bool colour) {
+    QPixmap picture(16, 16);
+    picture.fill(colour ? QColor::fromHsv(static_cast<int>(type) * 40, 255, 255) : QColor(Qt::gray));
+    return QIcon(picture);
+}
+
+class PanesWidgetTest : public ::testing::Test {
+  protected:
+    void Show() {
+        stage.panes.ApplyViewTypes();
+        widget.resize(1100, 400);
+        widget.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+    }
+    void ShowNames(const std::vector<std::string>& names) {
+        for (const std::string& name : names)
+            if (name.empty())
+                AddPair(stage.hold, "only right", {}, {Orphan, 5});
+            else
+                AddPair(stage.hold, name, {Same, 7}, {Same, 7});
+        Show();
+    }
+    PaneView& Left() { return widget.View(Side::Left); }
+    PaneView& Right() { return widget.View(Side::Right); }
+    QPoint Middle(PaneView& view, int row) { return view.visualRect(view.model()->index(row, 1)).center(); }
+    void Click(PaneView& view, int row, Qt::KeyboardModifiers keys = {}) {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, keys, Middle(view, row));
+    }
+    void Key(int key, Qt::KeyboardModifiers keys = {}) {
+        Left().setFocus();
+        QTest::keyClick(&Left(), static_cast<Qt::Key>(key), keys);
+    }
+    std::vector<std::size_t> Selected(Side side = Side::Left) {
+        return stage.panes.Pane(side).SelectedRows();
+    }
+
+    PanesStage stage;
+    PanesWidget widget{stage.panes, stage.locale, PlainIcon};
+};
+
+TEST_F(PanesWidgetTest, TheThreeColumnsShowWhatTheRowsHold) {
+    AddPair(stage.hold, "big.bin", {Newer, 1'234'567}, {Older, 0});
+    AddPair(stage.hold, "sub", {DifferentFolder, 10}, {DifferentFolder, 20});
+    AddPair(stage.hold, "lone", {Orphan, 1}, {});
+    Show();
+    const auto cell = [](PaneView& view, int row, int column, int role = Qt::DisplayRole) {
+        return view.model()->index(row, column).data(role);
+    };
+    const auto text = [&cell](PaneView& view, int row, int column) {
+        return cell(view, row, column).toString().toStdString();
+    };
+    EXPECT_EQ(text(Left(), 0, 0), "big.bin");
+    EXPECT_EQ(text(Left(), 0, 1), stage.locale.Number(Currency::FromWhole(1'234'567)));
+    EXPECT_EQ(text(Left(), 0, 2), stage.locale.DateTime(FileTimeToLocalFileTime(stage.Left()[0].lastWrite)));
+    EXPECT_EQ(text(Right(), 0, 1), "0");
+    EXPECT_EQ(text(Left(), 1, 0), "\\sub");
+    EXPECT_EQ(text(Left(), 1, 2), "");
+    EXPECT_EQ(text(Right(), 2, 0) + text(Right(), 2, 1) + text(Right(), 2, 2), "");
+    EXPECT_TRUE(cell(Right(), 2, 0, Qt::DecorationRole).isNull());
+    EXPECT_FALSE(cell(Left(), 2, 0, Qt::DecorationRole).isNull());
+    EXPECT_TRUE(cell(Left(), 0, 1, Qt::TextAlignmentRole).toInt() & Qt::AlignRight);
+    EXPECT_EQ(cell(Left(), 0, 0, Qt::AccessibleTextRole).toString(), QStringLiteral("big.bin, Newer"));
+    EXPECT_EQ(Left().model()->headerData(2, Qt::Horizontal).toString(), QStringLiteral("Modified Date"));
+    EXPECT_EQ(Right().model()->headerData(2, Qt::Horizontal).toString(), QStringLiteral("Modified  Date"));
+}
+
+TEST_F(PanesWidgetTest, ClicksSelectAndAClickInOnePaneClearsTheOther) {
+    ShowNames({"a", "b", "", "c", "d"});
+    Click(Left(), 0);
+    EXPECT_THAT(Selected(), ElementsAre(0));
+    Click(Left(), 4, Qt::ShiftModifier);
+    EXPECT_THAT(Selected(), ElementsAre(0, 1, 3, 4));
+    Click(Left(), 1, Qt::ControlModifier);
+    EXPECT_THAT(Selected(), ElementsAre(0, 3, 4));
+    Click(Left(), 2);
+    EXPECT_THAT(Selected(), ElementsAre());
+    Click(Left(), 3);
+    Click(Right(), 2);
+    EXPECT_THAT(Selected(), ElementsAre());
+    EXPECT_THAT(Selected(Side::Right), ElementsAre(2));
+    EXPECT_EQ(stage.panes.CurrentListview(), Side::Right);
+    QTest::mouseClick(Right().viewport(), Qt::LeftButton, {}, QPoint(5, Right().viewport()->height() - 5));
+    EXPECT_THAT(Selected(Side::Right), ElementsAre());
+
+    stage.panes.SetMenusEnabled(false);
+    Click(Left(), 0);
+    Key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_THAT(Selected(), ElementsAre());
+    EXPECT_EQ(stage.panes.CurrentListview(), Side::Right);
+}
+
+TEST_F(PanesWidgetTest, KeysMoveExtendAndToggle) {
+    ShowNames({"a", "b", "", "c", "d", "e"});
+    Key(Qt::Key_Down);
+    EXPECT_THAT(Selected(), ElementsAre(0));
+    Key(Qt::Key_Down, Qt::ShiftModifier);
+    Key(Qt::Key_Down, Qt::ShiftModifier);
+    Key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_THAT(Selected(), ElementsAre(0, 1, 3));
+    Key(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_THAT(Selected(), ElementsAre(0, 1, 3));
+    Key(Qt::Key_Space);
+    EXPECT_THAT(Selected(), ElementsAre(0, 1, 3, 5));
+    Key(Qt::Key_Home);
+    EXPECT_THAT(Selected(), ElementsAre(0));
+    Key(Qt::Key_PageDown);
+    EXPECT_THAT(Selected(), ElementsAre(5));
+    Key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_THAT(Selected(), ElementsAre(0, 1, 3, 4, 5));
+    EXPECT_EQ(stage.panes.StatusText(Side::Left), "Selected 5 object(s)  (35 Bytes)");
+    Key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_THAT(Selected(), ElementsAre());
+    EXPECT_EQ(stage.Left().SelectedItem(), std::nullopt);
+}
+
+TEST_F(PanesWidgetTest, TypedLettersSearchAndTheSameLetterGoesOn) {
+    ShowNames({"apple", "banana", "bear", "beast of", "berry"});
+    Left().keyboardSearch(QStringLiteral("b"));
+    EXPECT_THAT(Selected(), ElementsAre(1));
+    Left().keyboardSearch(QStringLiteral("b"));
+    EXPECT_THAT(Selected(), ElementsAre(2));
+    Key(Qt::Key_Home);
+    for (char letter : std::string("beast o")) QTest::keyClick(&Left(), letter);
+    EXPECT_THAT(Selected(), ElementsAre(3));
+}
+
+TEST_F(PanesWidgetTest, SignalsTellOfDoubleClicksMenusDeletesAndDrags) {
+    ShowNames({"a", "b", "", "c"});
+    QSignalSpy activated(&Left(), &PaneView::RowActivated), menu(&Left(), &PaneView::MenuRequested);
+    QSignalSpy removed(&Left(), &PaneView::DeleteRequested), dragged(&Left(), &PaneView::DragRequested);
+    QTest::mouseDClick(Left().viewport(), Qt::LeftButton, {}, Middle(Left(), 1));
+    QTest::mouseDClick(Left().viewport(), Qt::LeftButton, {}, Middle(Left(), 2));
+    ASSERT_EQ(activated.size(), 1);
+    EXPECT_EQ(activated[0][0].value<std::size_t>(), 1U);
+
+    Click(Left(), 0);
+    Click(Left(), 1, Qt::ControlModifier);
+    // The right button keeps a selection that it is pressed on, and moves one that it is not.
+    for (int row : {1, 3}) {
+        QTest::mousePress(Left().viewport(), Qt::RightButton, {}, Middle(Left(), row));
+        QContextMenuEvent event(QContextMenuEvent::Mouse, Middle(Left(), row), QCursor::pos());
+        QApplication::sendEvent(Left().viewport(), &event);
+        EXPECT_EQ(Selected().size(), row == 1 ? 2U : 1U);
+    }
+    EXPECT_EQ(menu.size(), 2);
+
+    Key(Qt::Key_Delete);
+    Key(Qt::Key_Delete, Qt::ShiftModifier);
+    ASSERT_EQ(removed.size(), 2);
+    EXPECT_FALSE(removed[0][0].toBool());
+    EXPECT_TRUE(removed[1][0].toBool());
+
+    // A drag of two rows leaves them selected; a click without a move selects the one.
+    const auto dragFrom = [this](int row) {
+        QTest::mousePress(Left().viewport(), Qt::LeftButton, {}, Middle(Left(), row));
+        const QPointF goal = Middle(Left(), row) + QPoint(60, 0);
+        QMouseEvent move(QEvent::MouseMove, goal, Left().viewport()->mapToGlobal(goal), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(Left().viewport(), &move);
+        QTest::mouseRelease(Left().viewport(), Qt::LeftButton, {}, goal.toPoint());
+    };
+    Click(Left(), 0);
+    Click(Left(), 1, Qt::ShiftModifier);
+    dragFrom(0);
+    EXPECT_EQ(dragged.size(), 1);
+    EXPECT_THAT(Selected(), ElementsAre(0, 1));
+    Click(Left(), 0);
+    EXPECT_THAT(Selected(), ElementsAre(0));
+    dragFrom(2);
+    EXPECT_EQ(dragged.size(), 1);
+}
+
+TEST_F(PanesWidgetTest, DropsOfFileListsAreAcceptedAndHandedOn) {
+    ShowNames({"a"});
+    QList<QUrl> dropped;
+    QObject::connect(&Right(), &PaneView::UrisDropped,
+                     [&dropped](const QList<QUrl>& uris, Qt::KeyboardModifiers) { dropped = uris; });
+    QMimeData files, text;
+    files.setUrls({QUrl(QStringLiteral("file:///tmp/x%FFy"))});
+    text.setText(QStringLiteral("no file"));
+    for (const QMimeData* data : {&text, &files}) {
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(Right().viewport(), &enter);
+        EXPECT_EQ(enter.isAccepted(), data == &files);
+        QDropEvent drop({5, 5}, Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(Right().viewport(), &drop);
+    }
+    ASSERT_EQ(dropped.size(), 1);
+    EXPECT_EQ(dropped[0].toEncoded(), QByteArray("file:///tmp/x%FFy"));
+}
+
+TEST_F(PanesWidgetTest, TheScrollBarOfOnePaneMovesTheOtherAndWheelAndKeysDoNot) {
+    std::mt19937 random(1);
+    FillAtRandom(stage.hold, 500, random);
+    Show();
+    widget.Scrolling().SetOn(false);
+    Left().SetTopItem(40);
+    widget.Scrolling().SetOn(true);
+    EXPECT_EQ(Left().TopItem(), 0);
+
+    Left().verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    EXPECT_GT(Left().TopItem(), 0);
+    EXPECT_EQ(Right().TopItem(), Left().TopItem());
+    Right().verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMaximum);
+    EXPECT_EQ(Left().TopItem(), Right().TopItem());
+    EXPECT_EQ(Left().TopItem(), Left().verticalScrollBar()->maximum());
+
+    const int before = Right().TopItem();
+    Key(Qt::Key_Home);
+    EXPECT_EQ(Left().TopItem(), 0);
+    QWheelEvent wheel({50, 50}, Left().viewport()->mapToGlobal(QPointF(50, 50)), {}, {0, -240}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(Left().viewport(), &wheel);
+    EXPECT_GT(Left().TopItem(), 0);
+    EXPECT_EQ(Right().TopItem(), before);
+
+    widget.Scrolling().SetOn(false);
+    Left().verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMinimum);
+    EXPECT_EQ(Right().TopItem(), before);
+}
+
+TEST_F(PanesWidgetTest, ColumnsCanBeResizedHeadersDoNotReactAndTheLastRowsStandBesideEachOther) {
+    std::mt19937 random(1);
+    FillAtRandom(stage.hold, 200, random);
+    Show();
+    EXPECT_EQ(Left().ColumnWidths(), (PaneView::Widths{247, 94, 169}));
+    EXPECT_EQ(Left().width(), Right().width());
+    EXPECT_FALSE(Left().horizontalHeader()->sectionsClickable());
+    const auto order = Left().model()->index(0, 0).data().toString();
+    QTest::mouseClick(Left().horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(30, 8));
+    EXPECT_EQ(Left().model()->index(0, 0).data().toString(), order);
+
+    Left().SetColumnWidths({900, 80, 0});
+    EXPECT_EQ(Left().ColumnWidths(), (PaneView::Widths{900, 80, 169}));
+    QApplication::processEvents();
+    EXPECT_EQ(Left().verticalScrollBar()->maximum(), Right().verticalScrollBar()->maximum());
+    Left().SetColumnWidths({100, 80, 60});
+    QApplication::processEvents();
+    EXPECT_EQ(Left().viewport()->height(), Right().viewport()->height());
+
+    QFont font = widget.font();
+    font.setPointSize(24);
+    const int height = Left().rowHeight(0);
+    widget.SetPaneFont(font);
+    EXPECT_GT(Left().rowHeight(0), height);
+    EXPECT_EQ(Left().rowHeight(150), Right().rowHeight(0));
+}
+
+TEST_F(PanesWidgetTest, TogglesShowTheFlagsAndChangeThem) {
+    stage.panes.RemoveListItemsAndShowNoCompareMsg();
+    Show();
+    QToolButton* same = widget.Toggles().imgViews(Same);
+    EXPECT_EQ(same->toolTip(), QStringLiteral("View/Hide the files which are Identical"));
+    QTest::mouseClick(same, Qt::LeftButton);
+    EXPECT_EQ(stage.messages.Line(0), "View Types: These buttons require that a comparison be run first");
+    EXPECT_TRUE(same->isChecked());
+
+    for (Side side : kBothSides) stage.hold[side].Clear();
+    AddPair(stage.hold, "a", {Same}, {Same});
+    AddPair(stage.hold, "b", {Newer}, {Older});
+    stage.panes.ApplyViewTypes();
+    const qint64 colour = same->icon().cacheKey();
+    same->setFocus();
+    QTest::keyClick(same, Qt::Key_Space);
+    EXPECT_EQ(Left().model()->rowCount(), 1);
+    EXPECT_NE(same->icon().cacheKey(), colour);
+    stage.panes.ChooseView(kViewSimilar);
+    EXPECT_EQ(same->icon().cacheKey(), colour);
+    EXPECT_FALSE(widget.Toggles().imgViews(Newer)->isChecked());
+    EXPECT_EQ(Right().model()->index(0, 0).data().toString(), QStringLiteral("a"));
+}
+
+TEST_F(PanesWidgetTest, AMillionRowsAreSelectedRightAndPainted) {
+    std::mt19937 random(6);
+    FillAtRandom(stage.hold, 1'000'000, random);
+    Show();
+    Key(Qt::Key_A, Qt::ControlModifier);
+    std::size_t real = 0;
+    for (const ResultRow& row : stage.hold[Side::Left]) real += row.IsReal();
+    EXPECT_EQ(stage.Left().SelectedCount(), real);
+    EXPECT_EQ(stage.panes.StatusText(Side::Left).find("Selected " + std::to_string(real)), 0U);
+    Key(Qt::Key_End);
+    EXPECT_EQ(stage.Left().SelectedItem(), 999'999U);
+    EXPECT_LE(stage.Left().SelectedCount(), 1U);
+    EXPECT_EQ(Left().rowAt(Left().viewport()->height() - Left().rowHeight(0) / 2 - 2), 999'999);
+    EXPECT_FALSE(widget.grab().isNull());
+}
+
+}  // namespace
+}  // namespace vantrel
