@@ -24,8 +24,8 @@ class CSoundSettings {
     std::string CompareCompleteSound = kNone;
     bool SoundOn = true;
 
-    // Asked of the device when it is first needed, and then kept: looking for devices takes time that start-up
-    // should not spend.
+    // Asked of the device when it is first needed, and then kept: looking for devices takes time that
+    // start-up should not spend.
     bool DoesThisPCSupportWave();
     // `played` is false without a device and for a file that cannot be played.
     void PlayWave(const std::string& file, bool async, bool& played);

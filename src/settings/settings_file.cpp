@@ -1,7 +1,5 @@
 #include "settings/settings_file.h"
 
-#include <cerrno>
-
 namespace vantrel {
 
 Error SettingsFile::Read(IniDocument& out) const {
@@ -17,11 +15,6 @@ Error SettingsFile::Update(const Plan& plan) const {
     IniDocument document;
     if (Error error = Read(document); !error.IsOk()) return error;
     if (!document.Apply(plan(document))) return {};
-
-    // A rename needs no permission on the file that it replaces: the wish to keep it is asked for here.
-    FileInfo info;
-    if (files_.Stat(path_, LinkPolicy::Follow, info).IsOk() && (info.attributes & kReadOnly) != 0)
-        return Error::FromErrno(EACCES, path_);
     return files_.ReplaceFile(path_, document.Text());
 }
 

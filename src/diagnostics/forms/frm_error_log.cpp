@@ -1,7 +1,7 @@
 #include "diagnostics/forms/frm_error_log.h"
 
 #include <QDialogButtonBox>
-#include <QFontDatabase>
+#include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -86,8 +86,8 @@ void frmErrorLog::DisplayFile(const std::string& path) {
 }
 
 void frmErrorLog::Clear() {
-    const bool cleared = reporter_.Guard("frmErrorLog.cmdClear_Click",
-                                         [&] { ThrowIfFailed(files_.ReplaceFile(path_, {})); });
+    const bool cleared =
+        reporter_.Guard("frmErrorLog.cmdClear_Click", [&] { ThrowIfFailed(files_.ReplaceFile(path_, {})); });
     if (!cleared) return;
     DisplayFile(path_);
     OKButton->setFocus();

@@ -61,14 +61,12 @@ class QtSoundDevice::Player : public QObject {
 };
 
 QtSoundDevice::QtSoundDevice(const FileSystem& files)
-    : files_(files),
-      state_(std::make_shared<State>()),
-      thread_(new QThread),
-      player_(new Player(state_)) {
+    : files_(files), state_(std::make_shared<State>()), thread_(new QThread), player_(new Player(state_)) {
     thread_->setObjectName(QStringLiteral("sound"));
     player_->moveToThread(thread_);
     QObject::connect(thread_, &QThread::finished, player_, &QObject::deleteLater);
-    QMetaObject::invokeMethod(player_, [player = player_] { player->CountDevices(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        player_, [player = player_] { player->CountDevices(); }, Qt::QueuedConnection);
     thread_->start();
 }
 

@@ -9,13 +9,13 @@
 namespace vantrel {
 
 // Sound through Qt. The libraries below it wait for the sound server without a limit, so all talk with it is
-// on a thread of its own, begun with the object: the program never waits longer than the times given here, and
-// a server that hangs is a machine without sound. Needs the application object.
+// on a thread of its own, begun with the object: the program never waits longer than the times given here,
+// and a server that hangs is a machine without sound. Needs the application object.
 class QtSoundDevice : public SoundDevice {
   public:
-    static constexpr int kMostWaitForDevices = 300;    // milliseconds, once
-    static constexpr int kMostWaitForSound = 10'000;   // of a Play that is not `async`
-    static constexpr int kMostWaitForThread = 200;     // at the end
+    static constexpr int kMostWaitForDevices = 300;   // milliseconds, once
+    static constexpr int kMostWaitForSound = 10'000;  // of a Play that is not `async`
+    static constexpr int kMostWaitForThread = 200;    // at the end
 
     explicit QtSoundDevice(const FileSystem& files);
     // A thread that hangs in the sound server is left behind and ends with the process.
