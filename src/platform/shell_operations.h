@@ -37,7 +37,7 @@ struct ShellRequest {
 };
 
 enum class ItemOutcome : std::uint8_t {
-    NotReached,  // the operation was cancelled before it
+    NotReached,  // the operation was cancelled before it was wholly done, perhaps before it was begun
     Done,        // wholly: with everything below it, and safe on the disk
     Skipped,     // the user said so (No to overwriting) for it or something below it
     Failed,      // it, or something below it, failed; the rest below it was done
@@ -73,7 +73,9 @@ class ShellProgress {
         std::uint64_t bytes = 0;
     };
     virtual ~ShellProgress() = default;
-    virtual void Begin(ShellOperation operation, Totals totals) = 0;
+    virtual void Begin(ShellOperation operation) = 0;
+    // Follows once what is to be done has been counted.
+    virtual void SetTotals(Totals totals) = 0;
     // The object that comes next; `target` is empty where there is none.
     virtual void Item(std::string_view path, std::string_view target) = 0;
     // What is done of the totals. Called for each object and each slice: it must cost nothing.
@@ -89,7 +91,8 @@ class ShellProgress {
 class NoShellProgress : public ShellProgress {
   public:
     explicit NoShellProgress(EventLoopPort& loop) : loop_(loop) {}
-    void Begin(ShellOperation, Totals) override {}
+    void Begin(ShellOperation) override {}
+    void SetTotals(Totals) override {}
     void Item(std::string_view, std::string_view) override {}
     void Advance(Totals) override {}
     bool CancelAsked() override { return loop_.CancelRequested(); }
@@ -128,8 +131,9 @@ class ShellQuestions {
 // - Nothing overwrites what the same request has put there, by an equal name or one that the target's file
 //   system takes for equal.
 // - What could not be put into the trash stays where it is. A delete enters no link and no other mount.
-// - A copied or moved object counts as done once it is safe on the disk; the source of a move across file
-//   systems is removed after that, and only where it is still what was copied.
+// - A copied object counts as done once it is safe on the disk; the source of a move across file systems is
+//   removed after that, and only where it is still what was copied.
+// - What a kill left behind of our own (temporary_files.h) is cleared from the folders that are written to.
 class ShellOperations {
   public:
     virtual ~ShellOperations() = default;
