@@ -25,8 +25,8 @@ std::string DateText(const SubFolderRecord& record, const LocaleFormats& locale)
     return locale.DateTime(FileTimeToLocalFileTime(record.lastWrite));
 }
 
-CSubFolderDiffs::CSubFolderDiffs(std::string name, std::string folder)
-    : name_(std::move(name)), folder_(WithoutTrailingSlash(folder)) {
+CSubFolderDiffs::CSubFolderDiffs(std::string name, std::string folder, std::shared_ptr<TextPool> texts)
+    : name_(std::move(name)), folder_(WithoutTrailingSlash(folder)), texts_(std::move(texts)) {
 }
 
 SubFolderRecord CSubFolderDiffs::Kept(const SubFolderRecord& record) {

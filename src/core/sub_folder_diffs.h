@@ -15,7 +15,8 @@ namespace vantrel {
 // One half of a difference below a sub-folder. Blank where that side has no such file. The texts live in the
 // pool of the CSubFolderDiffs that holds the record.
 struct SubFolderRecord {
-    std::string_view name;      // path below the sub-folder, as in "x/y.txt"; equal on both halves of a pair
+    std::string_view
+        name;  // path below the sub-folder, as in "x/y.txt"; the same on both halves, empty when blank
     std::string_view realName;  // the same path as it stands on this side's disk; can differ in letter case
     Currency size;              // by the size rule of a scan
     FileTime lastWrite;         // UTC
@@ -44,8 +45,10 @@ struct UnknownPlace {
 class CSubFolderDiffs {
   public:
     CSubFolderDiffs() = default;
-    // `name` is the row's text, with its marker; `folder` is the left folder's full path.
-    CSubFolderDiffs(std::string name, std::string folder);
+    // `name` is the row's text, with its marker; `folder` is the left folder's full path. `texts` is a pool
+    // that several of these objects may share.
+    CSubFolderDiffs(std::string name, std::string folder,
+                    std::shared_ptr<TextPool> texts = std::make_shared<TextPool>());
 
     const std::string& Name() const { return name_; }      // "\Sub", as the row shows it
     const std::string& Folder() const { return folder_; }  // of the left side, without a "/" at its end

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/cfile.h"
+#include "core/comparison_context.h"
+#include "core/filters.h"
+#include "platform/text_pool.h"
+
+namespace vantrel {
+
+enum class ScanOutcome {
+    Complete,
+    Cancelled,  // what was found so far stays
+    Failed,     // reported; what was found is not the whole folder
+};
+
+// One scanned folder: one level of it, not a tree. Files and sub-folders stand in the order of their keys,
+// each key once. Of names that differ in letter case only, the first in code point order stays; the others
+// are noted in the comparison's log.
+class CDir {
+  public:
+    // `Name` begins with the folder marker, as in "\Sub"; so does the key.
+    struct SubDir {
+        std::string_view Name;
+        std::string_view Key;
+        std::string_view RealName() const { return Name.substr(1); }
+    };
+
+    explicit CDir(const Toolbox& tools) : tools_(tools) {}
+
+    const std::vector<SubDir>& SubDirs() const;
+    const std::vector<CFile>& Files() const;
+    std::string Name;                                  // free label
+    const std::string& Path() const { return path_; }  // with "/" at its end; empty when not set
+    // Normalises the path and sets DriveName.
+    void SetPath(std::string_view path);
+    const std::string& DriveName() const { return driveName_; }
+    std::size_t FileCount() const { return Files().size(); }
+    std::size_t SubDirCount() const { return SubDirs().size(); }
+    Currency Size;  // 0 after each scan; for callers
+
+    // `markedName` begins with the folder marker. A duplicate is ignored.
+    void AddSubDir(std::string_view markedName);
+    // Scans Path. The number of files is not known before the listing and is not worth a second one: the bar
+    // of the progress window is a busy one, whose value counts the files. An error, also one in the middle of
+    // the listing, is reported as "CDir.PopulateSelfWithFiles".
+    ScanOutcome PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context);
+    // DriveName keeps its value.
+    void Clear();
+
+    bool DoesFileExistInDir(std::string_view name, const CFile*& file) const;
+    bool DoesSubDirExistInDir(std::string_view markedName) const;
+    const CFile* GetFile(std::string_view name) const;              // nullptr where there is none
+    std::string_view GetSubDir(std::string_view markedName) const;  // empty where there is none
+
+    // Keys, without marker and sorted, of entries that the last scan found and could not look at: whether
+    // such a name is a file or a folder, or whether it equals its counterpart, is not known.
+    const std::vector<std::string>& UnknownKeys() const { return unknownKeys_; }
+    // The pool that the texts live in; it is another one after each scan.
+    std::shared_ptr<const TextPool> Texts() const { return texts_; }
+
+    // Whether `path` is a folder that can be compared; if not, the user has been told why.
+    bool IsValidPath(std::string_view path) const;
+    // Makes every missing level. What fails shows in the result alone: whether the folder exists at the end.
+    bool CreateNestedFoldersByPath(std::string_view path) const;
+    // The folder above; "/" for "/" and for a folder right below it. A text without "/" is left unchanged.
+    static std::string GetParentDir(std::string_view path);
+
+  private:
+    struct ListingState;
+    bool TakeEntry(const FolderEntry& entry, ListingState& state);
+    void AddFile(const FolderEntry& entry);
+    void AddUnknown(const FolderEntry& entry, const ListingState& state);
+    std::string_view KeyFor(std::string_view kept);
+    template <typename Check>
+    void Index(const Check& check) const;
+    void EnsureIndexed() const;
+    void DropContent();
+
+    enum class DriveState { Missing, NotReady, Ready };
+    bool IsFolder(const std::string& path, Error& pending) const;
+    DriveState StateOfDrive(const std::string& drive) const;
+    bool AccessIsAllowed(const std::string& path) const;
+    bool FailCompare(std::string text) const;
+
+    Toolbox tools_;
+    std::string path_;
+    std::string driveName_;
+    std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
+    // Sorted and without twins once `indexed_`; a scan that was cancelled leaves that to the first look.
+    mutable std::vector<CFile> files_;
+    mutable std::vector<SubDir> subDirs_;
+    mutable bool indexed_ = true;
+    std::vector<std::string> unknownKeys_;
+    std::string scratch_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/ccompare.h"
+#include "core/compare_ports.h"
+#include "core/toolbox.h"
+
+namespace vantrel {
+
+// Thrown inside a comparison when the user cancelled it; caught by FolderComparison and by nothing else.
+struct ComparisonCancelled {};
+
+// What every step of a running comparison works with. Nothing in it is owned.
+struct ComparisonContext {
+    const Toolbox& tools;
+    CCompare& compare;
+    ComparisonHost& host;
+    CompareProgress& progress;
+
+    // Lets events through, then reads the cancel flag. Cheap enough for every file.
+    bool IsCancelled() const {
+        tools.loop.Yield();
+        if (tools.loop.CancelRequested()) compare.CompareCancelled = true;
+        return compare.CompareCancelled;
+    }
+    void ThrowIfCancelled() const {
+        if (IsCancelled()) throw ComparisonCancelled();
+    }
+};
+
+}  // namespace vantrel

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/comparison_context.h"
+#include "core/filters.h"
+#include "core/name_order.h"
+#include "platform/file_system.h"
+
+namespace vantrel {
+
+// What one level of a walk holds on one side: the entries of a folder, or of several whose names differ in
+// letter case only and which count as one. It is used again for folder after folder, so that a walk hardly
+// allocates.
+class FolderListing {
+  public:
+    struct Source {
+        OpenFolder folder;
+        std::string
+            path;  // below the sub-folder, real names, with "/" at its end; empty: the sub-folder itself
+        FileId id;
+    };
+    struct Entry {
+        std::uint32_t nameAt, nameSize, keyAt, keySize;  // in the text; the key of a folder ends in "/"
+        std::uint32_t source;
+        bool isFolder;
+        std::uint64_t size;
+        FileTime lastWrite;
+    };
+
+    void Clear();
+    Source& AddSource() { return sources_.emplace_back(); }
+    void DropLastSource() { sources_.pop_back(); }
+    std::vector<Source>& Sources() { return sources_; }
+
+    // Lists all sources. What the filter keeps becomes entries; folders that it drops are kept aside, because
+    // they count in the size. Without a filter there are folders aside only. Throws ComparisonCancelled. At
+    // an error the entries are not to be used; `lastName` is what was looked at before it.
+    Error List(const NameFilter* filter, const ComparisonContext& context, std::string& lastName);
+
+    // Bytes of all files listed, whether kept or not.
+    Currency TotalSize() const { return totalSize_; }
+    // In the order of keys; entries with equal keys are next to each other, the one to stay first.
+    std::size_t Count() const { return order_.size(); }
+    const Entry& At(std::size_t position) const { return entries_[order_[position].index]; }
+    const std::vector<Entry>& FoldersAside() const { return aside_; }
+    // Names that could not be looked at.
+    const std::vector<Entry>& Unknown() const { return unknown_; }
+
+    std::string_view Name(const Entry& entry) const {
+        return std::string_view(text_).substr(entry.nameAt, entry.nameSize);
+    }
+    std::string_view Key(const Entry& entry) const {
+        return std::string_view(text_).substr(entry.keyAt, entry.keySize);
+    }
+    // Path below the sub-folder, in real names.
+    void PathOf(const Entry& entry, std::string& path) const {
+        path.assign(sources_[entry.source].path).append(Name(entry));
+    }
+
+  private:
+    void Take(const FolderEntry& entry, std::uint32_t source, const NameFilter* filter);
+    Entry MakeEntry(const FolderEntry& entry, std::uint32_t source);
+
+    std::vector<Source> sources_;
+    std::string text_;
+    std::vector<Entry> entries_, aside_, unknown_;
+    std::vector<SortItem> order_;
+    Currency totalSize_;
+    std::string marked_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+
+#include "core/classification.h"
+#include "core/comparison_context.h"
+#include "core/files_differ.h"
+
+namespace vantrel {
+
+// One half of a pair, as the scan saw it.
+struct ScannedFile {
+    Currency size;       // by the size rule
+    FileTime lastWrite;  // UTC
+};
+
+// Decides the types of pairs of files under the options of a run.
+class PairComparison {
+  public:
+    explicit PairComparison(const ComparisonContext& context)
+        : context_(context),
+          method_(context.compare.CompareMethod),
+          comparator_(context.tools, context.compare),
+          shownName_(context.progress) {}
+
+    bool ReadsContents() const { return method_ != CompareMethod::SizeAndDate; }
+    bool NeedsContents(const PerSide<ScannedFile>& pair) const {
+        return vantrel::NeedsContents(method_, pair[Side::Left].size != pair[Side::Right].size);
+    }
+    // `pathOf(side)` gives the full path; it is asked only where contents must be read. Throws
+    // ComparisonCancelled, since a comparison of contents that was cancelled has no answer.
+    template <typename PathOf>
+    PairTypes Classify(const PerSide<ScannedFile>& pair, const PathOf& pathOf) {
+        const bool contentsDiffer =
+            NeedsContents(pair) &&
+            ContentsDiffer(pathOf(Side::Left), pathOf(Side::Right), pair[Side::Left].size);
+        return ClassifyPair(method_, Difference(pair), pair[Side::Left].size != pair[Side::Right].size,
+                            contentsDiffer);
+    }
+
+    // Pairs that need contents may be announced ahead, in the order in which they will be classified and
+    // without leaving one out; while as many as can be are announced, nothing more is wanted.
+    bool WantsAnnouncements() const { return announced_ < ContentComparator::kAnnouncedPairs; }
+    void Announce(const std::string& leftPath, const std::string& rightPath) {
+        if (comparator_.Announce(leftPath, rightPath)) ++announced_;
+    }
+
+  private:
+    Currency Difference(const PerSide<ScannedFile>& pair) const;
+    bool ContentsDiffer(const std::string& left, const std::string& right, Currency size);
+
+    const ComparisonContext& context_;
+    CompareMethod method_;
+    ContentComparator comparator_;
+    FileNameProgress shownName_;
+    std::size_t announced_ = 0;
+};
+
+}  // namespace vantrel
