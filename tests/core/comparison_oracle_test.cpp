@@ -1,0 +1,49 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "core/comparison_oracle_support.h"
+
+namespace vantrel::testing {
+namespace {
+
+using ::testing::ElementsAreArray;
+
+struct Filters {
+    const char* include;
+    const char* exclude;
+};
+constexpr Filters kFilters[] = {
+    {"", ""}, {"*", "b*"}, {"*.txt,a", ""}, {"*.txt,\\b*", ".*"}, {"*", "\\c*,\\a,*.doc"}};
+
+// Every tree is compared by every method under every combination of allowances, with one of the filters.
+TEST(FolderComparison, AgreesWithTheOracleOnRandomTrees) {
+    std::mt19937 random(20'201'231);
+    for (int tree = 0; tree < 60; ++tree) {
+        ComparisonBench bench;
+        MakeRandomTrees(bench, random);
+        for (int options = 0; options < 16; ++options) {
+            const Filters& filters = kFilters[(tree + options) % std::size(kFilters)];
+            bench.compare.CompareMethod = static_cast<CompareMethod>(options / 4);
+            bench.compare.IgnoreFAT_NTFS_TwoSecDiff = options % 2 == 1;
+            bench.compare.IgnoreFAT_NTFS_DaylightSavings = options / 2 % 2 == 1;
+            bench.compare.IncludeFilters = filters.include;
+            bench.compare.ExcludeFilters = filters.exclude;
+            bench.compare.ExcludeHiddenFiles = tree % 3 == 0;
+            bench.compare.ExcludeHiddenFolders = tree % 4 == 0;
+            bench.compare.SetCompareSubFolders(options % 5 != 4);
+            const ExpectedResult expected = Expect(bench);
+
+            ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+            std::string why;
+            EXPECT_TRUE(IsConsistent(bench.results.hold, &why)) << why;
+            ASSERT_THAT(bench.Rows(), ElementsAreArray(expected.rows))
+                << "tree " << tree << ", options " << options;
+            ASSERT_THAT(bench.Records(), ElementsAreArray(expected.records))
+                << "tree " << tree << ", options " << options;
+            EXPECT_FALSE(bench.compare.ErrorsDuringCompare);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vantrel::testing

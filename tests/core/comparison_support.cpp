@@ -1,0 +1,58 @@
+#include "core/comparison_support.h"
+
+namespace vantrel::testing {
+namespace {
+
+std::string Describe(const ResultRow& row) {
+    switch (row.kind) {
+        case RowKind::File:
+            return DescribeFile(row.text, row.realName, row.size.Whole(), row.lastWrite, row.type);
+        case RowKind::Folder:
+            return DescribeFolder(row.text, row.realName, row.size.Whole(), row.type, row.incomplete);
+        case RowKind::Sentinel:
+            return "sentinel";
+        case RowKind::Placeholder:
+            break;
+    }
+    return {};
+}
+
+std::string Describe(const SubFolderRecord& record) {
+    if (record.IsBlank()) return {};
+    return DescribeFile(record.name, record.realName, record.size.Whole(), record.lastWrite, record.type);
+}
+
+}  // namespace
+
+std::string DescribeFile(std::string_view text, std::string_view realName, std::int64_t size, FileTime time,
+                         ResultType type) {
+    std::string line(text);
+    line.append("|").append(realName).append("|").append(std::to_string(size)).append("|");
+    return line.append(std::to_string(time.ticks)).append("|").append(ResultTypeText(type));
+}
+
+std::string DescribeFolder(std::string_view text, std::string_view realName, std::int64_t size,
+                           ResultType type, bool incomplete) {
+    std::string line(text);
+    line.append("|").append(realName).append("|").append(std::to_string(size)).append("|");
+    return line.append(ResultTypeText(type)).append(incomplete ? "|incomplete" : "");
+}
+
+std::vector<std::string> ComparisonBench::Rows() const {
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < results.hold[Side::Left].Count(); ++i)
+        lines.push_back(Describe(results.hold[Side::Left][i]) + std::string(kBetweenSides) +
+                        Describe(results.hold[Side::Right][i]));
+    return lines;
+}
+
+std::vector<std::string> ComparisonBench::Records() const {
+    std::vector<std::string> lines;
+    for (const CSubFolderDiffs& diffs : results.SubFolderDiffs)
+        for (std::size_t i = 1; i <= diffs.GetArrayDiffOneDimensions(); ++i)
+            lines.push_back(diffs.Name() + ": " + Describe(diffs.GetUDTFromArrayDiffOne(i)) +
+                            std::string(kBetweenSides) + Describe(diffs.GetUDTFromArrayDiffTwo(i)));
+    return lines;
+}
+
+}  // namespace vantrel::testing
