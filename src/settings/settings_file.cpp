@@ -4,9 +4,10 @@ namespace vantrel {
 
 Error SettingsFile::Read(IniDocument& out) const {
     out = IniDocument();
-    if (!Exists()) return {};
     std::string bytes;
-    if (Error error = files_.ReadWholeFile(path_, kMostBytes, bytes); !error.IsOk()) return error;
+    const Error error = files_.ReadWholeFile(path_, kMostBytes, bytes);
+    if (error.Number() == ErrorNumber::FileNotFound) return {};
+    if (!error.IsOk()) return error;
     out = IniDocument(std::move(bytes));
     return {};
 }

@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
+
+#include "support/faulty_system_calls.h"
 #include "support/temp_folder.h"
 
 namespace vantrel {
@@ -183,6 +187,32 @@ TEST_F(OptionStoreTest, AFileThatCannotBeReadGivesDefaultsAndIsNotOverwritten) {
     ASSERT_EQ(0, truncate((folder / "vantrel.ini").c_str(), SettingsFile::kMostBytes + 1));
     EXPECT_FALSE(Store().Load(environment, options).IsOk());
     EXPECT_FALSE(Store().Save(options, SaveGeometry::Yes).IsOk());
+}
+
+// Whatever call fails on the way, the file is wholly the old one or wholly the new one, and a save that says
+// it went well did.
+TEST_F(OptionStoreTest, ASaveThatFailsLeavesTheOldFile) {
+    const std::string before = "; mine\n[Options]\nSoundOn=False\n";
+    Options options = LoadedFrom(before);
+    options.chunkSize = 77;
+    ASSERT_TRUE(Store().Save(options, SaveGeometry::Yes).IsOk());
+    const std::string after = Text();
+
+    std::size_t tried = 0, refused = 0;
+    for (const int code : {ENOSPC, EIO}) {
+        for (std::size_t number = 1;; ++number, ++tried) {
+            folder.Write("vantrel.ini", before);
+            testing::FaultySystemCalls faulty;
+            faulty.FailAt(number, code);
+            const FileSystem failing(faulty);
+            const Error error = OptionStore(failing, folders).Save(options, SaveGeometry::Yes);
+            if (faulty.Count() < number) break;
+            ASSERT_TRUE(Text() == before || Text() == after) << number << "\n" << Text();
+            ASSERT_TRUE(!error.IsOk() || Text() == after) << number;
+            refused += !error.IsOk();
+        }
+    }
+    EXPECT_GT(refused, tried / 3);
 }
 
 }  // namespace
