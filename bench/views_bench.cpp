@@ -1,0 +1,199 @@
+// Times of what a person does with a result of 1,000,000 pairs, in the engine and in the shown window, and
+// the memory of a pair. The window runs on the offscreen platform where there is no display.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <random>
+
+#include "diagnostics/error_reporter.h"
+#include "views/forms/panes_widget.h"
+#include "views/result_panes.h"
+
+namespace vantrel {
+namespace {
+
+constexpr std::size_t kPairs = 1'000'000;
+
+class SilentMessages : public MessagePort {
+  public:
+    MessageAnswer Ask(const Message&) override { return MessageAnswer::Ok; }
+    void ShowInformationMessage(const std::string&, const std::string&) override {}
+    MessageAnswer Confirm(const Confirmation&) override { return MessageAnswer::Yes; }
+    std::optional<std::string> AskForText(const std::string&, const std::string&,
+                                          const std::string&) override {
+        return {};
+    }
+    std::optional<std::string> AskForFile(const FileDialog&) override { return {}; }
+    std::optional<std::string> PickDirectory(const std::string&, const std::string&,
+                                             const std::string&) override {
+        return {};
+    }
+};
+
+class NoLoop : public EventLoopPort {
+  public:
+    void Yield() override {}
+    bool CancelRequested() const override { return false; }
+    void ResetCancel() override {}
+};
+
+ResultRow RowOf(const std::string& name, ResultType type, std::int64_t size) {
+    ResultRow row;
+    row.text = row.realName = name;
+    row.size = Currency::FromWhole(size);
+    row.lastWrite = FileTime::FromUnix(1'600'000'000 + size, 0);
+    row.type = type;
+    row.kind = RowKind::File;
+    return row;
+}
+
+// Half of the pairs the same, the others newer, older and orphans, at random.
+void Fill(HoldLists& hold) {
+    using enum ResultType;
+    std::mt19937 random(1);
+    for (Side side : kBothSides) hold[side].Reserve(kPairs);
+    for (std::size_t i = 0; i < kPairs; ++i) {
+        const std::string name = "a file of usual length " + std::to_string(i) + ".jpeg";
+        const auto add = [&](Side side, ResultType type) {
+            if (type == None)
+                hold[side].AddPlaceholder();
+            else
+                hold[side].AddCopy(RowOf(name, type, static_cast<std::int64_t>(random() % 10'000'000)));
+        };
+        const unsigned kind = random() % 8;
+        const ResultType left = kind < 4    ? Same
+                                : kind == 4 ? Newer
+                                : kind == 5 ? Older
+                                : kind == 6 ? Orphan
+                                            : None;
+        const ResultType right = kind < 4    ? Same
+                                 : kind == 4 ? Older
+                                 : kind == 5 ? Newer
+                                 : kind == 6 ? None
+                                             : Orphan;
+        add(Side::Left, left);
+        add(Side::Right, right);
+    }
+}
+
+struct Stage {
+    Stage() {
+        Fill(hold);
+        panes.ApplyViewTypes();
+    }
+    SystemCalls calls;
+    FileSystem files{calls};
+    ProgramFolders folders;
+    SystemClock clock;
+    LocaleFormats locale;
+    SilentMessages messages;
+    NoLoop loop;
+    ErrorReporter reporter{files, folders, clock, locale, messages, loop};
+    CViewSelections selections;
+    HoldLists hold;
+    ResultPanes panes{hold, selections, reporter, messages};
+};
+
+Stage& TheStage() {
+    static Stage stage;
+    return stage;
+}
+
+class Window {
+  public:
+    Window() : widget_(TheStage().panes, TheStage().locale, {}) {
+        widget_.resize(1200, 800);
+        widget_.show();
+        QApplication::processEvents();
+    }
+    // Until the change stands on the screen.
+    void Paint() {
+        widget_.repaint();
+        QApplication::processEvents();
+    }
+
+  private:
+    PanesWidget widget_;
+};
+
+void ChangeView(benchmark::State& state, std::int32_t view) {
+    for (auto _ : state) TheStage().panes.ChooseView(view);
+    state.counters["bytes_per_pair"] = static_cast<double>(TheStage().panes.MemoryUsed()) / kPairs;
+}
+void BM_ViewAll(benchmark::State& state) {
+    ChangeView(state, kViewAll);
+}
+void BM_ViewDifferent(benchmark::State& state) {
+    ChangeView(state, kViewDifferent);
+}
+void BM_ViewSimilar(benchmark::State& state) {
+    ChangeView(state, kViewSimilar);
+}
+
+void BM_SelectAll(benchmark::State& state) {
+    TheStage().panes.ChooseView(kViewAll);
+    for (auto _ : state) {
+        TheStage().panes.SelectAll(Side::Left);
+        state.PauseTiming();
+        TheStage().panes.DeselectAll(Side::Left);
+        state.ResumeTiming();
+    }
+}
+void BM_Invert(benchmark::State& state) {
+    TheStage().panes.SetCurrentListview(Side::Left);
+    for (auto _ : state) TheStage().panes.InvertSelection();
+}
+void BM_Totals(benchmark::State& state) {
+    for (auto _ : state)
+        for (Side side : kBothSides) benchmark::DoNotOptimize(TotalsText(TheStage().panes.Pane(side)));
+}
+
+void BM_WindowChangeView(benchmark::State& state) {
+    Window window;
+    std::int32_t view = kViewAll;
+    for (auto _ : state) {
+        TheStage().panes.ChooseView(view = view == kViewAll ? kViewDifferent : kViewAll);
+        window.Paint();
+    }
+    TheStage().panes.ChooseView(kViewAll);
+}
+void BM_WindowSelectAll(benchmark::State& state) {
+    Window window;
+    for (auto _ : state) {
+        TheStage().panes.SelectAll(Side::Left);
+        window.Paint();
+        state.PauseTiming();
+        TheStage().panes.DeselectAll(Side::Left);
+        state.ResumeTiming();
+    }
+}
+void BM_WindowExtendByKey(benchmark::State& state) {
+    Window window;
+    std::size_t row = 0;
+    for (auto _ : state) {
+        TheStage().panes.MoveTo(Side::Left, row++ % kPairs, {.extend = true});
+        window.Paint();
+    }
+}
+
+BENCHMARK(BM_ViewAll)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ViewDifferent)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ViewSimilar)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SelectAll)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Invert)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Totals)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowChangeView)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowSelectAll)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowExtendByKey)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace vantrel
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
