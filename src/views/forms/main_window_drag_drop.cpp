@@ -4,7 +4,7 @@
 #include <QMimeData>
 #include <QWidget>
 
-#include "views/uri_list.h"
+#include "platform/uri_list.h"
 
 namespace vantrel {
 

@@ -1,4 +1,4 @@
-#include "views/uri_list.h"
+#include "platform/uri_list.h"
 
 #include <algorithm>
 #include <cctype>

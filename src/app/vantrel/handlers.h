@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/result_row.h"
+#include "views/forms/command_table.h"
+
+namespace vantrel {
+
+class Application;
+
+// The handlers of the main window's commands by area. Each gives its commands what they do, and binds the
+// check marks to what they show.
+void InstallCompareCommands(Application& application);
+void InstallFolderCommands(Application& application);
+void InstallObjectCommands(Application& application);
+void InstallSelectionAndViewCommands(Application& application);
+void InstallOptionCommands(Application& application);
+void InstallHelpCommands(Application& application);
+
+// A click on one of the icons beside a path box.
+void OnPathIconClicked(Application& application, Side side, PathIcon icon);
+
+inline void InstallHandlers(Application& application) {
+    InstallCompareCommands(application);
+    InstallFolderCommands(application);
+    InstallObjectCommands(application);
+    InstallSelectionAndViewCommands(application);
+    InstallOptionCommands(application);
+    InstallHelpCommands(application);
+}
+
+}  // namespace vantrel

@@ -1,0 +1,104 @@
+#include "start_up.h"
+
+#include <QApplication>
+#include <QStandardPaths>
+#include <QtGlobal>
+#include <cstdio>
+#include <cstdlib>
+
+#include "application.h"
+#include "config.h"
+#include "diagnostics/forms/frm_confirmation.h"
+#include "diagnostics/forms/qt_sound_device.h"
+#include "platform/forms/icons.h"
+#include "platform/forms/qt_text.h"
+#include "platform/system_calls.h"
+#include "single_instance.h"
+
+namespace vantrel {
+namespace {
+
+constexpr int kNoDisplay = 2;  // exit status
+
+// Qt ends the process by abort() when it finds no display; that would look like a crash of the program.
+void OnQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtDebugMsg || type == QtInfoMsg) return;
+    std::fprintf(stderr, "vantrel: %s\n", qUtf8Printable(text));
+    if (type != QtFatalMsg) return;
+    std::fputs("vantrel: the windows need a display. vantrel-cli compares folders without one.\n", stderr);
+    std::_Exit(kNoDisplay);
+}
+
+void Raise(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.activateWindow();
+}
+
+// Everything that Main makes, in its order; it goes in the opposite one when the program ends.
+class Program {
+  public:
+    explicit Program(std::string appVersion)
+        : files_(calls_),
+          volumes_(files_),
+          folders_(FindProgramFolders(files_)),
+          sound_(files_),
+          application_({.files = files_,
+                        .volumes = volumes_,
+                        .clock = clock_,
+                        .locale = locale_,
+                        .folders = folders_,
+                        .messages = messages_,
+                        .loop = loop_,
+                        .desktop = desktop_,
+                        .sound = sound_},
+                       std::move(appVersion)) {
+        messages_.SetParentWindow(&application_.Window());
+        messages_.showConfirmation = ShowConfirmation;
+    }
+
+    Application& Get() { return application_; }
+
+  private:
+    SystemCalls calls_;
+    FileSystem files_;
+    SystemVolumes volumes_;
+    SystemClock clock_;
+    LocaleFormats locale_;
+    ProgramFolders folders_;
+    QtMessages messages_;
+    QtEventLoop loop_;
+    QtDesktop desktop_;
+    QtSoundDevice sound_;
+    Application application_;
+};
+
+}  // namespace
+
+std::string AppVersionText() {
+    return std::to_string(config::kVersionMajor) + "." + std::to_string(config::kVersionMinor) + "." +
+           std::to_string(config::kVersionRevision);
+}
+
+int Main(int argc, char** argv) {
+    qInstallMessageHandler(OnQtMessage);
+    QApplication qt(argc, argv);
+    const std::string appVersion = AppVersionText();
+    QApplication::setApplicationName(QStringLiteral("vantrel"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(ToQString(appVersion));
+    QApplication::setWindowIcon(ProgramIcon());
+
+    SingleInstance instance(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
+                            ToQString(appVersion));
+    if (instance.Claim() == SingleInstance::Start::OtherRaised) return EXIT_SUCCESS;
+
+    Program program(appVersion);
+    Application& application = program.Get();
+    QObject::connect(&instance, &SingleInstance::RaiseRequested, &application.Window(),
+                     [&application] { Raise(application.Window()); });
+    application.FormLoad();
+    return QApplication::exec();
+}
+
+}  // namespace vantrel
