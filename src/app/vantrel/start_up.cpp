@@ -10,9 +10,11 @@
 #include "config.h"
 #include "diagnostics/forms/frm_confirmation.h"
 #include "diagnostics/forms/qt_sound_device.h"
+#include "frm_splash.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
 #include "platform/system_calls.h"
+#include "settings/cini_file.h"
 #include "single_instance.h"
 
 namespace vantrel {
@@ -33,6 +35,25 @@ void Raise(QWidget& window) {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.raise();
     window.activateWindow();
+}
+
+SplashServices ForSplash(Application& application) {
+    const Surroundings& around = application.around;
+    return {.logoFile = around.folders.SupportFile(around.files, "vtlogo.jpg"),
+            .readOption =
+                [&around](const std::string& key, const std::string& defaultValue) {
+                    CIniFile settings(around.files, around.folders, around.messages);
+                    settings.SetName(around.folders.executableName + ".ini");
+                    settings.Section = "Options";
+                    settings.Key = key;
+                    return settings.GetStringValue(defaultValue);
+                },
+            .playWave =
+                [&application](const std::string& file) {
+                    bool played = false;
+                    application.sounds.PlayWave(file, true, played);
+                },
+            .LoadNextForm = [&application] { application.FormLoad(); }};
 }
 
 // Everything that Main makes, in its order; it goes in the opposite one when the program ends.
@@ -97,7 +118,8 @@ int Main(int argc, char** argv) {
     Application& application = program.Get();
     QObject::connect(&instance, &SingleInstance::RaiseRequested, &application.Window(),
                      [&application] { Raise(application.Window()); });
-    application.FormLoad();
+    frmSplash splash(ForSplash(application));
+    splash.Load();
     return QApplication::exec();
 }
 
