@@ -3,20 +3,27 @@
 #include "application.h"
 #include "config.h"
 #include "frm_about.h"
+#include "frm_help.h"
 #include "handlers.h"
 #include "platform/paths.h"
 
 namespace vantrel {
 namespace {
 
-// A page of the help, in the program that shows such pages.
+// A page of the help, in the program that shows such pages, or in a window of our own where there is none.
 void OpenHelpPage(Application& application, std::string_view page) {
     const std::string path = JoinPath(GetParentFolderName(application.HelpFile), page);
-    if (application.tools.files.FileExists(path) && application.around.desktop.OpenFile(path)) return;
-    application.around.messages.Ask({.title = "Help",
-                                     .text = "The help page \"" + path + "\" could not be opened.",
-                                     .icon = MessageIcon::Warning,
-                                     .defaultAnswer = {}});
+    if (!application.tools.files.FileExists(path)) {
+        application.around.messages.Ask({.title = "Help",
+                                         .text = "The help page \"" + path + "\" was not found.",
+                                         .icon = MessageIcon::Warning,
+                                         .defaultAnswer = {}});
+        return;
+    }
+    if (application.around.desktop.OpenFile(path)) return;
+    auto* window = application.Window().findChild<frmHelp*>();
+    if (!window) window = new frmHelp(&application.Window());
+    window->ShowPage(path);
 }
 
 void OpenAddress(Application& application, const char* address) {

@@ -109,6 +109,7 @@ void PathBox::SetFolders(const std::vector<std::string>& folders) {
     combo_->clear();
     for (const std::string& folder : folders) combo_->addItem(ToQString(folder));
     combo_->setCurrentIndex(folders.empty() ? -1 : 0);
+    combo_->lineEdit()->home(false);
     combo_->setUpdatesEnabled(true);
 }
 

@@ -31,12 +31,12 @@ MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent) {
     auto* place = new QWidget(this);
     auto* row = new QHBoxLayout(place);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
+    row->setSpacing(0);
     for (int i = 0; i < kPanelCount; ++i) {
         auto* panel = new Panel(place);
         panel->setObjectName(QStringLiteral("StatusBar1.Panels(%1)").arg(i + 1));
         panel->setTextFormat(Qt::PlainText);
-        panel->setContentsMargins(6, 2, 6, 2);
+        panel->setContentsMargins(5, 2, 5, 2);
         row->addWidget(panel, i == 1 ? 1 : 0);
         panels_[static_cast<std::size_t>(i)] = panel;
     }
@@ -60,20 +60,20 @@ void MainStatusBar::Reset() {
 
 void MainStatusBar::FitToPanes(int rightStart) {
     rightStart_ = rightStart;
-    panels_[0]->setFixedWidth(std::max(rightStart - 4, 0));
+    panels_[0]->setFixedWidth(std::max(rightStart, 0));
     ShareRest();
 }
 
-// Panel 2 keeps at least half of what stands below the right pane.
+// The view's name is short and comes first, then the text of the pane; the filters take what is left.
 void MainStatusBar::ShareRest() {
-    const int rest = std::max(width() - rightStart_, 0);
-    int free = rest / 2;
-    for (const std::size_t i : {std::size_t{3}, std::size_t{2}}) {
-        const int wanted = panels_[i]->text().isEmpty() ? 0 : panels_[i]->sizeHint().width();
-        const int given = std::min(wanted, free);
-        panels_[i]->setFixedWidth(given);
-        free -= given;
-    }
+    const auto wanted = [this](std::size_t i) {
+        return panels_[i]->text().isEmpty() ? 0 : panels_[i]->sizeHint().width();
+    };
+    constexpr int kGrip = 20;
+    int rest = std::max(width() - rightStart_ - kGrip, 0);
+    panels_[3]->setFixedWidth(std::min(wanted(3), rest));
+    rest -= panels_[3]->width() + wanted(1);
+    panels_[2]->setFixedWidth(std::clamp(rest, 0, wanted(2)));
 }
 
 }  // namespace vantrel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+class QTextBrowser;
+
+namespace vantrel {
+
+// Shows the pages of the help where the desktop has no program for them.
+class frmHelp : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit frmHelp(QWidget* parent);
+
+    // A full path in the engine's form; shows the window, which stays open beside the others.
+    void ShowPage(const std::string& path);
+
+    QTextBrowser* browser;
+};
+
+}  // namespace vantrel
