@@ -26,8 +26,9 @@ void Notices::ShowOnce(bool& shown, const char* key, const std::string& title, c
     if (file_.Read(document).IsOk() && document.Get(kSection, key) == "True") return;
     tools_.messages.ShowInformationMessage(title, text);
     // Not being able to remember a hint is no reason to trouble the user.
-    static_cast<void>(
-        file_.Update([key](const IniDocument&) { return std::vector<IniChange>{{kSection, key, "True"}}; }));
+    static_cast<void>(file_.Update([key](const IniDocument&) {
+        return std::vector<IniChange>{{kSection, key, "True"}};
+    }));
 }
 
 }  // namespace vantrel

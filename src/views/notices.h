@@ -7,8 +7,8 @@
 
 namespace vantrel {
 
-// Hints that a user sees once. That one was shown is kept in the section "Notices" of the settings file; where
-// it cannot be kept, the hint comes once in each run of the program.
+// Hints that a user sees once. That one was shown is kept in the section "Notices" of the settings file;
+// where it cannot be kept, the hint comes once in each run of the program.
 class Notices {
   public:
     Notices(const Toolbox& tools, const SettingsFile& file) : tools_(tools), file_(file) {}

@@ -18,8 +18,8 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
       around(surroundings),
       reporter(around.files, around.folders, around.clock, around.locale, around.messages, around.loop),
       log(around.files, around.folders, around.clock, around.locale),
-      tools{around.files,    around.volumes,  around.clock, around.locale, around.folders,
-            around.messages, around.loop, reporter,     log},
+      tools{around.files, around.volumes, around.clock, around.locale, around.folders, around.messages,
+            around.loop,  reporter,       log},
       sounds(around.sound),
       store(around.files, around.folders),
       history(around.files, around.folders),
@@ -33,7 +33,8 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
                                                        .panes = panes,
                                                        .history = history},
                                         AppVersion);
-    progress_ = std::make_unique<frmCompareProgress>(around.loop, around.files, around.folders, window_.get());
+    progress_ =
+        std::make_unique<frmCompareProgress>(around.loop, around.files, around.folders, window_.get());
     comparison_ = std::make_unique<FolderComparison>(tools, compare, *window_, *progress_, results);
     InstallHandlers(*this);
     Commands& commands = window_->GetCommands();
@@ -95,9 +96,9 @@ void Application::HoldersFromOptions() {
     sounds.CompareCompleteSound = options.comparisonCompleteSound;
     sounds.SyncCompleteSound = options.syncCompleteSound;
     viewSelections.SetViewType(static_cast<std::int32_t>(options.viewType));
-    viewSelections.Flags = {options.viewNewerFiles,         options.viewOlderFiles,
-                            options.viewIdenticalFiles,     options.viewOrphanFiles,
-                            options.viewBinaryFiles,        options.viewIdenticalSubFolders,
+    viewSelections.Flags = {options.viewNewerFiles,          options.viewOlderFiles,
+                            options.viewIdenticalFiles,      options.viewOrphanFiles,
+                            options.viewBinaryFiles,         options.viewIdenticalSubFolders,
                             options.viewDifferentSubFolders, options.viewOrphanSubFolders};
     panes.DisplayViewSelections();
 }

@@ -22,7 +22,8 @@ void CompareParents(Application& application) {
 
 void InstallCompareCommands(Application& application) {
     Commands& commands = application.GetCommands();
-    commands.SetHandler("mnuFileCompareDirectories", [&application] { application.CompareDirs(true, false); });
+    commands.SetHandler("mnuFileCompareDirectories",
+                        [&application] { application.CompareDirs(true, false); });
     commands.SetHandler("mnuFileCompareParents", [&application] {
         application.Guard("frmMain.mnuFileCompareParents_Click", [&] { CompareParents(application); });
     });

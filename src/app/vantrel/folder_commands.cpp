@@ -65,9 +65,8 @@ void GoToFolderBothSides(Application& application) {
     const bool paired = number < counterparts.Count() && counterparts[number].IsReal();
     PerSide<std::string> paths;
     paths[folder->side] = application.Window().SelectedPath();
-    paths[Other(folder->side)] =
-        JoinPath(application.results.folders[Other(folder->side)],
-                 paired ? counterparts[number].realName : folder->row->realName);
+    paths[Other(folder->side)] = JoinPath(application.results.folders[Other(folder->side)],
+                                          paired ? counterparts[number].realName : folder->row->realName);
     for (const Side side : kBothSides)
         if (!paths[side].empty()) application.Window().SetPathText(side, paths[side]);
     application.CompareDirs(false, true);
@@ -78,8 +77,8 @@ void CompareSubFolderToOtherFolder(Application& application) {
     if (!folder) return;
     const std::string path = application.Window().SelectedPath();
     const Side side = folder->side;
-    const auto picked =
-        application.around.messages.PickDirectory(kBrowseTitle, "Specify the folder.", GetParentFolderName(path));
+    const auto picked = application.around.messages.PickDirectory(kBrowseTitle, "Specify the folder.",
+                                                                  GetParentFolderName(path));
     if (!picked) return;
     application.Window().SetPathText(side, path);
     application.Window().SetPathText(Other(side), *picked);

@@ -52,8 +52,8 @@ frmAbout::frmAbout(const std::string& appVersion, const ProgramFolders& folders,
     large.setBold(true);
     lblTitle->setFont(large);
     lblVersion = new QLabel(QStringLiteral("Version %1").arg(ToQString(appVersion)), this);
-    auto* purpose = new QLabel(
-        QStringLiteral("Compares two folders side by side and brings them into line."), this);
+    auto* purpose =
+        new QLabel(QStringLiteral("Compares two folders side by side and brings them into line."), this);
     purpose->setWordWrap(true);
 
     cmdSysInfo = new QPushButton(QStringLiteral("&System Info..."), this);

@@ -168,7 +168,8 @@ void InstallOptionCommands(Application& application) {
 
     for (const char* item : {"mnuOptionsRestoreDefaults", "mnuFileRestoreDefaultSessionSettings"})
         commands.SetHandler(item, [&application] {
-            application.Guard("frmMain.mnuOptionsRestoreDefaults_Click", [&] { application.RestoreDefaults(); });
+            application.Guard("frmMain.mnuOptionsRestoreDefaults_Click",
+                              [&] { application.RestoreDefaults(); });
         });
 }
 

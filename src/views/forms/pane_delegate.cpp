@@ -10,6 +10,7 @@ namespace vantrel {
 namespace {
 
 constexpr int kPlaceholderTint = 14;  // of 255: seen, and quieter than any row
+constexpr int kRoomBehindSize = 6;    // keeps the sizes off the dates beside them
 
 QColor Tint(const QPalette& palette) {
     QColor tint = palette.color(QPalette::Text);
@@ -25,7 +26,7 @@ void DrawFrame(QPainter& painter, const QStyleOptionViewItem& option, int column
     painter.save();
     painter.setPen(QPen(colour, 1));
     painter.setRenderHint(QPainter::Antialiasing, false);
-    const QRect frame = option.rect.adjusted(0, 0, 0, -1);
+    const QRect frame = option.rect;
     painter.drawLine(frame.left(), frame.top(), frame.right(), frame.top());
     painter.drawLine(frame.left(), frame.bottom(), frame.right(), frame.bottom());
     if (column == 0) painter.drawLine(frame.left(), frame.top(), frame.left(), frame.bottom());
@@ -53,17 +54,20 @@ void PaneDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
 
 void PaneDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
-    QStyleOptionViewItem cell = option;
     const auto number = static_cast<std::size_t>(index.row());
-    const RowKind kind = view_.List()[number].kind;
-    if (kind == RowKind::Placeholder)
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    if (view_.List()[number].kind == RowKind::Placeholder) {
         painter->fillRect(option.rect, Tint(option.palette));
-    else
-        QStyledItemDelegate::paint(painter, option, index);
-    if (view_.hasFocus() && view_.List().SelectedItem() == number) {
-        initStyleOption(&cell, index);
-        DrawFrame(*painter, cell, index.column());
+    } else {
+        view_.style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, &view_);
+        if (index.column() == PaneModel::Size) cell.rect.adjust(0, 0, -kRoomBehindSize, 0);
+        view_.style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, &view_);
+        cell.rect = option.rect;
     }
+    // Without a selected item the keys begin at the first row.
+    if (view_.hasFocus() && view_.List().SelectedItem().value_or(0) == number)
+        DrawFrame(*painter, cell, index.column());
 }
 
 bool PaneDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
