@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantrel::cli {
+
+// One option of a sub-command, as "--name VALUE", "--name=VALUE" or, without a value, "--name".
+struct OptionSpec {
+    std::string_view name;   // with its dashes
+    std::string_view value;  // what stands for the value in the help; empty: the option takes none
+    std::string_view help;   // lines end in '\n' where the text goes on
+    // Takes the value; false when it is none of those the option has.
+    std::function<bool(std::string_view value)> take;
+};
+
+// A sub-command as its command line shows it.
+struct CommandSpec {
+    std::string_view name;
+    std::string_view operands;  // as in "LEFT RIGHT"
+    std::string_view summary;   // one line
+    std::string_view notes;     // behind the options in the help; may be empty
+    std::vector<OptionSpec> options;
+};
+
+struct ParsedArguments {
+    bool helpWanted = false;
+    std::vector<std::string_view> operands;
+    std::string error;  // not empty: what is wrong, in one line
+};
+
+// Takes the arguments behind the sub-command's name. "--" ends the options.
+ParsedArguments ParseArguments(const CommandSpec& command, const std::vector<std::string_view>& arguments,
+                               std::size_t operandsWanted);
+
+std::string HelpText(const CommandSpec& command);
+
+// "yes" and "no".
+bool TakeYesNo(std::string_view text, bool& to);
+
+}  // namespace vantrel::cli

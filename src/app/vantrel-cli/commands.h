@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace vantrel::cli {
+
+// The sub-commands. Each takes the arguments behind its name and gives the exit status.
+int RunCompare(const std::vector<std::string_view>& arguments);
+
+}  // namespace vantrel::cli

@@ -1,0 +1,92 @@
+#include <cstdio>
+
+#include "commands.h"
+#include "compare_output.h"
+#include "compare_request.h"
+#include "console_host.h"
+#include "core/folder_comparison.h"
+#include "engine.h"
+#include "exit_status.h"
+
+namespace vantrel::cli {
+
+namespace {
+
+constexpr std::string_view kNotes =
+    "Exit status: 0 no differences, 1 differences, 2 trouble (a message is on standard\n"
+    "error). Ctrl+C cancels; nothing is printed then.\n"
+    "\n"
+    "In the text format a byte of a name that cannot be shown stands as a replacement\n"
+    "character. In JSON a byte that is no valid UTF-8, a control character and a backslash\n"
+    "of a name on disk stand as the character U+10F800 plus the byte, so that every name is\n"
+    "told from every other; a path printed so is understood as LEFT or RIGHT.\n";
+
+bool HasDifferences(const ComparisonResults& results) {
+    for (const ResultRow& row : results.hold[Side::Left])
+        if (row.type != ResultType::Same && row.type != ResultType::IdenticalFolder) return true;
+    return false;
+}
+
+int Print(const CompareRequest& request, const CompareReport& report, ConsoleMessages& messages) {
+    Output out;
+    if (request.format == OutputFormat::Json)
+        WriteJsonLines(report, out);
+    else
+        WriteTextColumns(report, out);
+    if (const int failure = out.Finish(); failure != 0) {
+        messages.Say("cannot write the result: " + GetErrorText(failure));
+        return kTrouble;
+    }
+    return HasDifferences(report.results) ? kDifferences : kNoDifferences;
+}
+
+int Compare(const CompareRequest& request, const PerSide<std::string_view>& operands) {
+    const PrivateFolder logs;
+    Engine engine(logs.Path());
+    ConsoleMessages& messages = engine.Messages();
+    Options options;
+    if (const Error error = ReadSettings(engine, request, options); !error.IsOk()) {
+        messages.Say(error.Description());
+        return kTrouble;
+    }
+    CCompare compare;
+    CViewSelections view;
+    ApplyRequest(request, options, compare, view);
+
+    ComparisonResults results;
+    PerSide<std::string> paths;
+    for (const Side side : kBothSides) paths[side] = engine.FullPath(operands[side]);
+    ConsoleHost host(engine.Tools(), results, paths);
+    ConsoleLoop::CatchSignals();
+    FolderComparison comparison(engine.Tools(), compare, host, engine.Progress(), results);
+    // The endings that the user would see and hear are asked for because of the one of errors.
+    const CompareOutcome outcome = comparison.CompareDirs(true, false);
+    const bool cancelled = engine.Tools().loop.CancelRequested();
+    ConsoleLoop::LeaveSignals();
+
+    if (cancelled) messages.Say("cancelled");
+    if (cancelled || outcome != CompareOutcome::Completed) return kTrouble;
+    const int status = Print(request, {results, view, engine.Tools().locale}, messages);
+    return compare.ErrorsDuringCompare ? kTrouble : status;
+}
+
+}  // namespace
+
+int RunCompare(const std::vector<std::string_view>& arguments) {
+    CompareRequest request;
+    CommandSpec command{"compare", "LEFT RIGHT",
+                        "Compares two folders and prints what is alike and what differs.", kNotes,
+                        CompareOptions(request)};
+    const ParsedArguments parsed = ParseArguments(command, arguments, 2);
+    if (parsed.helpWanted) {
+        std::fputs(HelpText(command).c_str(), stdout);
+        return 0;
+    }
+    if (!parsed.error.empty()) {
+        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli compare --help'.\n", parsed.error.c_str());
+        return kTrouble;
+    }
+    return Compare(request, {{parsed.operands[0], parsed.operands[1]}});
+}
+
+}  // namespace vantrel::cli

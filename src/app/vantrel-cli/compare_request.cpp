@@ -1,0 +1,157 @@
+#include "compare_request.h"
+
+#include <array>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+#include "core/compare_options.h"
+#include "platform/names.h"
+#include "settings/settings_file.h"
+
+namespace vantrel::cli {
+
+namespace {
+
+template <typename Value, std::size_t N, typename Target>
+bool TakeWord(std::string_view text, const std::array<std::pair<std::string_view, Value>, N>& words,
+              Target& to) {
+    for (const auto& [word, value] : words) {
+        if (word != text) continue;
+        to = value;
+        return true;
+    }
+    return false;
+}
+
+constexpr std::array<std::pair<std::string_view, CompareMethod>, 4> kMethods = {{
+    {"quick", CompareMethod::SizeAndDate},
+    {"contents", CompareMethod::Contents},
+    {"crc", CompareMethod::Crc32},
+    {"sha", CompareMethod::Sha1},
+}};
+constexpr std::array<std::pair<std::string_view, std::int32_t>, 3> kViews = {{
+    {"all", kViewAll},
+    {"different", kViewDifferent},
+    {"similar", kViewSimilar},
+}};
+constexpr std::array<std::pair<std::string_view, OutputFormat>, 2> kFormats = {{
+    {"text", OutputFormat::Text},
+    {"json", OutputFormat::Json},
+}};
+
+bool TakeChunkSize(std::string_view text, std::optional<std::int32_t>& to) {
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < 1) return false;
+    to = number;
+    return true;
+}
+
+std::function<bool(std::string_view)> YesNo(std::optional<bool>& to) {
+    return [&to](std::string_view text) {
+        bool value = false;
+        if (!TakeYesNo(text, value)) return false;
+        to = value;
+        return true;
+    };
+}
+
+std::function<bool(std::string_view)> Flag(bool& to) {
+    return [&to](std::string_view) { return to = true; };
+}
+
+// Patterns may hold a folder marker, so that they are no names, but other bytes come in the same form.
+std::string PatternFromUser(std::string_view text) {
+    std::string pattern;
+    while (true) {
+        const std::size_t marker = text.find(kFolderMarker);
+        pattern += NameFromSystem(text.substr(0, marker));
+        if (marker == std::string_view::npos) return pattern;
+        pattern += kFolderMarker;
+        text.remove_prefix(marker + 1);
+    }
+}
+
+std::function<bool(std::string_view)> Patterns(std::optional<std::string>& to) {
+    return [&to](std::string_view text) {
+        to = PatternFromUser(text);
+        return true;
+    };
+}
+
+}  // namespace
+
+std::vector<OptionSpec> CompareOptions(CompareRequest& request) {
+    return {
+        {"--method", "quick|contents|crc|sha",
+         "how files are compared: by size and date (default),\nby contents, by CRC-32, by SHA-1",
+         [&](std::string_view text) { return TakeWord(text, kMethods, request.method); }},
+        {"--sub-folders", "yes|no", "compare what is below the sub-folders (default yes)",
+         YesNo(request.subFolders)},
+        {"--include", "LIST", "patterns, with commas between: only these, as in '*.txt,*.c'",
+         Patterns(request.include)},
+        {"--exclude", "LIST", "patterns: not these; one that begins with '\\' or '/'\nis for sub-folders",
+         Patterns(request.exclude)},
+        {"--exclude-hidden-files", "", "leave out hidden files", Flag(request.excludeHiddenFiles)},
+        {"--exclude-system-files", "", "leave out system files", Flag(request.excludeSystemFiles)},
+        {"--exclude-hidden-folders", "", "leave out hidden sub-folders", Flag(request.excludeHiddenFolders)},
+        {"--exclude-system-folders", "", "leave out system sub-folders", Flag(request.excludeSystemFolders)},
+        {"--ignore-two-seconds", "yes|no", "take times 1 or 2 seconds apart as equal (default yes)",
+         YesNo(request.ignoreTwoSeconds)},
+        {"--ignore-daylight", "yes|no", "take times an hour apart as equal (default no)",
+         YesNo(request.ignoreDaylight)},
+        {"--chunk-size", "N", "bytes compared at a time (default 500000)",
+         [&](std::string_view text) { return TakeChunkSize(text, request.chunkSize); }},
+        {"--view", "all|different|similar", "which pairs are printed (default all)",
+         [&](std::string_view text) { return TakeWord(text, kViews, request.view); }},
+        {"--settings", "FILE", "an INI file whose options hold where none is given",
+         [&](std::string_view text) {
+             request.settingsFile = text;
+             return !text.empty();
+         }},
+        {"--format", "text|json", "aligned columns (default), or one JSON object a line",
+         [&](std::string_view text) { return TakeWord(text, kFormats, request.format); }},
+    };
+}
+
+Error ReadSettings(const Engine& engine, const CompareRequest& request, Options& options) {
+    const OptionEnvironment environment;
+    options = DefaultOptions(environment);
+    if (request.settingsFile.empty()) return {};
+    const std::string path = engine.FullPath(request.settingsFile);
+    if (!engine.Tools().files.FileExists(path))
+        return Error(ErrorNumber::FileNotFound, "File not found \"" + path + "\"");
+    IniDocument document;
+    if (Error error = SettingsFile(engine.Tools().files, path).Read(document); !error.IsOk()) return error;
+    for (const OptionLine& line : OptionTable()) {
+        const std::string fallback = DefaultText(line, environment, options);
+        TakeOptionText(line, ProfileText(document.Get(line.section, line.key), fallback), environment,
+                       options);
+    }
+    return {};
+}
+
+void ApplyRequest(const CompareRequest& request, const Options& options, CCompare& compare,
+                  CViewSelections& view) {
+    ApplyOptions(options, compare);
+    compare.CompareMethod = request.method.value_or(compare.CompareMethod);
+    compare.SetCompareSubFolders(request.subFolders.value_or(compare.CompareSubFolders()));
+    compare.IncludeFilters = request.include.value_or(compare.IncludeFilters);
+    compare.ExcludeFilters = request.exclude.value_or(compare.ExcludeFilters);
+    compare.ExcludeHiddenFiles |= request.excludeHiddenFiles;
+    compare.ExcludeSystemFiles |= request.excludeSystemFiles;
+    compare.ExcludeHiddenFolders |= request.excludeHiddenFolders;
+    compare.ExcludeSystemFolders |= request.excludeSystemFolders;
+    compare.IgnoreFAT_NTFS_TwoSecDiff = request.ignoreTwoSeconds.value_or(compare.IgnoreFAT_NTFS_TwoSecDiff);
+    compare.IgnoreFAT_NTFS_DaylightSavings =
+        request.ignoreDaylight.value_or(compare.IgnoreFAT_NTFS_DaylightSavings);
+    compare.ChunkSize = request.chunkSize.value_or(compare.ChunkSize);
+    view.Flags = {options.viewNewerFiles,          options.viewOlderFiles,
+                  options.viewIdenticalFiles,      options.viewOrphanFiles,
+                  options.viewBinaryFiles,         options.viewIdenticalSubFolders,
+                  options.viewDifferentSubFolders, options.viewOrphanSubFolders};
+    view.SetViewType(request.view.value_or(static_cast<std::int32_t>(options.viewType)));
+}
+
+}  // namespace vantrel::cli

@@ -1,0 +1,49 @@
+#include "engine.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/names.h"
+#include "platform/paths.h"
+
+namespace vantrel::cli {
+
+namespace {
+
+ProgramFolders FoldersOf(const FileSystem& files, const std::string& programFolder) {
+    ProgramFolders folders = FindProgramFolders(files);
+    if (!programFolder.empty()) folders.appPath = NormalizePath(programFolder);
+    return folders;
+}
+
+}  // namespace
+
+PrivateFolder::PrivateFolder() {
+    std::error_code error;
+    std::string name = std::filesystem::temp_directory_path(error) / "vantrel-cli-XXXXXX";
+    if (!error && mkdtemp(name.data()) != nullptr) path_ = NameFromSystem(name) + "/";
+}
+
+PrivateFolder::~PrivateFolder() {
+    std::error_code ignored;  // whoever clears the folder for temporary files will take it
+    if (!path_.empty()) std::filesystem::remove_all(NameToSystem(path_), ignored);
+}
+
+Engine::Engine(const std::string& programFolder)
+    : files_(calls_),
+      volumes_(files_),
+      folders_(FoldersOf(files_, programFolder)),
+      messages_(progress_),
+      loop_(progress_),
+      reporter_(files_, folders_, clock_, locale_, messages_, loop_),
+      log_(files_, folders_, clock_, locale_),
+      tools_{files_, volumes_, clock_, locale_, folders_, messages_, loop_, reporter_, log_} {
+}
+
+std::string Engine::FullPath(std::string_view operand) const {
+    std::string path = PathFromUser(operand);
+    if (path.empty() || path.starts_with('/')) return path;
+    return folders_.startDir + path;
+}
+
+}  // namespace vantrel::cli

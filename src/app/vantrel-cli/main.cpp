@@ -1,0 +1,65 @@
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commands.h"
+#include "exit_status.h"
+
+namespace {
+
+using namespace vantrel::cli;
+
+struct SubCommand {
+    std::string_view name;
+    std::string_view summary;
+    int (*run)(const std::vector<std::string_view>& arguments);
+};
+
+constexpr std::array kSubCommands = {
+    SubCommand{"compare", "compare two folders", RunCompare},
+};
+
+std::string Help() {
+    std::string text = "usage: vantrel-cli COMMAND [ARGUMENT...]\n\ncommands:\n";
+    for (const SubCommand& command : kSubCommands) {
+        std::string line = "  " + std::string(command.name);
+        line.resize(14, ' ');
+        text.append(line).append(command.summary).append("\n");
+    }
+    return text + "\n'vantrel-cli COMMAND --help' tells of its arguments; '--version' prints the version.\n";
+}
+
+int Run(const std::vector<std::string_view>& arguments) {
+    const std::string_view first = arguments.empty() ? std::string_view("") : arguments.front();
+    if (first == "--version") {
+        std::puts("vantrel-cli " VANTREL_VERSION);
+        return kNoDifferences;
+    }
+    if (first == "--help" || first == "-h") {
+        std::fputs(Help().c_str(), stdout);
+        return kNoDifferences;
+    }
+    const auto* const command = std::find_if(kSubCommands.begin(), kSubCommands.end(),
+                                             [=](const SubCommand& each) { return each.name == first; });
+    if (command != kSubCommands.end()) return command->run({arguments.begin() + 1, arguments.end()});
+    if (!first.empty())
+        std::fprintf(stderr, "vantrel-cli: unknown command '%s'\n", std::string(first).c_str());
+    std::fputs(Help().c_str(), stderr);
+    return kTrouble;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    try {
+        return Run({values + std::min(count, 1), values + count});
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "vantrel-cli: %s\n", error.what());
+        return kTrouble;
+    }
+}

@@ -1,0 +1,253 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QByteArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <filesystem>
+#include <sstream>
+
+#include "program_support.h"
+#include "support/temp_folder.h"
+
+namespace vantrel {
+namespace {
+
+using ::testing::HasSubstr;
+using testing::ProgramRun;
+using testing::RunProgram;
+using testing::TempFolder;
+
+class CompareCommandTest : public ::testing::Test {
+  protected:
+    CompareCommandTest() {
+        folder.MakeFolder("left");
+        folder.MakeFolder("right");
+    }
+    void WriteBoth(const std::string& name, const std::string& content, double time) {
+        folder.Write("left/" + name, content, time);
+        folder.Write("right/" + name, content, time);
+    }
+    ProgramRun Compare(std::vector<std::string> options,
+                       const std::function<void(pid_t)>& whileRunning = {}) {
+        options.insert(options.begin(), "compare");
+        options.push_back(folder / "left");
+        options.push_back(folder / "right");
+        return RunProgram(options, whileRunning);
+    }
+    // Each line as a JSON object of its own.
+    static std::vector<QJsonObject> Objects(const std::string& text) {
+        std::vector<QJsonObject> objects;
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            QJsonParseError error;
+            const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(line), &error);
+            EXPECT_EQ(QJsonParseError::NoError, error.error) << line;
+            objects.push_back(document.object());
+        }
+        return objects;
+    }
+    static std::string Text(const QJsonObject& object, const char* half, const char* key) {
+        return object[QLatin1String(half)].toObject()[QLatin1String(key)].toString().toStdString();
+    }
+
+    TempFolder folder;
+};
+
+TEST_F(CompareCommandTest, JsonTellsEveryPairInOrderAndThenTheRecordsOfSubFolders) {
+    WriteBoth("same.txt", "12", 1'600'000'000);
+    folder.Write("left/a.txt", "123456789012", 1'600'000'000.25);
+    folder.Write("right/a.txt", "1", 1'500'000'000);
+    folder.Write("right/z.txt", "", 0);
+    folder.Write("left/Sub/x/y.txt", "1", 1'600'000'000);
+    folder.Write("left/Sub/same", "1", 1'600'000'000);
+    folder.Write("right/Sub/same", "1", 1'600'000'000);
+    const ProgramRun run = Compare({"--format", "json"});
+    EXPECT_EQ(1, run.status);
+    EXPECT_EQ("", run.err);
+    EXPECT_EQ(
+        R"({"left":{"name":"a.txt","size":12,"modified":"2020-09-13T12:26:40.2500000Z","type":"Newer"},)"
+        R"("right":{"name":"a.txt","size":1,"modified":"2017-07-14T02:40:00.0000000Z","type":"Older"}})"
+        "\n"
+        R"({"left":{"name":"same.txt","size":2,"modified":"2020-09-13T12:26:40.0000000Z","type":"Same"},)"
+        R"("right":{"name":"same.txt","size":2,"modified":"2020-09-13T12:26:40.0000000Z","type":"Same"}})"
+        "\n"
+        R"({"left":null,"right":{"name":"z.txt","size":0,"modified":"1970-01-01T00:00:00.0000000Z","type":"Orphan"}})"
+        "\n"
+        R"({"left":{"name":"\\Sub","size":2,"type":"DifferentFolder"},)"
+        R"("right":{"name":"\\Sub","size":1,"type":"DifferentFolder"}})"
+        "\n"
+        R"({"folder":"\\Sub","left":{"name":"x/y.txt","size":1,"modified":"2020-09-13T12:26:40.0000000Z","type":"Orphan"},)"
+        R"("right":null})"
+        "\n",
+        run.out);
+}
+
+TEST_F(CompareCommandTest, ExitStatusSaysWhatWasFoundWhateverIsShown) {
+    WriteBoth("file", "same size", 1'600'000'000);
+    EXPECT_EQ(0, Compare({}).status);
+    folder.Write("right/file", "Same size", 1'600'000'000);
+    EXPECT_EQ(0, Compare({}).status);
+    for (const auto* method : {"contents", "crc", "sha"}) {
+        const ProgramRun run = Compare({"--method", method, "--chunk-size=2", "--format=json"});
+        EXPECT_EQ(1, run.status) << method;
+        EXPECT_THAT(run.out, HasSubstr("Binary"));
+    }
+    const ProgramRun hidden = Compare({"--method", "contents", "--view", "similar", "--format", "json"});
+    EXPECT_EQ(1, hidden.status);
+    EXPECT_EQ("", hidden.out);
+    folder.Write("left/sub/deep/new", "");
+    folder.MakeFolder("right/sub");
+    EXPECT_EQ(1, Compare({}).status);
+    EXPECT_EQ(0, Compare({"--sub-folders", "no"}).status);
+    EXPECT_EQ(0, Compare({"--exclude", "N*"}).status);
+    EXPECT_EQ(0, Compare({"--exclude", "/sub"}).status);
+    folder.Write("left/.dot", "");
+    EXPECT_EQ(0, Compare({"--exclude", "\\s*", "--exclude-hidden-files"}).status);
+}
+
+TEST_F(CompareCommandTest, SettingsFileIsWhereItStartsFrom) {
+    folder.Write("left/file", "1", 1'600'000'000);
+    folder.Write("right/file", "1", 1'600'003'600);
+    folder.Write("my settings", "[Options]\r\nIgnoreDaylightSavings=True\r\nViewType=Different\r\n");
+    EXPECT_EQ(1, Compare({"--format=json"}).status);
+    const ProgramRun run = Compare({"--settings", folder / "my settings", "--format=json"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_EQ("", run.out);
+    EXPECT_EQ(1, Compare({"--settings", folder / "my settings", "--ignore-daylight", "no"}).status);
+    const ProgramRun missing = Compare({"--settings", folder / "none"});
+    EXPECT_EQ(2, missing.status);
+    EXPECT_THAT(missing.err, HasSubstr("File not found"));
+    folder.Write("binary", std::string("\0\xFF[Options]\n\n=\n", 15));
+    EXPECT_EQ(1, Compare({"--settings", folder / "binary"}).status);
+}
+
+TEST_F(CompareCommandTest, OddNamesStayValidJsonAndLeaveOneLineEach) {
+    const std::vector<std::string> names = {"line\nend",
+                                            "\"quote\"",
+                                            "back\\slash",
+                                            "\xFF\xFE",
+                                            "-rf",
+                                            "No Comparison Results",
+                                            "\xE2\x80\xAE"
+                                            "rtl",
+                                            "\xE6\x97\xA5\xE6\x9C\xAC",
+                                            "\x1B[31m",
+                                            std::string(255, 'x')};
+    for (const std::string& name : names) WriteBoth(name, "", 1'600'000'000);
+    const ProgramRun json = Compare({"--format", "json"});
+    EXPECT_EQ(0, json.status);
+    EXPECT_EQ(names.size(), Objects(json.out).size());
+    const ProgramRun text = Compare({});
+    EXPECT_EQ(0, text.status);
+    EXPECT_EQ(std::string::npos, text.out.find('\x1B'));
+    const auto lines = std::count(text.out.begin(), text.out.end(), '\n');
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(names.size()) + 8, lines) << text.out;
+    // The path that was printed can be given again.
+    folder.Write("left/\xFFsub/inner/f", "");
+    folder.Write("right/\xFFsub/f", "");
+    const auto objects = Objects(Compare({"--format", "json"}).out);
+    for (const QJsonObject& object : objects) {
+        const std::string name = Text(object, "left", "name");
+        if (!name.starts_with('\\')) continue;
+        EXPECT_EQ(
+            1, RunProgram({"compare", folder / "left/" + name.substr(1), folder / "right/" + name.substr(1)})
+                   .status);
+    }
+}
+
+TEST_F(CompareCommandTest, TextIsAlignedAndEndsWithTotals) {
+    WriteBoth("\xE6\x97\xA5\xE6\x9C\xAC.txt", "12", 1'600'000'000);
+    folder.Write("left/a", "1234", 1'600'000'000);
+    folder.MakeFolder("left/sub");
+    const ProgramRun run = Compare({});
+    EXPECT_EQ(1, run.status);
+    const std::string expected = "Left:  " + (folder / "left/") + "\nRight: " + (folder / "right/") + "\n\n" +
+                                 "Name      Size  Modified                         Name      Size  Modified\n"
+                                 "a            4  2020-09-13 12:26:40  left only\n"
+                                 "\xE6\x97\xA5\xE6\x9C\xAC.txt     2  2020-09-13 12:26:40  same        "
+                                 "\xE6\x97\xA5\xE6\x9C\xAC.txt     2  2020-09-13 12:26:40\n"
+                                 "\\sub         0                       left only\n"
+                                 "\n"
+                                 "Left:  Total 3 object(s)  (6 Bytes)\n"
+                                 "Right: Total 1 object(s)  (2 Bytes)\n"
+                                 "Pairs: 1 same, 2 left only\n";
+    EXPECT_EQ(expected, run.out);
+}
+
+TEST_F(CompareCommandTest, TroubleIsSaidOnStandardErrorAndNothingIsPrinted) {
+    folder.Write("file", "");
+    const struct {
+        std::string left, right, message;
+    } cases[] = {
+        {folder / "none", folder / "right", "Make sure that the folder exists"},
+        {folder / "left", folder / "file", "Make sure that the folder exists"},
+        {folder / "left", folder / "left/", "Please specify two different folders to compare."},
+        {"", folder / "left", "is not a valid path."},
+    };
+    for (const auto& each : cases) {
+        const ProgramRun run = RunProgram({"compare", each.left, each.right});
+        EXPECT_EQ(2, run.status) << each.left;
+        EXPECT_EQ("", run.out);
+        EXPECT_THAT(run.err, HasSubstr(each.message));
+        EXPECT_EQ(std::string::npos, run.err.find('\r'));
+    }
+    const std::vector<std::vector<std::string>> wrong = {{},
+                                                         {"comp"},
+                                                         {"compare"},
+                                                         {"compare", "a", "b", "c"},
+                                                         {"compare", "--methud=crc", "a", "b"},
+                                                         {"compare", "--method", "md5", "a", "b"},
+                                                         {"compare", "a", "b", "--view"},
+                                                         {"compare", "--chunk-size=0", "a", "b"},
+                                                         {"compare", "--exclude-hidden-files=yes", "a", "b"}};
+    for (const auto& arguments : wrong) {
+        const ProgramRun run = RunProgram(arguments);
+        EXPECT_EQ(2, run.status);
+        EXPECT_EQ("", run.out);
+        EXPECT_NE("", run.err);
+    }
+    EXPECT_EQ(0, RunProgram({"--version"}).status);
+    EXPECT_THAT(RunProgram({"compare", "--help"}).out, HasSubstr("--ignore-two-seconds yes|no"));
+}
+
+// What cannot be looked into is no difference that anyone may act on, and no success either.
+TEST_F(CompareCommandTest, WhatCannotBeReadIsTrouble) {
+    WriteBoth("sub/closed/file", "x", 1'600'000'000);
+    ASSERT_EQ(0, chmod((folder / "left/sub/closed").c_str(), 0));
+    if (access((folder / "left/sub/closed").c_str(), R_OK) == 0) GTEST_SKIP() << "root may read everything";
+    const ProgramRun run = Compare({"--format", "json"});
+    EXPECT_EQ(2, run.status);
+    EXPECT_EQ(std::string::npos, run.out.find("Orphan"));
+    EXPECT_THAT(run.err, HasSubstr("closed"));
+}
+
+TEST_F(CompareCommandTest, AnInterruptLeavesNothingPrinted) {
+    for (const auto* side : {"left/big", "right/big"}) {
+        folder.Write(side, "");
+        std::filesystem::resize_file(folder / side, std::uintmax_t{1900} << 20);  // sparse
+    }
+    folder.Write("left/a", "");
+    const ProgramRun run = Compare({"--method", "contents"}, [&](pid_t process) {
+        // Once it reads the large file, and not before.
+        const std::string descriptors = "/proc/" + std::to_string(process) + "/fd";
+        const auto reads = [&](const std::string& path) {
+            std::error_code error;
+            for (auto entry = std::filesystem::directory_iterator(descriptors, error);
+                 !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+                if (std::filesystem::read_symlink(entry->path(), error) == path) return true;
+            return false;
+        };
+        while (!reads(folder / "right/big")) ASSERT_EQ(0, kill(process, 0));
+        kill(process, SIGINT);
+    });
+    EXPECT_EQ(2, run.status);
+    EXPECT_EQ("", run.out);
+    EXPECT_THAT(run.err, HasSubstr("cancelled"));
+}
+
+}  // namespace
+}  // namespace vantrel

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <sys/types.h>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vantrel::testing {
+
+struct ProgramRun {
+    int status = -1;  // of exit; minus the number of the signal that ended it
+    std::string out, err;
+};
+
+// Runs vantrel-cli to its end. `whileRunning` is called with its process id right after the start.
+ProgramRun RunProgram(const std::vector<std::string>& arguments,
+                      const std::function<void(pid_t)>& whileRunning = {});
+
+}  // namespace vantrel::testing
