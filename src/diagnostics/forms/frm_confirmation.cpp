@@ -76,7 +76,6 @@ void frmConfirmation::LayOut() {
     grid->addWidget(buttons, 1, 0, 1, 2);
     grid->addWidget(txtDetails, 2, 0, 1, 2);
     grid->setColumnStretch(1, 1);
-    grid->setRowStretch(2, 1);
     setTabOrder(cmdYes, cmdNo);
     setTabOrder(cmdNo, cmdDetails);
     setTabOrder(cmdDetails, txtDetails);
@@ -86,7 +85,7 @@ MessageAnswer frmConfirmation::ShowForm(const Confirmation& confirmation) {
     confirmation_ = confirmation;
     answer_ = MessageAnswer::No;
     setWindowTitle(ToQString(confirmation.title));
-    lblMsg->setText(MessageQString(confirmation.question));
+    lblMsg->setText(WithLineBreaks(MessageQString(confirmation.question)));
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
     imgIcon->setPixmap(OperationIcon(confirmation.operation).pixmap(QSize(size, size), devicePixelRatioF()));
     HideDetails();
@@ -95,6 +94,12 @@ MessageAnswer frmConfirmation::ShowForm(const Confirmation& confirmation) {
     proposed->setFocus();
     exec();
     return answer_;
+}
+
+// Gives all room that is left to one row.
+void frmConfirmation::Stretch(int row) {
+    auto* grid = static_cast<QGridLayout*>(layout());
+    for (int each = 0; each < grid->rowCount(); ++each) grid->setRowStretch(each, each == row ? 1 : 0);
 }
 
 void frmConfirmation::Finish(MessageAnswer answer) {
@@ -110,14 +115,15 @@ void frmConfirmation::ToggleDetails() {
     cmdDetails->setText(tr("&Hide"));
     txtDetails->setPlainText(MessageQString(ConfirmationDetails(confirmation_)));
     txtDetails->show();
-    resize(std::max(width(), fontMetrics().averageCharWidth() * 90),
-           sizeHint().height() + fontMetrics().lineSpacing() * 4);
+    Stretch(2);
+    resize(std::max(width(), fontMetrics().averageCharWidth() * 90), sizeHint().height());
 }
 
 void frmConfirmation::HideDetails() {
     cmdDetails->setText(tr("&Details..."));
     txtDetails->clear();
     txtDetails->hide();
+    Stretch(0);
     layout()->activate();
     resize(std::max(width(), minimumSizeHint().width()),
            std::max(kHeightWithoutDetails, minimumSizeHint().height()));

@@ -30,6 +30,7 @@ class frmConfirmation : public QDialog {
 
   private:
     void LayOut();
+    void Stretch(int row);
     void Finish(MessageAnswer answer);
     void ToggleDetails();
     void HideDetails();

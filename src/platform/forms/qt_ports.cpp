@@ -92,23 +92,6 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-// A path without a blank would push the box over the edge of the screen: a long run of characters gets places
-// where the line may break. Texts without such a run stay as they are.
-QString WithLineBreaks(const QString& text) {
-    constexpr qsizetype kLongestRun = 100;
-    QString result;
-    qsizetype run = 0;
-    for (const QChar character : text) {
-        run = character.isSpace() ? 0 : run + 1;
-        result += character;
-        if (run >= kLongestRun && !character.isHighSurrogate()) {
-            result += QChar(0x200B);
-            run = 0;
-        }
-    }
-    return result;
-}
-
 MessageAnswer AskWithDetails(QWidget* owner, const Message& message, const QString& details) {
     const OrdinaryPointer pointer;
     QMessageBox box(owner);
@@ -173,7 +156,10 @@ void QtMessages::ShowInformationMessage(const std::string& title, const std::str
 }
 
 MessageAnswer QtMessages::Confirm(const Confirmation& confirmation) {
-    if (showConfirmation) return showConfirmation(confirmation);
+    if (showConfirmation) {
+        const OrdinaryPointer pointer;
+        return showConfirmation(confirmation);
+    }
     QStringList names;
     for (const std::string& name : confirmation.names) names += DisplayQString(name);
     return AskWithDetails(Owner(),

@@ -16,6 +16,21 @@ QString MessageQString(std::string_view text) {
     return shown;
 }
 
+QString WithLineBreaks(const QString& text) {
+    constexpr qsizetype kLongestRun = 100;
+    QString result;
+    qsizetype run = 0;
+    for (const QChar character : text) {
+        run = character.isSpace() ? 0 : run + 1;
+        result += character;
+        if (run >= kLongestRun && !character.isHighSurrogate()) {
+            result += QChar(0x200B);
+            run = 0;
+        }
+    }
+    return result;
+}
+
 QString DialogPath(std::string_view path) {
     return QFile::decodeName(QByteArray::fromStdString(NameToSystem(path)));
 }
