@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace vantrel::bench {
+
+// Pairs of folders to measure with. Each routine makes FOLDER/left and FOLDER/right; the same arguments make
+// the same bytes and times.
+
+// `files` small files a side, straight in the two folders.
+void MakeFlatPair(const std::string& folder, std::size_t files);
+
+// `files` files of 0 to 16 KiB a side in `folders` folders, two levels deep. Of a hundred files one is newer
+// on the left, one is missing on each side in turn, and one has other bytes of the same size and date.
+void MakeTreePair(const std::string& folder, std::size_t files, std::size_t folders);
+
+// `files` equal files of `size` bytes a side.
+void MakeLargePair(const std::string& folder, std::size_t files, std::size_t size);
+
+}  // namespace vantrel::bench
