@@ -7,6 +7,7 @@
 #include <new>
 #include <optional>
 
+#include "core/cfile.h"
 #include "core/mod_date_time.h"
 #include "core/result_row.h"
 #include "platform/hashes.h"
@@ -30,12 +31,7 @@ struct FileChanged {
     throw ErrorException(Error(ErrorNumber::Overflow, "Overflow"));
 }
 
-// The size that a found file has for the system: its low word minus its high word, as signed 32-bit numbers.
-constexpr Currency SizeByRule(std::uint64_t bytes) {
-    const auto low = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes));
-    const auto high = static_cast<std::int32_t>(static_cast<std::uint32_t>(bytes >> 32));
-    return Currency::FromWhole(std::int64_t{low} - std::int64_t{high});
-}
+constexpr std::uint64_t kPage = 4'096;
 
 int RoundedPercentage(std::uint64_t part, std::uint64_t whole) {
     const std::uint64_t percentage = part * 100 / whole;
@@ -92,8 +88,7 @@ class ContentComparator::Run {
           method_(method),
           size_(size),
           chunk_(static_cast<std::uint64_t>(std::max(owner.compare_.ChunkSize, 1))),
-          unit_(chunk_ < kLeastReadUnit ? kLeastReadUnit / chunk_ * chunk_
-                                        : std::min<std::uint64_t>(chunk_, kReadUnit)),
+          unit_(std::clamp<std::uint64_t>(chunk_ / kPage * kPage, kLeastReadUnit, kReadUnit)),
           progress_(progress),
           shown_(GetLastItemInPath(pair.paths[Side::Left])) {}
 
@@ -114,7 +109,7 @@ class ContentComparator::Run {
     bool BuffersDiffer(std::uint64_t start, std::uint64_t length);
     template <typename Add, typename Compare>
     bool FingerprintsDiffer(std::uint64_t start, std::uint64_t length, Add add, Compare compare);
-    void ShowPercentage(std::uint64_t blockStart, std::uint64_t blockEnd);
+    void ShowPercentage(std::uint64_t blockEnd);
     // From 0; the last chunk ends with the file.
     std::uint64_t ChunkStart(std::uint64_t position) const { return position / chunk_ * chunk_; }
     std::uint64_t ChunkEnd(std::uint64_t position) const {
@@ -131,7 +126,7 @@ class ContentComparator::Run {
     CompareMethod method_;
     std::int64_t size_;
     std::uint64_t chunk_;
-    std::uint64_t unit_;  // a whole number of chunks, or a piece of one
+    std::uint64_t unit_;  // what is read at a time: whole pages, whatever the chunk
     ContentProgress& progress_;
     std::string shown_;
     int percentage_ = -1;
@@ -194,31 +189,30 @@ bool ContentComparator::Run::BytesDiffer() {
     }
     const auto size = static_cast<std::uint64_t>(size_);
     for (std::uint64_t start = 0; start < size;) {
-        const std::uint64_t limit = chunk_ > unit_ ? ChunkEnd(start) : size;
-        const std::uint64_t length = std::min(unit_, limit - start);
-        ShowPercentage(start, start + length);
+        const std::uint64_t length = std::min(unit_, size - start);
+        ShowPercentage(start + length);
         if (IsCancelled() || BlockDiffers(start, length)) return true;
         start += length;
     }
     return false;
 }
 
-void ContentComparator::Run::ShowPercentage(std::uint64_t blockStart, std::uint64_t blockEnd) {
+void ContentComparator::Run::ShowPercentage(std::uint64_t blockEnd) {
     const auto size = static_cast<std::uint64_t>(size_);
     // The end of the last whole chunk that this block has a part in, the file's own end left out.
-    std::uint64_t end = chunk_ > unit_ ? ChunkStart(blockStart) + chunk_ : ChunkStart(blockEnd);
-    if (end >= size) end = chunk_ > unit_ || end == 0 ? 0 : end - chunk_;
+    std::uint64_t end = ChunkStart(blockEnd - 1) + chunk_;
+    if (end >= size) end -= chunk_;
     const bool inTail = blockEnd == size && size % chunk_ != 0;
     if (inTail && progress_.ShowsLastPiece()) end = size;
-    if (end <= blockStart) return;
+    if (end == 0) return;
     const int percentage = RoundedPercentage(end, size);
     if (percentage == percentage_) return;
     percentage_ = percentage;
     progress_.SetPercentage(percentage, shown_);
 }
 
-// A block can hold many chunks. What an error in it means is told chunk by chunk all the same: those before
-// the error are compared, and only when they are alike the error counts.
+// A block can hold many chunks, and the borders of both need not meet. What an error means is told chunk by
+// chunk all the same: those before the error are compared, and only when they are alike the error counts.
 bool ContentComparator::Run::BlockDiffers(std::uint64_t start, std::uint64_t length) {
     Error failed;
     bool endedEarly = false;
