@@ -156,7 +156,7 @@ bool ContentComparator::Run::OpenBoth() {
     for (const Side side : kBothSides) {
         Note(Activity::Opening, side);
         ReadFile& file = pair_.files[side];
-        if (!file.IsOpen()) ThrowIfFailed(owner_.tools_.files.OpenForReading(pair_.paths[side], file));
+        if (!file.IsOpen()) ThrowIfFailed(owner_.tools_.files.OpenScannedFile(pair_.paths[side], file));
         if (IsCancelled()) return false;
     }
     for (const Side side : kBothSides) {
@@ -339,7 +339,7 @@ bool ContentComparator::Announce(std::string_view leftPath, std::string_view rig
     for (const Side side : kBothSides) {
         // A file that cannot be opened now is tried again, and its error told, when the pair is asked for.
         ReadFile& file = pair->files[side];
-        if (!tools_.files.OpenForReading(pair->paths[side], file).IsOk()) continue;
+        if (!tools_.files.OpenScannedFile(pair->paths[side], file).IsOk()) continue;
         file.AnnounceReading(std::min<std::uint64_t>(file.Size(), kAnnouncedBytes));
     }
     announced_.push_back(std::move(pair));

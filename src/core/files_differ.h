@@ -43,7 +43,8 @@ class ContentComparator {
     ContentComparator(const ContentComparator&) = delete;
     ContentComparator& operator=(const ContentComparator&) = delete;
 
-    // `method` is Contents, Crc32 or Sha1; `size` is the Size of CFile, which both files have in common.
+    // `method` is Contents, Crc32 or Sha1; `size` is the Size of CFile, which both files have in common. Both
+    // were found to be regular files just before.
     bool FilesDiffer(std::string_view leftPath, std::string_view rightPath, CompareMethod method,
                      Currency size, ContentProgress& progress);
 

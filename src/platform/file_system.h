@@ -122,7 +122,7 @@ class ReadFile {
 
   private:
     friend class FileSystem;
-    static int OpenAt(SystemCalls& calls, int base, const char* path, ReadFile& out);
+    static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
 
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
@@ -138,6 +138,9 @@ class FileSystem {
 
     Error Open(std::string_view folder, OpenFolder& out) const;
     Error OpenForReading(std::string_view file, ReadFile& out) const;
+    // The same for a file that a scan has just seen to be regular: it is not looked at again before it is
+    // opened. What took its place since is refused all the same, without waiting.
+    Error OpenScannedFile(std::string_view file, ReadFile& out) const;
     Error Stat(std::string_view path, LinkPolicy links, FileInfo& out) const;
 
     bool FolderExists(std::string_view path) const;  // a folder, or a link to one
@@ -166,6 +169,7 @@ class FileSystem {
     // Appends in one write, creating the file where it is missing.
     Error AppendToFile(std::string_view path, std::string_view content) const;
 
+    Error OpenFile(std::string_view file, bool lookFirst, ReadFile& out) const;
     // An open descriptor of the folder that holds the last part of `path`, reached in steps where the path is
     // long; the caller closes it. `lastPart` is in the system's bytes.
     Error OpenParent(std::string_view path, int& fd, std::string& lastPart) const;

@@ -51,13 +51,16 @@ void ReadFile::AnnounceReading(std::uint64_t length) {
     if (fd_ >= 0) calls_->Advise(fd_, 0, static_cast<off_t>(length), POSIX_FADV_WILLNEED);
 }
 
-int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, ReadFile& out) {
+int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out) {
     // Looked at before it is opened, since opening a device can set it to work, and again after, since
     // another object may have taken the name in between.
     struct statx found;
-    int result = calls.StatxAt(base, path, 0, STATX_TYPE, found);
-    if (result == 0) result = RefuseUnlessRegular(found);
-    if (result != 0) return result;
+    int result = 0;
+    if (lookFirst) {
+        result = calls.StatxAt(base, path, 0, STATX_TYPE, found);
+        if (result == 0) result = RefuseUnlessRegular(found);
+        if (result != 0) return result;
+    }
     ReadFile opened;
     opened.calls_ = &calls;
     opened.fd_ = calls.OpenAt(base, path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
@@ -71,9 +74,17 @@ int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, ReadFile& o
 }
 
 Error FileSystem::OpenForReading(std::string_view file, ReadFile& out) const {
+    return OpenFile(file, true, out);
+}
+
+Error FileSystem::OpenScannedFile(std::string_view file, ReadFile& out) const {
+    return OpenFile(file, false, out);
+}
+
+Error FileSystem::OpenFile(std::string_view file, bool lookFirst, ReadFile& out) const {
     const LocatedPath path(calls_, file);
     if (path.Failure() != 0) return Error::FromErrno(-path.Failure(), file);
-    return Error::FromErrno(-ReadFile::OpenAt(calls_, path.Folder(), path.Rest(), out), file);
+    return Error::FromErrno(-ReadFile::OpenAt(calls_, path.Folder(), path.Rest(), lookFirst, out), file);
 }
 
 Error FileSystem::ReadWholeFile(std::string_view path, std::size_t limit, std::string& out) const {
