@@ -71,7 +71,7 @@ void frmConfirmation::LayOut() {
 
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(2 * style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
-    grid->addWidget(imgIcon, 0, 0, Qt::AlignTop);
+    grid->addWidget(imgIcon, 0, 0, Qt::AlignVCenter);
     grid->addWidget(lblMsg, 0, 1);
     grid->addWidget(buttons, 1, 0, 1, 2);
     grid->addWidget(txtDetails, 2, 0, 1, 2);

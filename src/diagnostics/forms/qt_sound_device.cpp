@@ -1,19 +1,40 @@
 #include "diagnostics/forms/qt_sound_device.h"
 
+#include <unistd.h>
+
 #include <QAudioDevice>
 #include <QMediaDevices>
 #include <QSoundEffect>
 #include <QUrl>
 #include <chrono>
 #include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <mutex>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/forms/qt_text.h"
 
 namespace vantrel {
+namespace {
+
+// The multimedia library takes its own lock when it is unloaded, which a thread that hangs in it holds: the
+// process would not end. So it ends before that, when all else is done.
+void LeaveLibrariesAtExit() {
+#ifdef __GLIBC__
+    on_exit(
+        [](int status, void*) {
+            std::fflush(nullptr);
+            _exit(status);
+        },
+        nullptr);
+#endif
+}
+
+}  // namespace
 
 // What both threads see; the one that lives longer keeps it.
 struct QtSoundDevice::State {
@@ -72,13 +93,17 @@ QtSoundDevice::QtSoundDevice(const FileSystem& files)
 
 QtSoundDevice::~QtSoundDevice() {
     thread_->quit();
-    if (thread_->wait(kMostWaitForThread)) delete thread_;
+    if (thread_->wait(kMostWaitForThread))
+        delete thread_;
+    else
+        LeaveLibrariesAtExit();
 }
 
 int QtSoundDevice::NumberOfDevices() {
     std::unique_lock lock(state_->mutex);
-    state_->changed.wait_for(lock, std::chrono::milliseconds(kMostWaitForDevices),
-                             [this] { return state_->devices.has_value(); });
+    if (!std::exchange(waitedForDevices_, true))
+        state_->changed.wait_for(lock, std::chrono::milliseconds(kMostWaitForDevices),
+                                 [this] { return state_->devices.has_value(); });
     return state_->devices.value_or(0);
 }
 

@@ -18,7 +18,8 @@ class QtSoundDevice : public SoundDevice {
     static constexpr int kMostWaitForThread = 200;    // at the end
 
     explicit QtSoundDevice(const FileSystem& files);
-    // A thread that hangs in the sound server is left behind and ends with the process.
+    // A thread that hangs in the sound server is left behind; the process then ends without unloading its
+    // libraries.
     ~QtSoundDevice() override;
     QtSoundDevice(const QtSoundDevice&) = delete;
     QtSoundDevice& operator=(const QtSoundDevice&) = delete;
@@ -35,6 +36,7 @@ class QtSoundDevice : public SoundDevice {
 
     const FileSystem& files_;
     std::shared_ptr<State> state_;
+    bool waitedForDevices_ = false;
     QThread* thread_;
     Player* player_;
 };
