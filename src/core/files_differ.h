@@ -15,7 +15,10 @@
 namespace vantrel {
 
 // Reads pairs of files of equal size and says whether they differ. One object serves a whole comparison: its
-// buffers, each of the size of a chunk and never above kReadUnit, are kept from pair to pair.
+// two buffers are kept from pair to pair. Each holds no more than a chunk, between kLeastReadUnit and
+// kReadUnit: a larger chunk is read in pieces, several small ones at once, and its answer, its percentages
+// and its errors are told by chunk all the same. A difference that stands before a read error in one large
+// chunk counts.
 //
 // Of a pair the two files are taken as they are when they are opened. What the answer means:
 // - true: a difference was found, or the user cancelled (CompareCancelled is then set), or what could be said
