@@ -1,7 +1,5 @@
 #include "platform/forms/qt_ports.h"
 
-#include <time.h>
-
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
@@ -11,6 +9,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
+#include <ctime>
 #include <utility>
 
 #include "platform/forms/qt_text.h"

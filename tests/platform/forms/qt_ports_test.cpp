@@ -172,6 +172,11 @@ TEST(QtMessages, PicksFilesAndFolders) {
     });
     EXPECT_EQ(messages.PickDirectory("Select Folder", "Select the left folder.", folder.Path()),
               folder / "sub");
+    // Nothing named: the folder that the dialog stands in.
+    WhenOpen<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+    });
+    EXPECT_EQ(messages.PickDirectory("Select Folder", "", folder / "sub"), folder / "sub");
 }
 
 TEST(NameFilters, TurnsPairsOfDescriptionAndPatternsIntoQtsForm) {
