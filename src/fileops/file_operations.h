@@ -7,16 +7,22 @@
 #include "core/result_list.h"
 #include "core/toolbox.h"
 #include "fileops/shell_wrappers.h"
+#include "fileops/space_check.h"
+#include "views/result_panes.h"
 
 namespace vantrel {
 
-// One list of an aligned pair: the visible panes, or the hold lists. Commands act on its selected rows.
+// One list of a pair: a visible pane or a hold list, with the list opposite. Commands act on its selected
+// rows.
 struct ListRef {
-    const PerSide<ResultList>* lists = nullptr;
-    Side side = Side::Left;
+    ListRef(const PerSide<ResultList>& lists, Side ofSide)
+        : side(ofSide), rows(&lists[ofSide]), otherRows(&lists[Other(ofSide)]) {}
+    ListRef(const ResultPanes& panes, Side ofSide)
+        : side(ofSide), rows(&panes.Pane(ofSide).Rows()), otherRows(&panes.Pane(Other(ofSide)).Rows()) {}
 
-    const ResultList& Rows() const { return (*lists)[side]; }
-    const ResultList& OtherRows() const { return (*lists)[Other(side)]; }
+    Side side;
+    const ResultList* rows;
+    const ResultList* otherRows;
 };
 
 // What the file operations need of the main window, or of the console in its place.
@@ -56,14 +62,18 @@ class FileOperations {
     bool& CancelFlag() { return cancelFlag_; }
 
   private:
-    struct Wording;
-    struct SpaceAnswer;
-    ShellResult CopyOrMove(const Wording& wording, ListRef list, const std::string& dir, bool toOther,
-                           bool confirm, bool inSync);
-    ShellResult CopyOrMoveDropped(const Wording& wording, const std::vector<std::string>& paths,
-                                  const std::string& dir, bool confirm);
-    ShellResult CarryOut(const Wording& wording, std::vector<std::string> paths, const std::string& target,
-                         bool confirm, bool inSync);
+    struct Verb;
+    struct Job;
+    static const Verb kCopy, kMove;
+
+    ShellResult CopyOrMove(const Verb& verb, ListRef list, const std::string& target, Job job);
+    ShellResult CopyOrMoveDropped(const Verb& verb, const std::vector<std::string>& paths,
+                                  const std::string& dir, bool confirm, const std::string& routineName);
+    ShellResult CarryOut(const Verb& verb, const std::vector<std::string>& paths, const std::string& target,
+                         const Job& job);
+    bool AskFirst(const Verb& verb, const std::vector<std::string>& paths, const std::string& source,
+                  const std::string& target);
+    void Warn(const std::string& title, const std::string& text);
     void AutoCompareStep();
 
     const Toolbox& tools_;

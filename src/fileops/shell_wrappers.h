@@ -19,6 +19,7 @@ class ShellWrappers {
         bool confirm = true;            // ask before overwriting, and say at the end that it was done
         bool silent = false;            // no progress, no error boxes
         bool targetIsFullPath = false;  // CopyFiles, MoveFiles: a pair of paths instead of a target folder
+        bool ignoreLetterCase = false;  // CopyFiles, MoveFiles: see ShellRequest
     };
 
     // Each sets `aborted`: anything was cancelled, skipped or failed. Each gives the service's result.

@@ -169,9 +169,9 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
     }
     Error error = OpenFolderAt(calls_, to, made ? LinkPolicy::DoNotFollow : LinkPolicy::Follow, target);
     if (!error.IsOk()) return error;
-    if (const int looked = LookAtOpen(calls_, target.fd.Get(), targetStat); looked < 0)
-        return Error::FromErrno(-looked, target.path);
-    return {};
+    int looked = LookAtOpen(calls_, target.fd.Get(), targetStat);
+    if (looked >= 0 && !made && run_.request.ignoreLetterCase) looked = LearnNames(calls_, target);
+    return looked < 0 ? Error::FromErrno(-looked, target.path) : Error();
 }
 
 ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
@@ -191,7 +191,7 @@ ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
 
     ++depth_;
     for (const std::string& name : names) {
-        const ItemOutcome child = Copy({&source, name}, {&target, name});
+        const ItemOutcome child = Copy({&source, name}, TargetPlace(calls_, target, name));
         outcome = Worse(outcome, child);
         if (child == ItemOutcome::NotReached) break;
     }

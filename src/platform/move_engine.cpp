@@ -127,6 +127,10 @@ ItemOutcome MoveEngine::MergeFolder(const Place& from, const Place& to) {
         if (Error error = OpenFolderAt(calls_, from, LinkPolicy::DoNotFollow, source); !error.IsOk())
             return error;
         if (Error error = OpenFolderAt(calls_, to, LinkPolicy::Follow, target); !error.IsOk()) return error;
+        if (run_.request.ignoreLetterCase) {
+            if (const int learned = LearnNames(calls_, target); learned < 0)
+                return Error::FromErrno(-learned, target.path);
+        }
         if (run_.targetFolders.contains(source.id) || source.id == target.id)
             return {ErrorNumber::PathFileAccess, "The folder \"" + source.path + "\" cannot go into itself"};
         names.clear();
@@ -138,7 +142,7 @@ ItemOutcome MoveEngine::MergeFolder(const Place& from, const Place& to) {
     SweepTemporaryFiles(run_.shared, target);
     ++depth_;
     for (const std::string& name : names) {
-        const ItemOutcome child = MoveInside({&source, name}, {&target, name});
+        const ItemOutcome child = MoveInside({&source, name}, TargetPlace(calls_, target, name));
         outcome = Worse(outcome, child);
         if (child == ItemOutcome::NotReached) break;
     }

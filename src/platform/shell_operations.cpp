@@ -74,13 +74,21 @@ class Dispatcher {
         target.name = full ? NameToSystem(GetLastItemInPath(request_.target)) : source.name;
         if (full && (target.name.empty() || target.name == "." || target.name == ".."))
             return {ErrorNumber::PathNotFound, "\"" + request_.target + "\" is no path of an object"};
-        if (target_.fd.IsOpen()) return {};
+        if (target_.fd.IsOpen()) {
+            if (!full) target = TargetPlace(run_.calls, target_, source.name);
+            return {};
+        }
         const std::string folder = full ? GetParentFolderName(request_.target) : request_.target;
         if (folder.empty() || folder.front() != '/')
             return {ErrorNumber::PathNotFound, "\"" + request_.target + "\" is no full path"};
         Folder opened;
         if (Error error = OpenOrMakeFolder(run_.shared.files, folder, opened); !error.IsOk()) return error;
+        if (!full && request_.ignoreLetterCase) {
+            if (const int learned = LearnNames(run_.calls, opened); learned < 0)
+                return Error::FromErrno(-learned, folder);
+        }
         target_ = std::move(opened);
+        if (!full) target = TargetPlace(run_.calls, target_, source.name);
         run_.targetFolders.insert(target_.id);
         if (request_.operation != ShellOperation::Rename) SweepTemporaryFiles(run_.shared, target_);
         return {};

@@ -31,6 +31,9 @@ struct ShellRequest {
     // Copy and Move of one source: `target` is the full path that it gets, not the folder it goes into. The
     // folders above it are made where they are missing.
     bool targetIsFullPath = false;
+    // Copy and Move: an object in an existing target folder, at any depth, whose name differs in letter case
+    // alone stands for the one of the same name, and keeps its own.
+    bool ignoreLetterCase = false;
     bool noConfirmation = false;  // overwrite without a question
     bool silent = false;          // no progress is shown; a cancel still counts
     bool noErrorUi = false;       // no error box: what fails is passed over and told in the result
@@ -57,6 +60,7 @@ struct ShellResult {
     int lastSystemError = 0;
     // The user had a hand in it: Cancel, No to an overwriting, or Skip at an error box.
     bool anyOperationsAborted = false;
+    bool cancelled = false;           // the user cancelled the whole operation
     std::vector<ShellItem> items;     // one for each source, in the order of the request
     std::vector<ShellItem> troubles;  // every object, at any depth, that failed or was skipped
     std::uint64_t objectsDone = 0;    // files, links and folders, at any depth

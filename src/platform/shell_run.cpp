@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/sysmacros.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -133,6 +134,25 @@ int ListNames(SystemCalls& calls, const Folder& folder, std::vector<std::string>
     }
 }
 
+int LearnNames(SystemCalls& calls, Folder& folder) {
+    std::vector<std::string> names;
+    if (const int listed = ListNames(calls, folder, names); listed < 0) return listed;
+    std::ranges::sort(names);  // of several the first one serves, whatever the order of the listing
+    for (std::string& name : names)
+        folder.namesByFold.try_emplace(FoldCase(NameFromSystem(name)), std::move(name));
+    return 0;
+}
+
+Place TargetPlace(SystemCalls& calls, const Folder& folder, const std::string& name) {
+    Place place{&folder, name};
+    if (folder.namesByFold.empty()) return place;
+    const auto known = folder.namesByFold.find(FoldCase(NameFromSystem(name)));
+    if (known == folder.namesByFold.end() || known->second == name) return place;
+    Statx stat{};
+    if (Look(calls, place, LinkPolicy::DoNotFollow, stat) == -ENOENT) place.name = known->second;
+    return place;
+}
+
 int RenameWithoutReplacing(SystemCalls& calls, const Place& from, const Place& to) {
     const int result =
         calls.RenameAt(from.Fd(), from.name.c_str(), to.Fd(), to.name.c_str(), RENAME_NOREPLACE);
@@ -168,12 +188,12 @@ char* Shared::Buffer(int which) {
 
 bool ShellRun::CancelAsked() {
     shared.parts.loop.Yield();
-    if (!cancelled_ && shared.parts.progress.CancelAsked()) Cancel();
-    return cancelled_;
+    if (!result.cancelled && shared.parts.progress.CancelAsked()) Cancel();
+    return result.cancelled;
 }
 
 void ShellRun::Cancel() {
-    cancelled_ = true;
+    result.cancelled = true;
     result.anyOperationsAborted = true;
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -49,6 +50,8 @@ struct Folder {
     FileId id;
     std::uint64_t mount = 0;  // mount id; the device number where the kernel gives none
     bool hasDefaultAcl = false;
+    // Its names by their folded forms, where letter case is to be ignored.
+    std::unordered_map<std::string, std::string> namesByFold;
 };
 
 // An object by its place. It need not exist.
@@ -78,6 +81,10 @@ Error OpenHolder(const FileSystem& files, std::string_view path, Folder& holder,
 Error OpenOrMakeFolder(const FileSystem& files, std::string_view path, Folder& out);
 // Every name of a folder but "." and "..". An error in the middle is an error of the whole.
 int ListNames(SystemCalls& calls, const Folder& folder, std::vector<std::string>& names);
+int LearnNames(SystemCalls& calls, Folder& folder);
+// Where an object called `name` goes in `folder`: the same name in another letter case, where that one is
+// known and this one does not exist.
+Place TargetPlace(SystemCalls& calls, const Folder& folder, const std::string& name);
 // Also where the file system knows no renaming without replacing. -EEXIST: `to` exists.
 int RenameWithoutReplacing(SystemCalls& calls, const Place& from, const Place& to);
 
@@ -162,7 +169,6 @@ class ShellRun {
     bool WasPlaced(const FileId& id, const Place& at) const;
 
   private:
-    bool cancelled_ = false;
     bool overwriteAll_ = false;
     std::unordered_set<std::size_t> placed_;
 };

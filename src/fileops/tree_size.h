@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "core/toolbox.h"
+
+namespace vantrel {
+
+// What an object takes with everything below it, as a copy of it would: links count as links, for nothing.
+struct TreeSize {
+    Currency bytes;
+    std::uint64_t files = 0;
+    std::uint64_t folders = 0;  // below the object itself
+};
+
+// Yields for every entry; `cancel`, where given, is read at the same places and ends the count. An object
+// that does not exist is an error, and so is a folder that cannot be listed to its end: then `size` holds
+// what was counted until there.
+Error CountTreeSize(const Toolbox& tools, std::string_view path, TreeSize& size,
+                    const bool* cancel = nullptr);
+
+}  // namespace vantrel
