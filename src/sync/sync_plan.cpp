@@ -1,0 +1,172 @@
+#include "sync/sync_plan.h"
+
+#include <unordered_map>
+
+#include "core/row_texts.h"
+#include "platform/paths.h"
+
+namespace vantrel {
+namespace {
+
+bool IsSelected(const SelectedTexts& selected, std::string_view text) {
+    return !selected || selected->contains(std::string(text));
+}
+
+// Puts `planned` where it belongs, if it is something that is done at all. A copy goes over its counterpart,
+// by the name that this one bears; where there is none (`counterpart` is empty) it goes to `newPath`.
+void PlanHalf(PlannedAction planned, const std::string& counterpart, const std::string& newPath,
+              std::vector<PlannedAction>& deletes, std::vector<PlannedAction>& copies) {
+    if (planned.action == SyncAction::Delete) {
+        planned.replacedSize = {};
+        deletes.push_back(std::move(planned));
+    } else if (planned.action == SyncAction::Copy) {
+        planned.target = counterpart.empty() ? newPath : counterpart;
+        copies.push_back(std::move(planned));
+    }
+}
+
+void PlanRows(const ComparisonResults& results, const CSyncSettings& settings, const SelectedTexts& selected,
+              SyncPlan& plan) {
+    const std::size_t count = results.hold[Side::Left].Count();
+    for (Side side : kBothSides) {
+        const std::string& folder = results.folders[side];
+        const std::string& otherFolder = results.folders[Other(side)];
+        for (std::size_t i = 0; i < count; ++i) {
+            const ResultRow& row = results.hold[side][i];
+            const SyncAction action = settings.ActionFor(side, row.type);
+            if (action != SyncAction::Copy && action != SyncAction::Delete) continue;
+            if (!row.IsReal() || !IsSelected(selected, row.text)) continue;
+            const ResultRow& other = results.hold[Other(side)][i];
+            PlannedAction planned{side,     action,
+                                  row.type, std::string(row.text),
+                                  {},       ObjectPath(folder, row),
+                                  {},       static_cast<std::uint32_t>(i),
+                                  row.size, other.size};
+            PlanHalf(std::move(planned), other.IsReal() ? ObjectPath(otherFolder, other) : std::string(),
+                     JoinPath(otherFolder, row.realName), plan.deletes[side], plan.copies[side]);
+        }
+    }
+}
+
+// Where the folder rows are, by their texts.
+using FolderRows = std::unordered_map<std::string_view, std::size_t>;
+
+FolderRows DifferentFolderRows(const HoldLists& hold) {
+    FolderRows rows;
+    for (std::size_t i = 0; i < hold[Side::Left].Count(); ++i)
+        if (hold[Side::Left][i].type == ResultType::DifferentFolder)
+            rows.emplace(hold[Side::Left][i].text, i);
+    return rows;
+}
+
+// The two roots of a sub-folder pair, by the names that it bears on each side.
+PerSide<std::string> SubFolderRoots(const ComparisonResults& results, std::size_t row) {
+    PerSide<std::string> roots;
+    for (Side side : kBothSides)
+        roots[side] = NormalizePath(ObjectPath(results.folders[side], results.hold[side][row]));
+    return roots;
+}
+
+// A size that cannot be told counts as nothing, as the panes show it.
+Currency Shown(Currency size) {
+    return size > Currency() ? size : Currency();
+}
+
+SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<std::string>& roots,
+                                  const CSyncSettings& settings) {
+    SyncPlan::SubFolder plan{diffs.Name(), {}, {}};
+    for (Side side : kBothSides) {
+        const auto& records = diffs.Records(side);
+        const auto& otherRecords = diffs.Records(Other(side));
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            const SubFolderRecord& record = records[i];
+            if (record.IsBlank()) continue;
+            const SubFolderRecord& other = otherRecords[i];
+            PlannedAction planned{side,
+                                  settings.ActionFor(side, record.type),
+                                  record.type,
+                                  std::string(record.name),
+                                  diffs.Name(),
+                                  roots[side] + std::string(record.realName),
+                                  {},
+                                  static_cast<std::uint32_t>(i),
+                                  Shown(record.size),
+                                  Shown(other.size)};
+            PlanHalf(std::move(planned),
+                     other.IsBlank() ? std::string() : roots[Other(side)] + std::string(other.realName),
+                     roots[Other(side)] + std::string(record.realName), plan.deletes[side],
+                     plan.copies[side]);
+        }
+    }
+    return plan;
+}
+
+Currency NetSize(const std::vector<PlannedAction>& copies) {
+    Currency sum;
+    for (const PlannedAction& action : copies) sum += action.size - action.replacedSize;
+    return sum;
+}
+
+}  // namespace
+
+bool SyncPlan::IsEmpty() const {
+    bool empty = true;
+    ForEach([&](const PlannedAction&) { empty = false; });
+    return empty;
+}
+
+void SyncPlan::ForEach(const std::function<void(const PlannedAction&)>& visit) const {
+    const auto visitAll = [&](const PerSide<std::vector<PlannedAction>>& actions) {
+        for (Side side : kBothSides)
+            for (const PlannedAction& action : actions[side]) visit(action);
+    };
+    visitAll(deletes);
+    visitAll(copies);
+    for (const SubFolder& folder : subFolders) {
+        visitAll(folder.deletes);
+        visitAll(folder.copies);
+    }
+}
+
+SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
+                                      const SelectedTexts& selected) {
+    SyncPlan plan;
+    plan.folders = results.folders;
+    PlanRows(results, settings, selected, plan);
+    const FolderRows rows = DifferentFolderRows(results.hold);
+    for (const CSubFolderDiffs& diffs : results.SubFolderDiffs) {
+        const auto row = rows.find(diffs.Name());
+        if (row == rows.end() || !IsSelected(selected, diffs.Name())) continue;
+        plan.subFolders.push_back(PlanSubFolder(diffs, SubFolderRoots(results, row->second), settings));
+    }
+    return plan;
+}
+
+SyncSpaceNeed SpaceNeededBySync(const SyncPlan& plan) {
+    SyncSpaceNeed need;
+    for (Side side : kBothSides) {
+        for (const PlannedAction& action : plan.copies[side]) {
+            need.outgoing[side] += action.size;
+            need.replaced[side] += action.replacedSize;
+        }
+        // Of the sub-folders only the last one counts: the check is a warning, and this is how it has always
+        // been reckoned.
+        if (!plan.subFolders.empty()) need.outgoing[side] += NetSize(plan.subFolders.back().copies[side]);
+    }
+    return need;
+}
+
+SpaceAnswer EnoughSpaceForSync(const SyncSpaceNeed& need, const PerSide<std::string>& drives,
+                               const PerSide<Currency>& available) {
+    PerSide<Currency> net;  // what the other side's copies add to this side
+    for (Side side : kBothSides) net[side] = need.outgoing[Other(side)] - need.replaced[Other(side)];
+    const bool oneDrive = drives[Side::Left] == drives[Side::Right];
+    for (Side side : kBothSides) {
+        const Currency required = oneDrive ? net[Side::Left] + net[Side::Right] : net[side];
+        const Currency free = oneDrive ? available[Side::Left] : available[side];
+        if (free - required < Currency()) return {false, drives[side], required, free};
+    }
+    return {};
+}
+
+}  // namespace vantrel

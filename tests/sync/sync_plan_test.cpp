@@ -1,0 +1,163 @@
+#include "sync/sync_plan.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <set>
+
+namespace vantrel {
+namespace {
+
+using enum ResultType;
+
+constexpr std::pair<ResultType, ResultType> kPairs[] = {{Newer, Older},
+                                                        {Older, Newer},
+                                                        {Same, Same},
+                                                        {Binary, Binary},
+                                                        {Orphan, None},
+                                                        {None, Orphan},
+                                                        {IdenticalFolder, IdenticalFolder},
+                                                        {OrphanFolder, None},
+                                                        {None, OrphanFolder}};
+
+ResultRow Row(const std::string& name, ResultType type, std::int64_t size) {
+    ResultRow row;
+    if (type == None) return row;
+    row.kind = type >= IdenticalFolder ? RowKind::Folder : RowKind::File;
+    row.text = name;
+    row.realName = row.kind == RowKind::Folder ? std::string_view(name).substr(1) : std::string_view(name);
+    row.size = Currency::FromWhole(size);
+    row.type = type;
+    return row;
+}
+
+ComparisonResults RandomResults(std::mt19937& random) {
+    ComparisonResults results;
+    results.folders[Side::Left] = "/l/";
+    results.folders[Side::Right] = "/r/";
+    for (int i = 0; i < 40; ++i) {
+        const auto [left, right] = kPairs[random() % std::size(kPairs)];
+        const bool folder = std::max(left, right) >= IdenticalFolder;
+        const std::string name = (folder ? "\\d" : "f") + std::to_string(i);
+        results.hold[Side::Left].AddCopy(Row(name, left, static_cast<std::int64_t>(random() % 1000)));
+        results.hold[Side::Right].AddCopy(Row(name, right, static_cast<std::int64_t>(random() % 1000)));
+    }
+    return results;
+}
+
+CSyncSettings RandomTable(std::mt19937& random) {
+    CSyncSettings settings;
+    settings.SetSyncMethod(SyncMethod::Custom);
+    for (Side side : kBothSides)
+        for (int cell = 0; cell < kSyncCellCount; ++cell)
+            settings.SetAction(side, static_cast<SyncCell>(cell), static_cast<SyncAction>(random() % 4));
+    return settings;
+}
+
+// The plan in words, by an own reading of what each type's cell is.
+std::multiset<std::string> Expected(const ComparisonResults& results, const CSyncSettings& settings,
+                                    const SelectedTexts& selected) {
+    const std::map<ResultType, SyncCell> cells{{Newer, SyncCell::New},
+                                               {Older, SyncCell::Old},
+                                               {Orphan, SyncCell::Orphan},
+                                               {OrphanFolder, SyncCell::Orphan},
+                                               {Binary, SyncCell::Binary}};
+    std::multiset<std::string> words;
+    for (Side side : kBothSides) {
+        for (const ResultRow& row : results.hold[side]) {
+            if (!cells.contains(row.type) || (selected && !selected->contains(std::string(row.text))))
+                continue;
+            const SyncAction action = settings.Action(side, cells.at(row.type));
+            const std::string own = side == Side::Left ? "/l/" : "/r/",
+                              other = side == Side::Left ? "/r/" : "/l/";
+            if (action == SyncAction::Delete) words.insert("delete " + own + std::string(row.realName));
+            if (action == SyncAction::Copy)
+                words.insert("copy " + own + std::string(row.realName) + " " + other +
+                             std::string(row.realName));
+        }
+    }
+    return words;
+}
+
+std::multiset<std::string> Words(const SyncPlan& plan) {
+    std::multiset<std::string> words;
+    plan.ForEach([&](const PlannedAction& action) {
+        words.insert(action.action == SyncAction::Delete ? "delete " + action.source
+                                                         : "copy " + action.source + " " + action.target);
+    });
+    return words;
+}
+
+TEST(SyncPlan, FollowsTheTableForRandomRows) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        const ComparisonResults results = RandomResults(random);
+        const CSyncSettings settings = RandomTable(random);
+        SelectedTexts selected;
+        if (round % 3 == 0)
+            selected = std::unordered_set<std::string>{"f1", "f2", "f3", "\\d4", "\\d5", "f6"};
+        ASSERT_EQ(Expected(results, settings, selected),
+                  Words(GetListOfFilesAffectedBySync(results, settings, selected)));
+    }
+}
+
+ComparisonResults ResultsWithSubFolders() {
+    ComparisonResults results;
+    results.folders[Side::Left] = "/l/";
+    results.folders[Side::Right] = "/r/";
+    for (const std::string name : {"\\Sub", "\\Two"}) {
+        ResultRow row = Row(name, DifferentFolder, 9);
+        results.hold[Side::Left].AddCopy(row);
+        const std::string realName = name == "\\Sub" ? "SUB" : "Two";
+        row.realName = realName;
+        results.hold[Side::Right].AddCopy(row);
+        CSubFolderDiffs diffs(name, "/l/" + name.substr(1));
+        PerSide<SubFolderRecord> pair;
+        pair[Side::Left] = {"x/a", "x/a", Currency::FromWhole(5), {}, Newer};
+        pair[Side::Right] = {"x/a", "x/A", Currency::FromWhole(3), {}, Older};
+        diffs.AddPair(pair);
+        pair[Side::Left] = {};
+        pair[Side::Right] = {"b", "b", Currency::FromWhole(-1), {}, Orphan};
+        diffs.AddPair(pair);
+        results.SubFolderDiffs.Add(std::move(diffs));
+    }
+    return results;
+}
+
+TEST(SyncPlan, TakesSubFoldersByTheirRealNamesAndOnlySelectedOnes) {
+    const ComparisonResults results = ResultsWithSubFolders();
+    CSyncSettings settings;
+    settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
+    const SyncPlan plan = GetListOfFilesAffectedBySync(results, settings, SelectedTexts({"\\Sub"}));
+    ASSERT_EQ(1U, plan.subFolders.size());
+    EXPECT_EQ((std::multiset<std::string>{"copy /l/Sub/x/a /r/SUB/x/A", "delete /r/SUB/b"}), Words(plan));
+    EXPECT_EQ(2U, GetListOfFilesAffectedBySync(results, settings, {}).subFolders.size());
+}
+
+TEST(SyncPlan, SpaceCountsReplacedCounterpartsAndTheLastSubFolderAlone) {
+    ComparisonResults results = ResultsWithSubFolders();
+    results.hold[Side::Left].AddCopy(Row("big", Newer, 100));
+    results.hold[Side::Right].AddCopy(Row("big", Older, 30));
+    CSyncSettings settings;
+    settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
+    const SyncSpaceNeed need = SpaceNeededBySync(GetListOfFilesAffectedBySync(results, settings, {}));
+    EXPECT_EQ(Currency::FromWhole(100 + 5 - 3), need.outgoing[Side::Left]);
+    EXPECT_EQ(Currency::FromWhole(30), need.replaced[Side::Left]);
+
+    PerSide<Currency> free;
+    free[Side::Left] = Currency::FromWhole(0);
+    free[Side::Right] = Currency::FromWhole(71);
+    PerSide<std::string> drives{{"/a", "/b"}};
+    const SpaceAnswer answer = EnoughSpaceForSync(need, drives, free);
+    EXPECT_FALSE(answer.enough);
+    EXPECT_EQ("/b", answer.drive);
+    EXPECT_EQ(Currency::FromWhole(72), answer.required);
+    free[Side::Right] = Currency::FromWhole(72);
+    EXPECT_TRUE(EnoughSpaceForSync(need, drives, free).enough);
+    drives[Side::Right] = "/a";  // one drive: its free space is that of the left
+    EXPECT_FALSE(EnoughSpaceForSync(need, drives, free).enough);
+}
+
+}  // namespace
+}  // namespace vantrel

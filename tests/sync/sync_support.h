@@ -1,0 +1,117 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "core/folder_comparison.h"
+#include "fileops/shell_wrappers.h"
+#include "platform/shell_operations.h"
+#include "support/fake_volumes.h"
+#include "support/test_toolbox.h"
+#include "sync/synchronization.h"
+
+namespace vantrel::testing {
+
+// Shows nothing.
+class NoCompareProgress : public CompareProgress {
+  public:
+    void Show() override {}
+    void SetMessage(std::string_view) override {}
+    void SetFileName(std::string_view) override {}
+    void SetBarRange(std::int64_t) override {}
+    void SetBarValue(std::int64_t) override {}
+    void SetAnimation(std::string_view) override {}
+    void WaitUntilPainted() override {}
+    void Unload() override {}
+};
+
+// Plays the user at the shell's questions: overwrites, and skips what fails.
+class SkippingQuestions : public ShellQuestions {
+  public:
+    OverwriteAnswer AskOverwrite(const Overwrite&) override { return OverwriteAnswer::YesToAll; }
+    ErrorAnswer AskAboutError(const Trouble& trouble) override {
+        troubles.push_back(trouble);
+        return ErrorAnswer::Skip;
+    }
+    std::vector<Trouble> troubles;
+};
+
+// Path below the side's folder -> content; the modification time in seconds stands beside it.
+struct FileState {
+    std::string content;
+    long modified = 0;
+    friend bool operator==(const FileState&, const FileState&) = default;
+};
+using Tree = std::map<std::string, FileState>;
+Tree ReadTree(const std::string& folder);
+
+// Two folders, a comparison and a synchronisation over them, without a window.
+class SyncWorld : public ComparisonHost, public SyncHost {
+  public:
+    SyncWorld() : SyncWorld(nullptr) {}
+    explicit SyncWorld(SystemCalls* calls);
+
+    std::string Folder(Side side) const { return tools.folder / (side == Side::Left ? "left/" : "right/"); }
+    void Compare() { comparison.CompareDirs(false, false); }
+    std::string TrashFiles() const { return tools.folder / "Trash/files/"; }
+
+    // ComparisonHost
+    std::string PathText(Side side) const override { return Folder(side); }
+    void SetPathText(Side, const std::string&) override {}
+    bool MenusEnabled() const override { return true; }
+    void SetMenusEnabled(bool) override {}
+    void SetBusyPointer(bool) override {}
+    void SetFilterPanel(std::string_view) override {}
+    void RaiseMainWindow() override {}
+    void ApplyViewTypes() override {}
+    void RemoveListItemsAndShowNoCompareMsg() override { events += "empty "; }
+    void AddPathsToIni(const std::string&, const std::string&) override {}
+    void PlayCompareCompleteSound() override {}
+    void ShowCompareResults() override {}
+    void ShowErrorLog() override {}
+
+    // SyncHost
+    const ComparisonResults& Results() const override { return results; }
+    bool NoResults() const override { return !results.HasResult(); }
+    SelectedTexts SelectedObjects() const override { return selected; }
+    bool PromptForSyncMethod() const override { return prompt; }
+    bool ShowSyncWizard() override {
+        events += "wizard ";
+        return proceed;
+    }
+    bool ShowConfirmSync(const SyncPlan&) override {
+        events += "confirm ";
+        return proceed;
+    }
+    std::int32_t NumSyncLogEntries() const override { return 20; }
+    bool AutoCompareAfterSync() const override { return autoCompare; }
+    void CompareDirs() override {
+        events += "compare ";
+        Compare();
+    }
+    void PlaySyncCompleteSound() override { events += "sound "; }
+
+    TestToolbox tools;
+    CCompare compare;
+    ComparisonResults results;
+    NoCompareProgress progress;
+    FolderComparison comparison;
+    FakeVolumes drives;  // one drive for all: the trash of the test is the one that serves it
+    NoShellProgress shellProgress;
+    SkippingQuestions questions;
+    SystemShellOperations shell;
+    ShellWrappers wrappers;
+    CSyncSettings settings;
+    Synchronization sync;
+
+    SelectedTexts selected;
+    bool prompt = false;
+    bool proceed = true;
+    bool autoCompare = false;
+    std::string events;
+
+  private:
+    static SystemCalls& Calls(SystemCalls* calls);
+};
+
+}  // namespace vantrel::testing

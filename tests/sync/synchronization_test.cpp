@@ -1,0 +1,177 @@
+#include "sync/synchronization.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <set>
+
+#include "support/fake_volumes.h"
+#include "support/faulty_system_calls.h"
+#include "sync/sync_history.h"
+#include "sync_support.h"
+
+namespace vantrel {
+namespace {
+
+using testing::ReadTree;
+using testing::SyncWorld;
+
+std::string LastRecord(const SyncWorld& world) {
+    std::vector<SyncHistoryRecord> records;
+    EXPECT_TRUE(SyncHistory(world.tools.Get()).Read(records).IsOk());
+    return records.empty() ? "" : records.back().result;
+}
+
+void MakeSmallPair(SyncWorld& world) {
+    world.tools.folder.Write("left/new", "new left", 1'600'000'100);
+    world.tools.folder.Write("right/new", "old right", 1'600'000'000);
+    world.tools.folder.Write("left/only", "only left", 1'600'000'000);
+    world.tools.folder.Write("right/gone", "only right", 1'600'000'000);
+    world.tools.folder.Write("left/sub/deep", "deep left", 1'600'000'100);
+    world.tools.folder.Write("right/sub/deep", "deep right", 1'600'000'000);
+    world.tools.folder.Write("right/sub/extra", "deep extra", 1'600'000'000);
+    world.settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
+}
+
+TEST(Synchronization, ComparesFirstThenAsksAndRecordsAndRefreshes) {
+    SyncWorld world;
+    MakeSmallPair(world);
+    world.prompt = true;
+    world.autoCompare = true;
+    world.sync.mnuFileAutoSynch(true);
+    EXPECT_EQ("compare wizard confirm sound compare ", world.events);
+    EXPECT_EQ(kSyncCompleted, LastRecord(world));
+    EXPECT_EQ(ReadTree(world.Folder(Side::Left)), ReadTree(world.Folder(Side::Right)));
+    EXPECT_TRUE(world.tools.messages.shown.empty());
+}
+
+TEST(Synchronization, DecliningLeavesEverythingAndNoRecord) {
+    SyncWorld world;
+    MakeSmallPair(world);
+    const auto before = ReadTree(world.Folder(Side::Right));
+    world.Compare();
+    world.proceed = false;
+    world.sync.SyncSelectedOnly = true;
+    world.sync.mnuFileAutoSynch(true);
+    EXPECT_EQ("confirm ", world.events);
+    EXPECT_EQ(before, ReadTree(world.Folder(Side::Right)));
+    EXPECT_EQ("", LastRecord(world));
+    EXPECT_FALSE(world.sync.SyncSelectedOnly) << "the setting lasts for one run";
+}
+
+TEST(Synchronization, WithoutAResultItSaysSo) {
+    SyncWorld world;
+    world.compare.CompareMethod = CompareMethod::SizeAndDate;
+    std::filesystem::remove(world.Folder(Side::Left));
+    world.sync.mnuFileAutoSynch(true);
+    EXPECT_EQ("Synchronization: Unable to synchronize.  No comparison has been executed yet.",
+              world.tools.messages.Line(world.tools.messages.shown.size() - 1));
+    EXPECT_EQ("", LastRecord(world));
+}
+
+TEST(Synchronization, SelectedObjectsOnly) {
+    SyncWorld world;
+    MakeSmallPair(world);
+    world.Compare();
+    world.selected = std::unordered_set<std::string>{"gone", "\\sub"};
+    world.sync.SyncSelectedOnly = true;
+    world.sync.AutoSync(false, false);
+    EXPECT_FALSE(world.tools.folder.Exists("right/gone"));
+    EXPECT_FALSE(world.tools.folder.Exists("right/only"));
+    EXPECT_EQ("old right", world.tools.folder.Read("right/new"));
+    EXPECT_EQ("deep left", world.tools.folder.Read("right/sub/deep"));
+    EXPECT_FALSE(world.tools.folder.Exists("right/sub/extra"));
+}
+
+TEST(Synchronization, ACopyGoesOverItsCounterpartOfOtherLetterCase) {
+    SyncWorld world;
+    world.tools.folder.Write("left/A.txt", "left", 1'600'000'100);
+    world.tools.folder.Write("right/a.TXT", "right", 1'600'000'000);
+    world.settings.SetSyncMethod(SyncMethod::ReplaceOlderOnRight);
+    world.Compare();
+    world.sync.AutoSync(false, false);
+    EXPECT_EQ("left", world.tools.folder.Read("right/a.TXT"));
+    EXPECT_FALSE(world.tools.folder.Exists("right/A.txt"));
+}
+
+TEST(Synchronization, AFileWhereAFolderIsToGoFailsAndIsNotCountedAsDone) {
+    SyncWorld world;
+    world.tools.folder.Write("left/x", "a file", 1'600'000'000);
+    world.tools.folder.Write("right/x/inner", "in a folder", 1'600'000'000);
+    world.settings.SetSyncMethod(SyncMethod::AddOrphansToRight);
+    world.Compare();
+    const auto report = world.sync.AutoSync(false, false);
+    ASSERT_TRUE(report);
+    EXPECT_TRUE(report->cancelled);
+    EXPECT_EQ(0U, report->done);
+    EXPECT_EQ(kSyncCancelled, LastRecord(world));
+    EXPECT_EQ("in a folder", world.tools.folder.Read("right/x/inner"));
+    EXPECT_EQ(std::string::npos, world.events.find("sound"));
+    EXPECT_FALSE(world.questions.troubles.empty());
+}
+
+// Fails the N-th system call of a run, for every N there is: every file stays wholly old or new, and an
+// action counts as done only if the disk shows it.
+TEST(Synchronization, AnyFailingCallLosesNothingAndIsNotCountedAsDone) {
+    const std::set<std::string> contents{"new left",  "old right",  "only left", "only right",
+                                         "deep left", "deep right", "deep extra"};
+    const std::set<std::string> expendable{"old right", "deep right",
+                                           "deep extra"};  // overwritten or deleted for good by the plan
+    bool reachedEnd = false;
+    for (std::size_t n = 1; !reachedEnd; ++n) {
+        testing::FaultySystemCalls calls;
+        SyncWorld world(&calls);
+        MakeSmallPair(world);
+        world.Compare();
+        ASSERT_TRUE(world.results.HasResult());
+        calls.ResetCount();
+        calls.FailAt(n, EIO);
+        const auto report = world.sync.AutoSync(false, true);
+        reachedEnd = calls.Count() < n;
+        calls.ClearFaults();
+        ASSERT_TRUE(report) << n;
+
+        std::set<std::string> kept;
+        for (const std::string& place :
+             {world.Folder(Side::Left), world.Folder(Side::Right), world.TrashFiles()})
+            for (const auto& [path, state] : ReadTree(place)) {
+                if (path.find("vantrel") != std::string::npos)
+                    continue;  // a temporary file, told by its name
+                ASSERT_TRUE(contents.contains(state.content)) << n << ": " << path << " is half written";
+                kept.insert(state.content);
+            }
+        for (const std::string& content : contents)
+            ASSERT_TRUE(kept.contains(content) || expendable.contains(content)) << n << ": lost " << content;
+        for (const ActionOutcome& action : report->actions) {
+            if (action.outcome != ItemOutcome::Done) continue;
+            const bool copy = action.action->action == SyncAction::Copy;
+            ASSERT_EQ(copy, world.tools.files.Exists(copy ? action.action->target : action.action->source))
+                << n;
+        }
+        ASSERT_EQ(report->notDone > 0, report->cancelled) << n;
+    }
+}
+
+TEST(Synchronization, LowSpaceIsAskedAboutAndCancelDoesNothing) {
+    SyncWorld world;
+    MakeSmallPair(world);
+    world.Compare();
+    testing::FakeVolumes volumes;
+    volumes.drives["/"].space = Currency::FromWhole(1);
+    Toolbox tools{
+        world.tools.files,    volumes,          world.tools.clock,    world.tools.locale, world.tools.folders,
+        world.tools.messages, world.tools.loop, world.tools.reporter, world.tools.log};
+    Synchronization sync(tools, world.wrappers, world.settings, world);
+    world.tools.messages.answers = {MessageAnswer::Cancel};
+    EXPECT_FALSE(sync.AutoSync(false, false));
+    EXPECT_EQ(
+        "There may not be enough space available on drive /.\r\n\r\nSpace Required: 7 Bytes\r\nSpace "
+        "Available: 1 "
+        "Byte\r\n\r\nPress OK to continue with the synchronization, or Cancel to abort.",
+        world.tools.messages.shown.at(0).text);
+    EXPECT_TRUE(world.tools.folder.Exists("right/gone"));
+}
+
+}  // namespace
+}  // namespace vantrel
