@@ -171,6 +171,15 @@ mnuFolderPopup
   mnuGoToFolderBothSidesRunCompare Compare this sub-folder to 
   mnuCompareSubFolderToOtherFolder Compare this sub-folder with another folder...
   mnuFolderPopupSync Synchronize Selected Object(s)
+  mnuFolderPopupCopy Copy
+    mnuFolderPopupCopyToOtherFolder Copy to Other Folder
+    mnuFolderPopupCopyToAnyFolder Copy to Any Folder...
+  mnuFolderPopupMove Move
+    mnuFolderPopupMoveToOtherFolder Move to Other Folder
+    mnuFolderPopupMoveToAnyFolder Move to Any Folder...
+  mnuFolderPopupDelete Delete
+    mnuFolderPopupRecycleBin Send to Recycle Bin
+    mnuFolderPopupDeletePermanently Delete Permanently
   mnuFolderPopupRename Rename Folder(s)
   mnuFolderPopupAddToIncludeFilter Add Selected Objects to Include Filter
   mnuFolderPopupAddToExcludeFilter Add Selected Objects to Exclude Filter

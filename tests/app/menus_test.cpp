@@ -33,14 +33,14 @@ void Describe(const QAction& action, int depth, std::string& out) {
         for (const QAction* child : action.menu()->actions()) Describe(*child, depth + 1, out);
 }
 
-// Commands whose windows are not part of the program yet, by what is missing. A line goes when its command gets
-// a handler.
+// Commands whose windows are not part of the program yet, by what is missing. A line goes when its command
+// gets a handler.
 const std::set<std::string> kWithoutHandler{
-    "mnuFileCompareFiles",           // two-file comparison
-    "mnuFileFindDuplicateFiles",     // duplicate finder
-    "mnuFileShowSubDirDiffs",        // sub-folder viewer
-    "mnuFileShowFileDiffs",          // difference viewer
-    "mnuFileAutoSynch",              // synchronisation
+    "mnuFileCompareFiles",        // two-file comparison
+    "mnuFileFindDuplicateFiles",  // duplicate finder
+    "mnuFileShowSubDirDiffs",     // sub-folder viewer
+    "mnuFileShowFileDiffs",       // difference viewer
+    "mnuFileAutoSynch",           // synchronisation
     "mnuFileSyncSelectedObjects",
     "mnuFileCopySelectedFilesToTargetDirectory",  // file operations
     "mnuFileCopySelectedFilesToSpecifiedDirectory",
@@ -81,7 +81,8 @@ TEST(Menus, ShowItemsCaptionsAndDefaultChecks) {
     frmMain& window = program.Start().Window();
     std::string shown = "\n";
     for (const QAction* action : window.menuBar()->actions()) Describe(*action, 0, shown);
-    for (const char* popup : {"mnuFilePopup", "mnuFolderPopup", "mnuDiffFileDblClick", "mnuDiffSubDirDblClick"})
+    for (const char* popup :
+         {"mnuFilePopup", "mnuFolderPopup", "mnuDiffFileDblClick", "mnuDiffSubDirDblClick"})
         Describe(*window.GetCommands().Action(popup), 0, shown);
     EXPECT_EQ(shown, testing::kMenus);
 }

@@ -23,6 +23,9 @@ class PathBoxes : public ::testing::Test {
     // What becomes of a drop on a path box: its text, or "refused".
     std::string Drop(Side side, QMimeData* data) {
         const std::unique_ptr<QMimeData> owned(data);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(Edit(side), &enter);
+        if (!enter.isAccepted()) return "refused";
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(Edit(side), &drop);
         return drop.isAccepted() ? Edit(side)->text().toStdString() : "refused";
@@ -49,6 +52,7 @@ TEST_F(PathBoxes, HaveTipsNamesAndThePromptOfAFirstRun) {
 TEST_F(PathBoxes, AnEditOfOneCharacterEmptiesThePanes) {
     for (const Side side : kBothSides) {
         program.CompareSamples();
+        Edit(side)->end(false);
         QTest::keyClick(Edit(side), Qt::Key_Backspace);
         EXPECT_TRUE(program.Get().panes.ShowsNoResult());
     }

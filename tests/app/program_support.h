@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "application.h"
+#include "support/fake_volumes.h"
 #include "support/scripted_ports.h"
 #include "support/temp_folder.h"
 
@@ -38,17 +39,6 @@ class RecordingSound : public SoundDevice {
     std::vector<std::string> played;
 };
 
-// Drives that tests can choose: every path below one of `others` lies on a drive of its own.
-class ChosenVolumes : public SystemVolumes {
-  public:
-    using SystemVolumes::SystemVolumes;
-    bool OnSameDrive(std::string_view a, std::string_view b) override { return IsOther(a) == IsOther(b); }
-    std::string other;
-
-  private:
-    bool IsOther(std::string_view path) const { return !other.empty() && path.starts_with(other); }
-};
-
 // The whole program on a folder of its own, with scripted messages and a window on the offscreen platform.
 class TestProgram {
   public:
@@ -74,7 +64,7 @@ class TestProgram {
     TempFolder workspace;  // what is compared
     SystemCalls calls;
     FileSystem files{calls};
-    ChosenVolumes volumes{files};
+    FakeVolumes volumes;
     FakeClock clock;
     LocaleFormats locale{"C"};
     ProgramFolders folders{folder.Path(), folder.Path(), folder.Path(), "vantrel"};
