@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "core/row_texts.h"
+
 namespace vantrel {
 namespace {
 
@@ -81,6 +83,22 @@ TEST(HoldLists, FaultsAreNamed) {
     lists[Side::Left].AddPlaceholder();
     lists[Side::Right].AddPlaceholder();
     EXPECT_FALSE(IsConsistent(lists));
+}
+
+TEST(RowTexts, SizesNotAboveZeroShowZero) {
+    const LocaleFormats locale("en_US");
+    ResultRow row = Row("a", ResultType::Same);
+    row.size = Currency::FromWhole(1234567);
+    EXPECT_EQ(SizeText(row, locale), "1,234,567");
+    row.size = Currency::FromWhole(-5);
+    EXPECT_EQ(SizeText(row, locale), "0");
+    EXPECT_EQ(SizeText(ResultRow(), locale), "");
+    EXPECT_EQ(DateText(ResultRow(), locale), "");
+    EXPECT_FALSE(DateText(row, locale).empty());
+    row.kind = RowKind::Folder;
+    EXPECT_EQ(DateText(row, locale), "");
+    row.realName = "Real";
+    EXPECT_EQ(ObjectPath("/left/", row), "/left/Real");
 }
 
 }  // namespace

@@ -1,0 +1,232 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <set>
+
+#include "core/comparison_support.h"
+#include "support/faulty_system_calls.h"
+
+namespace vantrel::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr std::int64_t kTicks = 132'444'736'000'000'000;
+
+void MakeTrees(const ComparisonBench& bench) {
+    for (const Side side : kBothSides) {
+        const bool left = side == Side::Left;
+        bench.Write(side, "same", "12");
+        bench.Write(side, "changed", left ? "1" : "2", left ? 1'600'000'000 : 1'600'000'100);
+        bench.Write(side, "sub/in/both", "1");
+        bench.Write(side, "sub/in/changed", left ? "1" : "22");
+        bench.Write(side, left ? "sub/left/a" : "sub/right/a", "1");
+        bench.Write(side, "equal/x", "1");
+    }
+    bench.Write(Side::Left, "alone", "1");
+    bench.Write(Side::Right, "only/x", "1");
+}
+
+bool SaysOrphan(const std::string& line) {
+    return line.find("|Orphan") != std::string::npos;
+}
+
+// Whatever call of the system fails: the result is the right one, or there is none, or what is not known was
+// told and concludes nothing.
+TEST(ComparisonFaults, NoFailingCallGivesAWrongResult) {
+    for (const CompareMethod method : {CompareMethod::SizeAndDate, CompareMethod::Contents}) {
+        FaultySystemCalls calls;
+        ComparisonBench bench(calls);
+        MakeTrees(bench);
+        bench.compare.CompareMethod = method;
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        const std::vector<std::string> rows = bench.Rows(), records = bench.Records();
+        std::set<std::string> orphans;
+        for (const auto* lines : {&rows, &records})
+            std::copy_if(lines->begin(), lines->end(), std::inserter(orphans, orphans.end()), SaysOrphan);
+        calls.ResetCount();
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        const std::size_t count = calls.Count();
+
+        std::size_t told = 0;
+        for (const int code : {EIO, EACCES}) {
+            for (std::size_t at = 1; at <= count; ++at) {
+                SCOPED_TRACE("call " + std::to_string(at) + " of " + std::to_string(count) + ", error " +
+                             std::to_string(code));
+                for (const Side side : kBothSides) bench.results.hold[side].SetToSentinel();
+                bench.tools.messages.shown.clear();
+                calls.ClearFaults();
+                calls.ResetCount();
+                calls.FailAt(at, code);
+                const CompareOutcome outcome = bench.Run();
+                calls.ClearFaults();
+                if (outcome != CompareOutcome::Completed) {
+                    EXPECT_THAT(bench.Rows(), ElementsAre("sentinel <> sentinel"));
+                    EXPECT_FALSE(bench.tools.messages.shown.empty());
+                    continue;
+                }
+                std::string why;
+                EXPECT_TRUE(IsConsistent(bench.results.hold, &why)) << why;
+                if (bench.Rows() == rows && bench.Records() == records) continue;
+                ++told;
+                EXPECT_TRUE(bench.compare.ErrorsDuringCompare);
+                const std::vector<std::string> seenRows = bench.Rows(), seenRecords = bench.Records();
+                for (const auto* lines : {&seenRows, &seenRecords}) {
+                    for (const std::string& line : *lines) {
+                        if (!SaysOrphan(line)) continue;
+                        const bool incomplete = line.find("incomplete") != std::string::npos;
+                        EXPECT_TRUE(incomplete || orphans.contains(line)) << line;
+                    }
+                }
+            }
+        }
+        EXPECT_GT(told, 0U);
+    }
+}
+
+class UnlistedFolder : public ::testing::TestWithParam<Call> {};
+
+// A folder inside a sub-folder cannot be opened, or its listing breaks off.
+TEST_P(UnlistedFolder, IsUnknownAndNotEmpty) {
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
+    for (const Side side : kBothSides) bench.Write(side, "sub/top", side == Side::Left ? "1" : "22");
+    for (const char* name : {"sub/locked/a", "sub/locked/below/b", "sub/other"})
+        bench.Write(Side::Right, name, "1");
+    bench.Write(Side::Left, "sub/locked/a", "1");
+
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    const std::size_t recordsBefore = bench.Records().size();
+    EXPECT_EQ(recordsBefore, 3U);
+    bool armed = false;
+    std::size_t listings = 0;
+    calls.before = [&](const FaultySystemCalls::Record& record) {
+        if (armed || record.call != Call::Open || record.path != "locked") return;
+        armed = true;
+        listings = calls.Count(Call::GetDents);
+    };
+    calls.ResetCount();
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    // The first "locked" is that of the left side.
+    const auto& sequence = calls.Sequence();
+    const auto opened = std::find_if(sequence.begin(), sequence.end(), [](const auto& record) {
+        return record.call == Call::Open && record.path == "locked";
+    });
+    ASSERT_NE(opened, sequence.end());
+    calls.before = nullptr;
+    if (GetParam() == Call::Open)
+        calls.FailAt(static_cast<std::size_t>(opened - sequence.begin()) + 1, EACCES);
+    else
+        calls.FailAt(Call::GetDents, listings + 1, EIO);
+    calls.ResetCount();
+    bench.tools.messages.shown.clear();
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+
+    EXPECT_THAT(bench.Records(),
+                ElementsAre("\\sub: " + std::string(kBetweenSides) +
+                                DescribeFile("other", "other", 1, {kTicks}, ResultType::Orphan),
+                            "\\sub: " + DescribeFile("top", "top", 1, {kTicks}, ResultType::Binary) +
+                                std::string(kBetweenSides) +
+                                DescribeFile("top", "top", 2, {kTicks}, ResultType::Binary)));
+    EXPECT_THAT(bench.Rows(),
+                ElementsAre(DescribeFolder("\\sub", "sub", 1, ResultType::DifferentFolder, true) +
+                            std::string(kBetweenSides) +
+                            DescribeFolder("\\sub", "sub", 5, ResultType::DifferentFolder, true)));
+    const CSubFolderDiffs* diffs = bench.results.SubFolderDiffs.Find("SUB");
+    ASSERT_NE(diffs, nullptr);
+    ASSERT_EQ(diffs->UnknownPlaces().size(), 1U);
+    EXPECT_EQ(diffs->UnknownPlaces()[0].side, Side::Left);
+    EXPECT_EQ(diffs->UnknownPlaces()[0].path, "locked");
+
+    const std::string folder = bench.folder / "left/sub/locked";
+    ASSERT_EQ(bench.tools.messages.shown.size(), 2U);
+    EXPECT_THAT(bench.tools.messages.shown[0].text, HasSubstr("Source: modVantrel.GetFolderInfo"));
+    EXPECT_EQ(bench.tools.messages.Line(1),
+              "Errors Occurred: Errors were encountered during the comparison.\r\n\r\nSee the file "
+              "ERRORLOG.TXT for "
+              "details.\r\n\r\nWould you like to view the log file now?");
+    EXPECT_THAT(
+        bench.tools.folder.Read("ERR_DETAIL.TXT"),
+        HasSubstr(
+            "Analysis of folder failed.  Comparison results will be invalid!\r\nCorrect the problem with "
+            "this folder before attempting to sync it.\r\n\r\nFolder: " +
+            folder + "\r\nFile: "));
+    EXPECT_THAT(bench.Log(), HasSubstr("File Name: " + folder));
+    EXPECT_EQ(bench.host.calls.back(), "ShowCompareResults");
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, UnlistedFolder, ::testing::Values(Call::Open, Call::GetDents),
+                         [](const auto& tested) { return tested.param == Call::Open ? "Open" : "GetDents"; });
+
+// One of the two folders breaks off, vanishes after the check, or may not be read.
+TEST(ComparisonFaults, AnIncompleteScanIsNeverShown) {
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
+    MakeTrees(bench);
+    // The check looks at one entry of each folder, then the scans list them.
+    for (const std::size_t listing : {3, 4, 5, 6}) {
+        calls.ResetCount();
+        calls.FailAt(Call::GetDents, listing, EIO);
+        bench.tools.messages.shown.clear();
+        EXPECT_EQ(bench.Run(), CompareOutcome::NoResult);
+        calls.ClearFaults();
+        ASSERT_EQ(bench.tools.messages.shown.size(), 1U);
+        EXPECT_THAT(bench.tools.messages.shown[0].text, HasSubstr("Source: CDir.PopulateSelfWithFiles"));
+        EXPECT_THAT(bench.Rows(), ElementsAre("sentinel <> sentinel"));
+    }
+
+    calls.ResetCount();
+    calls.FailAt(Call::GetDents, 2, EACCES);
+    bench.tools.messages.shown.clear();
+    EXPECT_EQ(bench.Run(), CompareOutcome::NoResult);
+    calls.ClearFaults();
+    EXPECT_EQ(bench.tools.messages.Line(0), "Compare Failed: An error occurred while processing \"" +
+                                                (bench.folder / "right/") +
+                                                "\".\r\n\r\nYou do not have permission to access this "
+                                                "folder.  Please see your Network Administrator.");
+
+    calls.before = [&](const FaultySystemCalls::Record&) {
+        if (bench.progress.shown) std::filesystem::rename(bench.folder / "left", bench.folder / "gone");
+        if (bench.progress.shown) calls.before = nullptr;
+    };
+    bench.tools.messages.shown.clear();
+    EXPECT_EQ(bench.Run(), CompareOutcome::NoResult);
+    EXPECT_THAT(bench.tools.messages.shown.at(0).text, HasSubstr("Source: CDir.PopulateSelfWithFiles"));
+}
+
+// An entry that cannot be looked at could be anything: its counterpart is no orphan.
+TEST(ComparisonFaults, AnUnknownEntryIsLeftOutOnBothSides) {
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
+    for (const Side side : kBothSides) {
+        bench.Write(side, "x", "1");
+        bench.Write(side, "sub/y", "1");
+    }
+    bench.Write(Side::Right, "sub/Y/z", "1");
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);  // from now on every run makes the same calls
+    for (const std::string name : {"x", "y", "sub"}) {
+        calls.ResetCount();
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        const auto& sequence = calls.Sequence();
+        // The first look may be that of the check; the last two are those of the listings, left and right.
+        std::vector<std::size_t> looks;
+        for (std::size_t i = 0; i < sequence.size(); ++i)
+            if (sequence[i].call == Call::Statx && sequence[i].path == name) looks.push_back(i + 1);
+        ASSERT_GE(looks.size(), 2U);
+        calls.FailAt(looks[looks.size() - 2], EIO);
+        calls.ResetCount();
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        calls.ClearFaults();
+        EXPECT_TRUE(bench.compare.ErrorsDuringCompare);
+        EXPECT_THAT(bench.Log(), HasSubstr("Error: What this is could not be found out."));
+        EXPECT_THAT(bench.Records(), IsEmpty()) << name;
+        EXPECT_EQ(bench.Rows().size(), name == "y" ? 2U : 1U) << name;
+    }
+}
+
+}  // namespace
+}  // namespace vantrel::testing
