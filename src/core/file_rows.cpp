@@ -42,12 +42,21 @@ void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const P
         for (const Side side : kBothSides) hold[list].SharePool(dirs[side]->Texts());
     }
 
+    // Files are opened relative to their folder. Where that does not go, each is opened by its path.
+    PerSide<OpenFolder> folders;
+    for (const Side side : kBothSides)
+        if (pairs.ReadsContents()) (void)context.tools.files.Open(dirs[side]->Path(), folders[side]);
     std::size_t ahead = 0;
     for (std::size_t i = 0; i < allFileNames.size(); ++i) {
         for (; pairs.ReadsContents() && ahead < allFileNames.size() && pairs.WantsAnnouncements(); ++ahead) {
             const MergedFile& coming = allFileNames[ahead];
-            if (IsPair(coming) && pairs.NeedsContents(FilesOf(coming)))
-                pairs.Announce(PathOf(dirs, coming, Side::Left), PathOf(dirs, coming, Side::Right));
+            if (!IsPair(coming) || !pairs.NeedsContents(FilesOf(coming))) continue;
+            PerSide<ReadFile> files;
+            for (const Side side : kBothSides)
+                if (folders[side].IsOpen())
+                    (void)folders[side].OpenScannedFile(coming.file[side]->FileName, files[side]);
+            pairs.Announce(PathOf(dirs, coming, Side::Left), PathOf(dirs, coming, Side::Right),
+                           std::move(files));
         }
         const MergedFile& name = allFileNames[i];
         context.progress.SetBarValue(static_cast<std::int64_t>(i) + 1);

@@ -55,10 +55,14 @@ class ContentComparator {
     // are asked for in the order in which they were announced, others may come in between, and one that is
     // never asked for does no harm. Beyond kAnnouncedPairs nothing happens and the result is false.
     bool Announce(std::string_view leftPath, std::string_view rightPath);
+    // The same with what the caller could open already; a file that is not open is opened when it is asked
+    // for.
+    bool Announce(std::string_view leftPath, std::string_view rightPath, PerSide<ReadFile> files);
     // Lets go of what was announced and not asked for; at the end of a comparison.
     void ForgetAnnounced();
 
   private:
+    void LookWhetherReadingWaits();
     class Buffers;
     class Run;
     struct Pair;
@@ -70,6 +74,9 @@ class ContentComparator {
     const Toolbox& tools_;
     CCompare& compare_;
     std::deque<std::unique_ptr<Pair>> announced_;
+    bool readingWaits_ = true;  // whether announcing to the kernel pays
+    std::uint32_t pairsSinceLook_ = 0;
+    std::uint32_t lastLook_ = 0;
     std::unique_ptr<Buffers> buffers_;
     bool logFailureReported_ = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "core/classification.h"
 #include "core/comparison_context.h"
@@ -41,8 +42,8 @@ class PairComparison {
     // Pairs that need contents may be announced ahead, in the order in which they will be classified and
     // without leaving one out; while as many as can be are announced, nothing more is wanted.
     bool WantsAnnouncements() const { return announced_ < ContentComparator::kAnnouncedPairs; }
-    void Announce(const std::string& leftPath, const std::string& rightPath) {
-        if (comparator_.Announce(leftPath, rightPath)) ++announced_;
+    void Announce(const std::string& leftPath, const std::string& rightPath, PerSide<ReadFile> files) {
+        if (comparator_.Announce(leftPath, rightPath, std::move(files))) ++announced_;
     }
 
   private:

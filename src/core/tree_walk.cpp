@@ -239,8 +239,17 @@ void TreeWalk::Announce(Level& level) {
         PerSide<std::size_t> cursor = level.ahead;
         if (!NextItem(level, cursor, item) || item.isFolder) return;
         level.ahead = cursor;
-        if (item.IsPair() && !IsUnknown(level, item) && pairs_.NeedsContents(FilesOf(level, item)))
-            pairs_.Announce(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right));
+        if (!item.IsPair() || IsUnknown(level, item) || !pairs_.NeedsContents(FilesOf(level, item))) continue;
+        PerSide<ReadFile> files;
+        for (const Side side : kBothSides) {
+            FolderListing& listing = level.listing[side];
+            const FolderListing::Entry& entry = listing.At(item.at[side].begin);
+            const OpenFolder& folder = listing.Sources()[entry.source].folder;
+            // What cannot be opened now is tried again by its path, and its error told then.
+            if (folder.IsOpen()) (void)folder.OpenScannedFile(listing.Name(entry), files[side]);
+        }
+        pairs_.Announce(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),
+                        std::move(files));
     }
 }
 

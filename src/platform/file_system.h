@@ -68,6 +68,7 @@ struct FolderEntry {
 using EntrySink = std::function<bool(const FolderEntry&)>;
 
 class FileSystem;
+class ReadFile;
 
 // How the file system of a folder tells hidden and system, where it can.
 enum class DosAttributeSource : std::uint8_t { None, FatIoctl, NtfsXattr, NtfsBigEndianXattr, CifsXattr };
@@ -89,6 +90,9 @@ class OpenFolder {
     Error ForEach(const EntrySink& sink);
     // Opens the sub-folder `name`, following a link.
     Error OpenSub(std::string_view name, OpenFolder& out) const;
+    // Opens the file `name` for reading, following a link: one that a listing has just shown to be a regular
+    // file, as FileSystem::OpenScannedFile does by a path.
+    Error OpenScannedFile(std::string_view name, ReadFile& out) const;
 
   private:
     friend class FileSystem;
@@ -122,6 +126,7 @@ class ReadFile {
 
   private:
     friend class FileSystem;
+    friend class OpenFolder;
     static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
 
     SystemCalls* calls_ = nullptr;

@@ -6,6 +6,7 @@
 
 #include "platform/file_system.h"
 #include "platform/located_path.h"
+#include "platform/names.h"
 
 namespace vantrel {
 
@@ -79,6 +80,12 @@ Error FileSystem::OpenForReading(std::string_view file, ReadFile& out) const {
 
 Error FileSystem::OpenScannedFile(std::string_view file, ReadFile& out) const {
     return OpenFile(file, false, out);
+}
+
+Error OpenFolder::OpenScannedFile(std::string_view name, ReadFile& out) const {
+    const std::string bytes = NameToSystem(name);
+    if (bytes.find('\0') != std::string::npos) return Error::FromErrno(EINVAL, name);
+    return Error::FromErrno(-ReadFile::OpenAt(*calls_, fd_, bytes.c_str(), false, out), name);
 }
 
 Error FileSystem::OpenFile(std::string_view file, bool lookFirst, ReadFile& out) const {
