@@ -156,8 +156,8 @@ SyncSpaceNeed SpaceNeededBySync(const SyncPlan& plan) {
     return need;
 }
 
-SpaceAnswer EnoughSpaceForSync(const SyncSpaceNeed& need, const PerSide<std::string>& drives,
-                               const PerSide<Currency>& available) {
+SyncSpaceAnswer EnoughSpaceForSync(const SyncSpaceNeed& need, const PerSide<std::string>& drives,
+                                   const PerSide<Currency>& available) {
     PerSide<Currency> net;  // what the other side's copies add to this side
     for (Side side : kBothSides) net[side] = need.outgoing[Other(side)] - need.replaced[Other(side)];
     const bool oneDrive = drives[Side::Left] == drives[Side::Right];

@@ -68,14 +68,14 @@ struct SyncSpaceNeed {
 };
 SyncSpaceNeed SpaceNeededBySync(const SyncPlan& plan);
 
-struct SpaceAnswer {
+struct SyncSpaceAnswer {
     bool enough = true;
     std::string drive;  // of the first side that has not enough
     Currency required;
     Currency available;
 };
 // `drives` and `available` are those of the two folders. With one drive for both, one sum serves both sides.
-SpaceAnswer EnoughSpaceForSync(const SyncSpaceNeed& need, const PerSide<std::string>& drives,
-                               const PerSide<Currency>& available);
+SyncSpaceAnswer EnoughSpaceForSync(const SyncSpaceNeed& need, const PerSide<std::string>& drives,
+                                   const PerSide<Currency>& available);
 
 }  // namespace vantrel

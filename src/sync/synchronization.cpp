@@ -57,7 +57,7 @@ std::optional<SyncReport> Synchronization::Run(bool showConfirmation, bool noSou
 }
 
 bool Synchronization::SpaceSuffices(const SyncPlan& plan) {
-    SpaceAnswer answer;
+    SyncSpaceAnswer answer;
     tools_.reporter.Guard("frmMain.EnoughSpaceForSync", [&] {
         PerSide<std::string> drives;
         PerSide<Currency> available;

@@ -149,7 +149,7 @@ TEST(SyncPlan, SpaceCountsReplacedCounterpartsAndTheLastSubFolderAlone) {
     free[Side::Left] = Currency::FromWhole(0);
     free[Side::Right] = Currency::FromWhole(71);
     PerSide<std::string> drives{{"/a", "/b"}};
-    const SpaceAnswer answer = EnoughSpaceForSync(need, drives, free);
+    const SyncSpaceAnswer answer = EnoughSpaceForSync(need, drives, free);
     EXPECT_FALSE(answer.enough);
     EXPECT_EQ("/b", answer.drive);
     EXPECT_EQ(Currency::FromWhole(72), answer.required);
