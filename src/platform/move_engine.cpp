@@ -6,6 +6,7 @@
 
 #include "platform/delete_engine.h"
 #include "platform/names.h"
+#include "platform/paths.h"
 #include "platform/temporary_files.h"
 
 namespace vantrel::shell {
@@ -40,18 +41,17 @@ void MoveEngine::FinishPending(std::vector<ShellItem>& items) {
         if (!synced.IsOk()) {
             run_.RecordFailure(pending.path, synced);
             item.outcome = ItemOutcome::Failed;
+            item.error = synced;
             continue;
         }
-        Folder holder;
-        Place place{&holder, {}};
         const std::size_t troublesBefore = run_.result.troubles.size();
-        const Error opened = OpenHolder(run_.shared.files, pending.path, holder, place.name);
-        if (opened.IsOk()) {
-            item.outcome = DeleteEngine(run_, &record_).Delete(place);
-        } else {
-            run_.RecordFailure(pending.path, opened);
-            item.outcome = ItemOutcome::Failed;
-        }
+        Folder holder, shown;
+        shown.path = GetParentFolderName(pending.path);
+        Place place{&holder, {}};
+        item.outcome = run_.Attempt(
+            {&shown, NameToSystem(GetLastItemInPath(pending.path))},
+            [&](ItemOutcome&) { return OpenHolder(run_.shared.files, pending.path, holder, place.name); });
+        if (item.outcome == ItemOutcome::Done) item.outcome = DeleteEngine(run_, &record_).Delete(place);
         if (run_.result.troubles.size() > troublesBefore)
             item.error = run_.result.troubles[troublesBefore].error;
     }

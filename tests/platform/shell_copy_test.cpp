@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
@@ -207,22 +208,13 @@ TEST_F(ShellCopyTest, WhatTheRequestHasPutThereIsNotOverwrittenByIt) {
 
 TEST_F(ShellCopyTest, ASourceThatChangesMeanwhileIsTakenAnewOrRefused) {
     drop.Write("left/log", "1");
-    int changes = 0, limit = 1;
-    calls.before = [&](const char* call) {
-        if (std::string(call) != "ListXattr" && std::string(call) != "Write") return;
-        if (std::string(call) == "Write" && changes < limit) {
-            ++changes;
-            std::ofstream(Left("log"), std::ios::app) << "2";
-        }
-    };
     // The data go by reading and writing here, so that the change falls into the copy.
-    class NoRange : public ShellCalls {
-      public:
-        ssize_t CopyFileRange(int, int, std::size_t) override { return -EOPNOTSUPP; }
-    } slow;
-    slow.before = calls.before;
-    const FileSystem slowFiles(slow);
-    SystemShellOperations shell({slowFiles, volumes, clock, loop, progress, questions, {}});
+    calls.FailAll(Call::CopyFileRange, EOPNOTSUPP);
+    int changes = 0, limit = 1;
+    calls.before = [&](const FaultySystemCalls::Record& at) {
+        if (at.call == Call::Write && changes++ < limit) std::ofstream(Left("log"), std::ios::app) << "2";
+    };
+    SystemShellOperations shell = Service();
     EXPECT_TRUE(shell.CopyOneFile(Left("log"), Right("log")).IsOk());
     EXPECT_EQ("12", drop.Read("right/log"));
     drop.Write("right/log", "old");
@@ -236,8 +228,8 @@ TEST_F(ShellCopyTest, LeftoversOfAKillAreClearedAndNothingElse) {
     drop.Write("left/file", "content");
     const pid_t child = fork();
     if (child == 0) {
-        calls.before = [](const char* call) {
-            if (std::string_view(call) == "Futimens") _exit(9);
+        calls.before = [](const FaultySystemCalls::Record& at) {
+            if (at.call == Call::Futimens) _exit(9);
         };
         static_cast<void>(Service().CopyOneFile(Left("file"), Right("file")));
         _exit(0);

@@ -60,8 +60,8 @@ TEST_F(ShellTest, WhatChangesAfterItWasCopiedKeepsItsSource) {
     drop.Write("left/Sub/a", "alpha");
     drop.Write("left/Sub/b", "beta");
     bool done = false;
-    calls.before = [&](const char* call) {
-        if (std::string_view(call) != "Syncfs" || std::exchange(done, true)) return;
+    calls.before = [&](const FaultySystemCalls::Record& at) {
+        if (at.call != Call::Syncfs || std::exchange(done, true)) return;
         drop.Write("left/Sub/a", "alpha, changed");
         drop.Write("left/Sub/late", "late");
     };
@@ -78,12 +78,12 @@ TEST_F(ShellTest, NothingOfAMoveIsRemovedBeforeItIsSafe) {
     for (int i = 0; i < 5; ++i) drop.Write("left/" + std::to_string(i), "content " + std::to_string(i));
     const Tree before = TreeOf(drop / "left/");
     int syncs = 0;
-    calls.before = [&](const char* call) {
-        if (std::string_view(call) == "Syncfs") {
+    calls.before = [&](const FaultySystemCalls::Record& at) {
+        if (at.call == Call::Syncfs) {
             ++syncs;
             EXPECT_EQ(before, TreeOf(drop / "left/"));
         }
-        if (std::string_view(call) == "UnlinkAt") {
+        if (at.call == Call::Unlink) {
             EXPECT_EQ(1, syncs);
         }
     };
@@ -105,8 +105,8 @@ TEST_F(ShellTest, DeletesWhatWasListedAndFollowsNoLink) {
 
     // What appears after the listing keeps its folder standing.
     drop.Write("left/Sub/a", "a");
-    calls.before = [&](const char* call) {
-        if (std::string_view(call) == "UnlinkAt") drop.Write("left/Sub/late", "late");
+    calls.before = [&](const FaultySystemCalls::Record& at) {
+        if (at.call == Call::Unlink) drop.Write("left/Sub/late", "late");
     };
     const ShellResult result = Run(Delete, {Left("Sub")});
     EXPECT_EQ(Failed, result.items.at(0).outcome);
@@ -116,10 +116,10 @@ TEST_F(ShellTest, DeletesWhatWasListedAndFollowsNoLink) {
 
 TEST_F(ShellTest, ErrorsAreAskedAboutCountedAndPassedOver) {
     for (const char* name : {"a", "b", "c"}) drop.Write(std::string("left/") + name, name);
-    const auto broken = [&](int times) {
-        calls.before = [this, times, done = 0](const char* call) mutable {
-            calls.failAt = std::string_view(call) == "UnlinkAt" && done++ < times ? calls.count + 1 : 0;
-        };
+    const auto broken = [&](std::size_t times) {
+        calls.ClearFaults();
+        calls.ResetCount();
+        for (std::size_t i = 1; i <= times; ++i) calls.FailAt(Call::Unlink, i, EIO);
     };
     questions.errorAnswers = {ErrorAnswer::Retry, ErrorAnswer::Skip};
     broken(2);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -14,71 +13,23 @@
 
 #include "platform/paths.h"
 #include "platform/shell_operations.h"
+#include "support/fake_volumes.h"
+#include "support/faulty_system_calls.h"
 #include "support/scripted_ports.h"
 #include "support/temp_folder.h"
 
 namespace vantrel::testing {
 
-// Forwards every call, fails one of them, or ends the process there. Renames between two "drives" can be made
-// to fail as they do between two file systems.
-class ShellCalls : public SystemCalls {
+// Renames between two "drives" fail as they do between two file systems.
+class ShellCalls : public FaultySystemCalls {
   public:
-    std::size_t count = 0;
-    std::size_t failAt = 0;  // number of the call, from 1; 0: never
-    int failWith = EIO;
-    bool dieAt = false;  // instead of failing there
-    std::string failed;  // name of the call that failed
-    std::function<void(const char* call)> before;
     std::vector<std::string> drives;  // paths with "/" at the end
 
-#define FORWARD(type, name, parameters, arguments)           \
-    type name parameters override {                          \
-        if (Hit(#name)) return static_cast<type>(-failWith); \
-        return SystemCalls::name arguments;                  \
-    }
-    FORWARD(int, OpenAt, (int a, const char* b, int c, mode_t d), (a, b, c, d))
-    FORWARD(ssize_t, Read, (int a, void* b, std::size_t c), (a, b, c))
-    FORWARD(ssize_t, PRead, (int a, void* b, std::size_t c, off_t d), (a, b, c, d))
-    FORWARD(ssize_t, Write, (int a, const void* b, std::size_t c), (a, b, c))
-    FORWARD(off_t, Seek, (int a, off_t b, int c), (a, b, c))
-    FORWARD(ssize_t, GetDents, (int a, void* b, std::size_t c), (a, b, c))
-    FORWARD(int, StatxAt, (int a, const char* b, int c, unsigned d, struct statx& e), (a, b, c, d, e))
-    FORWARD(int, Fdatasync, (int a), (a))
-    FORWARD(int, Syncfs, (int a), (a))
-    FORWARD(int, Truncate, (int a, off_t b), (a, b))
-    FORWARD(ssize_t, CopyFileRange, (int a, int b, std::size_t c), (a, b, c))
-    FORWARD(int, Clone, (int a, int b), (a, b))
-    FORWARD(int, UnlinkAt, (int a, const char* b, int c), (a, b, c))
-    FORWARD(int, MkdirAt, (int a, const char* b, mode_t c), (a, b, c))
-    FORWARD(int, SymlinkAt, (const char* a, int b, const char* c), (a, b, c))
-    FORWARD(ssize_t, ReadlinkAt, (int a, const char* b, char* c, std::size_t d), (a, b, c, d))
-    FORWARD(int, Fchmod, (int a, mode_t b), (a, b))
-    FORWARD(int, FchownAt, (int a, const char* b, uid_t c, gid_t d, int e), (a, b, c, d, e))
-    FORWARD(int, UtimensAt, (int a, const char* b, const timespec c[2], int d), (a, b, c, d))
-    FORWARD(int, Futimens, (int a, const timespec b[2]), (a, b))
-    FORWARD(ssize_t, ListXattr, (int a, char* b, std::size_t c), (a, b, c))
-    FORWARD(ssize_t, GetXattr, (int a, const char* b, void* c, std::size_t d), (a, b, c, d))
-    FORWARD(int, SetXattr, (int a, const char* b, const void* c, std::size_t d), (a, b, c, d))
-#undef FORWARD
-
-    int Close(int fd) override {
-        // As the system does it: the descriptor is gone whatever the answer.
-        const int result = SystemCalls::Close(fd);
-        return Hit("Close") ? -failWith : result;
-    }
     int RenameAt(int a, const char* b, int c, const char* d, unsigned e) override {
-        if (Hit("RenameAt")) return -failWith;
-        return DriveOf(a) != DriveOf(c) ? -EXDEV : SystemCalls::RenameAt(a, b, c, d, e);
+        return DriveOf(a) != DriveOf(c) ? -EXDEV : FaultySystemCalls::RenameAt(a, b, c, d, e);
     }
 
   private:
-    bool Hit(const char* name) {
-        if (before) before(name);
-        if (++count != failAt) return false;
-        if (dieAt) _exit(9);
-        failed = name;
-        return true;
-    }
     std::string DriveOf(int folder) const {
         if (drives.empty()) return {};
         char path[PATH_MAX] = {};
@@ -88,35 +39,6 @@ class ShellCalls : public SystemCalls {
             if (NormalizePath(path).starts_with(drive)) return drive;
         }
         return {};
-    }
-};
-
-// The first of `drives` that holds a path is its drive.
-class FakeVolumes : public Volumes {
-  public:
-    std::vector<std::string> drives{"/"};  // in the order asked
-    std::map<std::string, DriveKind> kinds;
-    std::map<std::string, Currency> space;
-
-    std::string GetDriveName(std::string_view path) override {
-        for (const std::string& drive : drives) {
-            if (NormalizePath(path).starts_with(NormalizePath(drive))) return WithoutTrailingSlash(drive);
-        }
-        return {};
-    }
-    bool DriveExists(std::string_view) override { return true; }
-    bool IsReady(std::string_view) override { return true; }
-    std::string GetFileSystemName(std::string_view) override { return "ext4"; }
-    DriveKind GetDriveKind(std::string_view drive) override {
-        const auto found = kinds.find(std::string(drive));
-        return found == kinds.end() ? DriveKind::Fixed : found->second;
-    }
-    Currency GetAvailableDriveSpace(std::string_view drive) override {
-        const auto found = space.find(std::string(drive));
-        return found == space.end() ? kUnknownSpace : found->second;
-    }
-    bool OnSameDrive(std::string_view a, std::string_view b) override {
-        return GetDriveName(a) == GetDriveName(b);
     }
 };
 
@@ -196,7 +118,7 @@ class ShellTest : public ::testing::Test {
     // From here on left and right are on different drives.
     void SeparateDrives() {
         calls.drives = {drop / "left/", drop / "right/"};
-        volumes.drives = {drop / "left", drop / "right", "/"};
+        volumes.drives = {{drop / "left", {}}, {drop / "right", {}}, {"/", {}}};
     }
     static void NoLeftovers(const Tree& tree) {
         for (const auto& [path, what] : tree)

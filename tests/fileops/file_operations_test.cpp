@@ -1,0 +1,366 @@
+#include "fileops/file_operations.h"
+
+#include <gmock/gmock.h>
+
+#include "fileops/object_properties.h"
+#include "fileops/shell_calls.h"
+#include "fileops/sub_folder_operations.h"
+#include "fileops/tree_size.h"
+#include "platform/names.h"
+#include "support/fake_volumes.h"
+#include "support/shell_fixture.h"
+
+namespace vantrel::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using enum MessageAnswer;
+const std::string kContinue = "\r\n\r\nDo you wish to continue?";
+
+// Records the requests and gives the results it is told to; without one all is done.
+class FakeShell : public ShellOperations {
+  public:
+    std::vector<ShellRequest> requests;
+    std::vector<std::string> single;  // "copy a b", "delete a"
+    ShellResult result;
+    bool failSingle = false;
+
+    ShellResult Run(const ShellRequest& request) override {
+        requests.push_back(request);
+        ShellResult answer = result;
+        for (const std::string& source : request.sources)
+            answer.items.push_back({source, ItemOutcome::Done, {}});
+        return answer;
+    }
+    Error CopyOneFile(std::string_view from, std::string_view to) override {
+        single.push_back("copy " + std::string(from) + " " + std::string(to));
+        return Answer();
+    }
+    Error SyncCopies() override { return {}; }
+    Error DeleteOneFile(std::string_view path) override {
+        single.push_back("delete " + std::string(path));
+        return Answer();
+    }
+
+  private:
+    Error Answer() const { return failSingle ? Error::FromErrno(EACCES) : Error(); }
+};
+
+class Host : public FileOperationsHost {
+  public:
+    explicit Host(const TempFolder& drop) : folders{{drop / "left/", drop / "right/"}} {}
+    std::string FolderPath(Side side) const override { return folders[side]; }
+    void SetBusyPointer(bool busy) override { happened.emplace_back(busy ? "busy" : "normal"); }
+    bool AutoCompareAfterFileOp() const override { return autoCompare; }
+    void CompareDirs() override { happened.emplace_back("compare"); }
+    void RemoveListItemsAndShowNoCompareMsg() override { happened.emplace_back("empty"); }
+
+    PerSide<std::string> folders;
+    bool autoCompare = true;
+    std::vector<std::string> happened;
+};
+
+ResultRow Row(std::string_view text, ResultType type, std::int64_t size, std::string_view realName = {}) {
+    ResultRow row;
+    row.text = text;
+    row.realName = realName.empty() ? text.substr(text.starts_with(kFolderMarker) ? 1 : 0) : realName;
+    row.kind = text.empty()                      ? RowKind::Placeholder
+               : text.starts_with(kFolderMarker) ? RowKind::Folder
+                                                 : RowKind::File;
+    row.type = type;
+    row.size = Currency::FromWhole(size);
+    row.selected = row.IsReal();
+    return row;
+}
+
+class FileOperationsTest : public ::testing::Test {
+  public:
+    FileOperationsTest() {
+        drop.Write("left/newer", "12345");
+        drop.Write("left/orphan", "1234567");
+        drop.Write("left/Sub/f", "123");
+        drop.Write("right/NEWER", "1");
+        volumes.drives = {{drop / "left", {}}, {drop / "right", {}}, {"/", {}}};
+        Pair(Row("newer", ResultType::Newer, 5), Row("newer", ResultType::Older, 1, "NEWER"));
+        Pair(Row("orphan", ResultType::Orphan, 7), {});
+        Pair(Row("\\Sub", ResultType::OrphanFolder, 3), {});
+        lists[Side::Right][0].selected = false;
+    }
+    void Pair(const ResultRow& left, const ResultRow& right) {
+        lists[Side::Left].Add(left);
+        lists[Side::Right].Add(right);
+    }
+    void Select(std::initializer_list<std::size_t> rows) {
+        for (std::size_t i = 0; i < lists[Side::Left].Count(); ++i)
+            lists[Side::Left][i].selected = std::ranges::count(rows, i) > 0;
+    }
+    ListRef List() const { return {lists, Side::Left}; }
+    std::string Line(std::size_t i) const { return messages.Line(i); }
+    std::string Space(const std::string& drive, std::int64_t need, std::int64_t free) {
+        const auto size = [](std::int64_t n) {
+            return ConvertBytesToCorrectByteTypeString(Currency::FromWhole(n));
+        };
+        return "Insufficient Disk Space: Not enough space available on target drive.\r\n\r\nTarget Drive: " +
+               drive + "\r\nSpace Required: " + size(need) + "\r\nSpace Available: " + size(free);
+    }
+
+    TestToolbox box;
+    const TempFolder& drop = box.folder;
+    FakeVolumes volumes;
+    ScriptedMessages& messages = box.messages;
+    Toolbox tools{box.files, volumes,  box.clock,    box.locale, box.folders,
+                  messages,  box.loop, box.reporter, box.log};
+    FakeShell shell;
+    ShellWrappers wrappers{shell, messages};
+    Host host{drop};
+    FileOperations operations{tools, wrappers, host};
+    HoldLists lists;
+};
+
+TEST_F(FileOperationsTest, WrappersSayWhatBecameOfIt) {
+    bool aborted = true;
+    const std::vector<std::string> one{"/a/b"};
+    wrappers.CopyFiles(one, "/t", {}, aborted);
+    wrappers.MoveFiles(one, "/t", {}, aborted);
+    wrappers.RecycleFiles(one, {}, aborted);
+    wrappers.DeleteFilesPermanently(one, {}, aborted);
+    EXPECT_FALSE(aborted);
+    wrappers.CopyFiles(one, "/t", {.confirm = false, .silent = true}, aborted);
+    wrappers.RenameFile("/a/b", "/a/c", false, false);
+    ASSERT_EQ(4U, messages.shown.size());
+    EXPECT_EQ("Copy Succeeded: Selected item(s) copied to /t", Line(0));
+    EXPECT_EQ("Move Succeeded: Selected item(s) moved to /t", Line(1));
+    EXPECT_EQ("Delete Succeeded: Selected item(s) sent to the Recycle Bin", Line(2));
+    EXPECT_EQ("Delete Succeeded: Selected item(s) deleted", Line(3));
+    EXPECT_TRUE(shell.requests[4].noConfirmation && shell.requests[4].silent && shell.requests[4].noErrorUi);
+    EXPECT_FALSE(shell.requests[0].noConfirmation || shell.requests[0].silent || shell.requests[0].noErrorUi);
+    EXPECT_EQ(ShellOperation::Rename, shell.requests[5].operation);
+    EXPECT_TRUE(shell.requests[5].noErrorUi);
+
+    messages.shown.clear();
+    shell.result.code = shell.result.lastSystemError = 13;
+    wrappers.MoveFiles(one, "/t", {}, aborted);
+    EXPECT_TRUE(aborted);
+    wrappers.RenameFile("/a/b", "/a/c", true, true);
+    wrappers.MoveFiles(one, "/t", {.silent = true}, aborted);
+    wrappers.RenameFile("/a/b", "/a/c", true, false);
+    shell.result.anyOperationsAborted = true;
+    wrappers.MoveFiles(one, "/t", {}, aborted);
+    EXPECT_TRUE(aborted);
+    wrappers.RenameFile("/a/b", "/a/c", true, true);
+    ASSERT_EQ(3U, messages.shown.size());
+    EXPECT_EQ("API Error: 13", Line(0));
+    EXPECT_EQ("API Error: 13", Line(1));
+    EXPECT_EQ("Rename Failed: Rename operation was cancelled", Line(2));
+    EXPECT_EQ(MessageIcon::Warning, messages.shown[0].icon);
+}
+
+TEST_F(FileOperationsTest, NothingSelectedHasItsThreeTexts) {
+    Select({});
+    operations.CopyFilesToOtherDirAndLVW(List(), true, false);
+    operations.MoveFilesToSpecificDir(List(), drop / "right", true);
+    operations.DeleteFilesFromLVW(List(), true, false);
+    operations.DeletePermanentlyFilesFromLVW(List(), true, false);
+    operations.CopyFilesToOtherDirAndLVW(List(), true, true);
+    operations.DeleteFilesFromLVW(List(), true, true);
+    operations.DeletePermanentlyFilesFromLVW(List(), true, true);
+    // A placeholder that is marked all the same never becomes the path of the folder.
+    lists[Side::Right][1].selected = true;
+    operations.DeleteFilesFromLVW({lists, Side::Right}, false, false);
+    operations.DeletePermanentlyFilesFromLVW({lists, Side::Right}, false, true);
+    operations.MoveFilesToOtherDirAndLVW({lists, Side::Right}, false);
+    ASSERT_EQ(6U, messages.shown.size());
+    const std::string blank = ": No item(s) selected.  Please select some item(s) and try again. ";
+    EXPECT_EQ("Unable to Copy" + blank, Line(0));
+    EXPECT_EQ("Unable to Move" + blank, Line(1));
+    EXPECT_EQ("Unable to Delete: No item(s) selected. Please select some item(s) and try again.", Line(2));
+    EXPECT_EQ(Line(2), Line(3));
+    EXPECT_EQ("No item(s) selected. Please select some item(s), and try again.", messages.shown[4].text);
+    EXPECT_EQ("Unable to Move" + blank, Line(5));
+    EXPECT_TRUE(shell.requests.empty());
+    EXPECT_TRUE(host.happened.empty());
+}
+
+TEST_F(FileOperationsTest, CopiesAndMovesTheSelection) {
+    operations.CopyFilesToOtherDirAndLVW(List(), true, false);
+    ASSERT_EQ(1U, shell.requests.size());
+    EXPECT_THAT(shell.requests[0].sources,
+                ElementsAre(drop / "left/newer", drop / "left/orphan", drop / "left/Sub"));
+    EXPECT_EQ(drop / "right/", shell.requests[0].target);
+    EXPECT_TRUE(shell.requests[0].ignoreLetterCase);
+    EXPECT_EQ("Confirm Copy: You are about to copy 3 objects(s)." + kContinue, Line(0));
+    EXPECT_EQ("Copy", messages.confirmations[0].operation);
+    EXPECT_EQ(drop / "right/", messages.confirmations[0].target);
+    EXPECT_THAT(host.happened, ElementsAre("busy", "compare", "normal"));
+
+    messages.shown.clear();
+    host.happened.clear();
+    host.autoCompare = false;
+    shell.result.code = 5;
+    operations.MoveFilesToSpecificDir(List(), drop / "else", false);
+    EXPECT_TRUE(operations.CancelFlag());
+    EXPECT_THAT(host.happened, ElementsAre("busy", "empty", "normal"));
+    EXPECT_TRUE(shell.requests[1].noConfirmation);
+    EXPECT_TRUE(messages.shown.empty());
+    shell.result.code = 0;
+    operations.MoveFilesToOtherDirAndLVW(List(), true);
+    EXPECT_EQ("Confirm Move: You are about to move 3 objects(s)." + kContinue, Line(0));
+    operations.CopyFilesToOtherDirAndLVW(List(), false, true);
+    EXPECT_EQ(4U, shell.requests.size());
+    EXPECT_EQ(5U, host.happened.size() - 3);  // the copy within a synchronisation leaves the panes alone
+    messages.answers = {No};
+    operations.CopyFilesToSpecificDir(List(), drop / "right", true);
+    EXPECT_EQ(4U, shell.requests.size());
+}
+
+TEST_F(FileOperationsTest, DropsAreCountedAndAsked) {
+    drop.Write("from/a", "12345");
+    drop.Write("from/Dir/x", "1234567");
+    drop.Write("right/a", "12");
+    drop.Write("right/Dir/x", "1234");
+    volumes.drives[drop / "right"].space = Currency::FromWhole(5);
+    const std::vector<std::string> paths{drop / "from/a", drop / "from/Dir"};
+    operations.CopyOLEDropObjectsToDir(paths, drop / "right", true);
+    EXPECT_EQ("Confirm Copy: You are about to copy 2 objects(s)." + kContinue, Line(0));
+    EXPECT_EQ(Space(drop / "right", 6, 5), Line(1));
+    EXPECT_TRUE(shell.requests.empty());
+    volumes.drives[drop / "right"].space = Currency::FromWhole(6);
+    operations.CopyOLEDropObjectsToDir(paths, drop / "right", false);
+    EXPECT_EQ(paths, shell.requests.at(0).sources);
+    // On one drive a move needs no room; elsewhere a drive that is gone stops it.
+    volumes.drives[drop / "left"].space = Currency();
+    operations.MoveOLEDropObjectsToDir({drop / "left/orphan"}, drop / "left/Sub", false);
+    EXPECT_EQ(2U, shell.requests.size());
+    volumes.drives[drop / "right"].ready = false;
+    messages.shown.clear();
+    operations.MoveOLEDropObjectsToDir(paths, drop / "right", false);
+    EXPECT_EQ(2U, shell.requests.size());
+    ASSERT_EQ(1U, messages.shown.size());
+    EXPECT_EQ("Problems accessing drive.", messages.shown[0].text);
+}
+
+TEST_F(FileOperationsTest, SpaceArithmetic) {
+    const ResultList &left = lists[Side::Left], &right = lists[Side::Right];
+    EXPECT_EQ(Currency::FromWhole(15), GetSizeOfSelectedRows(left));
+    EXPECT_EQ(Currency::FromWhole(5), GetSizeOfSelectedRowsWithCounterpart(left, right));
+    EXPECT_EQ(Currency(), GetSizeOfSelectedRowsWithCounterpart(left, ResultList()));
+    volumes.drives[drop / "right"].space = Currency();
+    Select({0});  // Newer files alone need nothing
+    EXPECT_TRUE(EnoughSpaceForCopyLvwToLvw(tools, left, right, drop / "right").enough);
+    Select({0, 1, 2});
+    SpaceAnswer answer = EnoughSpaceForCopyLvwToLvw(tools, left, right, drop / "right");
+    EXPECT_FALSE(answer.enough);
+    EXPECT_EQ(Currency::FromWhole(10), answer.required);
+    EXPECT_EQ(drop / "right", answer.drive);
+    EXPECT_FALSE(EnoughSpaceForMoveLvwToLvw(tools, left, right, drop / "left", drop / "right").enough);
+    EXPECT_TRUE(EnoughSpaceForMoveLvwToLvw(tools, left, right, drop / "right", drop / "right/x").enough);
+
+    drop.Write("other/orphan", "12");
+    drop.Write("other/Sub/f", "1234567");
+    drop.MakeFolder("other/newer");  // a folder is no counterpart of a file
+    EXPECT_EQ(Currency::FromWhole(9),
+              GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, left, drop / "other"));
+    volumes.drives[drop / "other"].space = Currency::FromWhole(5);
+    answer = EnoughSpaceForCopyLvwToSpecificDir(tools, left, drop / "other");
+    EXPECT_FALSE(answer.enough);
+    EXPECT_EQ(Currency::FromWhole(6), answer.required);
+    EXPECT_FALSE(EnoughSpaceForMoveLvwToSpecificDir(tools, left, drop / "left", drop / "other").enough);
+    EXPECT_TRUE(EnoughSpaceForMoveLvwToSpecificDir(tools, left, drop / "other/x", drop / "other").enough);
+    operations.CopyFilesToSpecificDir(List(), drop / "other", false);
+    EXPECT_EQ(Space(drop / "other", 6, 5), Line(0));
+    volumes.drives[drop / "other"].exists = false;
+    operations.CopyFilesToSpecificDir(List(), drop / "other", false);
+    ASSERT_EQ(2U, messages.shown.size());
+    EXPECT_EQ("Copy: Problems accessing the target drive.", Line(1));
+    EXPECT_EQ(MessageIcon::Stop, messages.shown[1].icon);
+    EXPECT_TRUE(shell.requests.empty());
+}
+
+TEST_F(FileOperationsTest, DeletesByTheKindOfDrive) {
+    operations.DeleteFilesFromLVW(List(), true, false);
+    EXPECT_EQ("Confirm Delete: You are about to send 3 item(s) to the Recycle Bin." + kContinue, Line(0));
+    EXPECT_EQ(ShellOperation::Recycle, shell.requests.at(0).operation);
+    const std::string tail = "\r\n\r\nThey are permanently deleted.\r\n\r\nDo you still wish to continue?";
+    const struct {
+        DriveKind kind;
+        std::string text;
+    } cases[] = {
+        {DriveKind::Removable,
+         "Delete from Removeable Drive: Files on removeable drives are not sent to the Recycle Bin." + tail},
+        {DriveKind::Remote,
+         "Delete from Network Drive: Files on network drives are not sent to the Recycle Bin." + tail},
+    };
+    for (const auto& one : cases) {
+        volumes.drives[drop / "left"].kind = one.kind;
+        for (const MessageAnswer answer : {Yes, No}) {
+            messages.shown.clear();
+            shell.requests.clear();
+            messages.answers = {Yes, answer};
+            operations.DeleteFilesFromLVW(List(), true, false);
+            EXPECT_EQ(one.text, Line(1));
+            EXPECT_EQ(answer == Yes ? 1U : 0U, shell.requests.size());
+            if (answer == Yes) {
+                EXPECT_EQ(ShellOperation::Delete, shell.requests[0].operation);
+            }
+        }
+        // Without a confirmation no drive is looked at.
+        operations.DeleteFilesFromLVW(List(), false, true);
+        EXPECT_EQ(ShellOperation::Recycle, shell.requests.back().operation);
+    }
+    messages.shown.clear();
+    host.happened.clear();
+    operations.DeletePermanentlyFilesFromLVW(List(), true, false);
+    EXPECT_EQ("Confirm Delete: You are about to permanently delete 3 item(s)." + kContinue, Line(0));
+    EXPECT_THAT(host.happened, ElementsAre("busy", "compare", "normal"));
+}
+
+// A letter case that differs between the sides does not make two objects of one.
+TEST_F(FileOperationsTest, ACopyGoesOverItsCounterpartInAnotherLetterCase) {
+    ScriptedProgress progress;
+    ScriptedQuestions questions;
+    SystemShellOperations real({box.files, volumes, box.clock, box.loop, progress, questions, {}});
+    ShellWrappers doors(real, messages);
+    FileOperations live(tools, doors, host);
+    drop.Write("left/Sub/Deep/f", "new");
+    drop.Write("right/sub/deep/F", "old");
+    EXPECT_TRUE(live.CopyFilesToOtherDirAndLVW(List(), false, false).AllDone());
+    const Tree tree = TreeOf(drop / "right/");
+    EXPECT_EQ("f:12345", tree.at("NEWER"));
+    EXPECT_EQ("f:new", tree.at("sub/deep/F"));
+    EXPECT_FALSE(tree.contains("newer") || tree.contains("Sub") || tree.contains("sub/deep/f"));
+    EXPECT_TRUE(live.MoveFilesToOtherDirAndLVW(List(), false).AllDone());
+    EXPECT_EQ(tree, TreeOf(drop / "right/"));
+}
+
+TEST_F(FileOperationsTest, OpensAndShowsPropertiesThroughThePort) {
+    struct Port : ShellCallsPort {
+        std::vector<std::string> calls;
+        bool opens = true;
+        bool Open(const std::string& path) override { return calls.push_back("open " + path), opens; }
+        void OpenWithChosenProgram(const std::string& path) override { calls.push_back("choose " + path); }
+        void ShowPropertyPage(const std::string& path) override { calls.push_back("page " + path); }
+    } port;
+    OpenFile(port, "/a");
+    port.opens = false;
+    OpenFile(port, "/b");
+    OpenFile(port, "");
+    ShowProperties(port, "/c");
+    EXPECT_THAT(port.calls, ElementsAre("open /a", "open /b", "choose /b", "page /c"));
+
+    ObjectProperties properties;
+    ASSERT_TRUE(ReadProperties(tools, drop / "left/orphan", properties).IsOk());
+    EXPECT_EQ("orphan", properties.name);
+    EXPECT_EQ(Currency::FromWhole(7), properties.size);
+    ASSERT_TRUE(ApplyPermissions(tools, drop / "left/orphan", 0640).IsOk());
+    ASSERT_TRUE(ReadProperties(tools, drop / "left/orphan", properties).IsOk());
+    EXPECT_EQ(0640U, properties.mode);
+    TreeSize size;
+    ASSERT_TRUE(CountTreeSize(tools, drop / "left", size).IsOk());
+    EXPECT_EQ(Currency::FromWhole(15), size.bytes);
+    EXPECT_EQ(3U, size.files);
+    EXPECT_EQ(1U, size.folders);
+    EXPECT_FALSE(CountTreeSize(tools, drop / "gone", size).IsOk());
+}
+
+}  // namespace
+}  // namespace vantrel::testing

@@ -1,0 +1,141 @@
+#include "fileops/sub_folder_operations.h"
+
+#include <gmock/gmock.h>
+
+#include "support/shell_fixture.h"
+#include "support/test_toolbox.h"
+
+namespace vantrel::testing {
+namespace {
+
+using ::testing::ElementsAre;
+using enum MessageAnswer;
+
+class SubFolderOperationsTest : public ::testing::Test, public SubFolderHost {
+  public:
+    SubFolderOperationsTest() {
+        drop.Write("left/x/newer", "12345");
+        drop.Write("left/orphan", "1234567");
+        drop.Write("right/x/Newer", "1");
+        for (PerSide<ResultList>* pair : {&lists, &twins}) {
+            (*pair)[Side::Left].AddCopy(Row("x/newer", "x/newer", ResultType::Newer, 5));
+            (*pair)[Side::Right].AddCopy(Row("x/newer", "x/Newer", ResultType::Older, 1));
+            (*pair)[Side::Left].AddCopy(Row("orphan", "orphan", ResultType::Orphan, 7));
+            (*pair)[Side::Right].AddPlaceholder();
+        }
+        for (std::size_t i = 0; i < 2; ++i) lists[Side::Left][i].selected = true;
+    }
+    static ResultRow Row(std::string_view text, std::string_view realName, ResultType type,
+                         std::int64_t size) {
+        ResultRow row;
+        row.text = text;
+        row.realName = realName;
+        row.kind = RowKind::File;
+        row.type = type;
+        row.size = Currency::FromWhole(size);
+        return row;
+    }
+    std::string FolderPath(Side side) const override {
+        return drop / (side == Side::Left ? "left" : "right");
+    }
+    Side CurrentListview() const override { return Side::Left; }
+    PerSide<ResultList>& Lists() override { return lists; }
+    PerSide<ResultList>& TwinLists() override { return twins; }
+    void ShowProgressPanel(bool shown) override { happened.emplace_back(shown ? "grow" : "shrink"); }
+    void SetProgressText(const std::string& text) override {
+        if (!text.empty()) happened.push_back(text);
+    }
+    void CopyItemsFromHiddenLVWToVisibleLVW() override { happened.emplace_back("refresh"); }
+    void SetResultsOutOfDate() override { outOfDate = true; }
+
+    // "left text, its type | right text, its type" of both pairs of lists, which must be alike.
+    std::string State(std::size_t i) {
+        const auto of = [i](PerSide<ResultList>& pair) {
+            std::string text;
+            for (const Side side : kBothSides)
+                text += std::string(pair[side][i].text) + " " +
+                        std::to_string(static_cast<int>(pair[side][i].type)) +
+                        (side == Side::Left ? "|" : "");
+            return text;
+        };
+        EXPECT_EQ(of(lists), of(twins));
+        EXPECT_FALSE(lists[Side::Left][i].selected);
+        return of(lists);
+    }
+
+    TestToolbox box;
+    const TempFolder& drop = box.folder;
+    FakeVolumes volumes;
+    ScriptedMessages& messages = box.messages;
+    Toolbox tools{box.files, volumes,  box.clock,    box.locale, box.folders,
+                  messages,  box.loop, box.reporter, box.log};
+    ScriptedProgress progress;
+    ScriptedQuestions questions;
+    SystemShellOperations shell{
+        {box.files, volumes, box.clock, box.loop, progress, questions, {drop / "trash", geteuid()}}};
+    ShellWrappers wrappers{shell, messages};
+    SubFolderOperations operations{tools, wrappers, *this};
+    PerSide<ResultList> lists, twins;
+    std::vector<std::string> happened;
+    bool outOfDate = false;
+};
+
+TEST_F(SubFolderOperationsTest, CopiesFileByFileAndPutsTheRowsRight) {
+    EXPECT_EQ(2U, operations.CopyFilesToOtherDir(true, false));
+    EXPECT_EQ((Tree{{"orphan", "f:1234567"}, {"x", "d"}, {"x/Newer", "f:12345"}}), TreeOf(drop / "right/"));
+    EXPECT_EQ("x/newer 3|x/newer 3", State(0));
+    EXPECT_EQ("orphan 3|orphan 3", State(1));
+    EXPECT_THAT(happened,
+                ElementsAre("grow", "Copying x/newer...", "Copying orphan...", "shrink", "refresh"));
+    EXPECT_EQ("Confirm Copy: You are about to copy 2 file(s).\r\n\r\nDo you wish to continue?",
+              messages.Line(0));
+    EXPECT_EQ("Copy Status: Copy complete.", messages.Line(1));
+    EXPECT_TRUE(outOfDate);
+}
+
+TEST_F(SubFolderOperationsTest, MovesAndLeavesPlaceholders) {
+    EXPECT_EQ(2U, operations.MoveFilesToOtherDir(false, true));
+    EXPECT_EQ((Tree{{"x", "d"}}), TreeOf(drop / "left/"));
+    EXPECT_EQ(" 0|x/newer 1", State(0));
+    EXPECT_EQ(" 0|orphan 4", State(1));
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ("shrink", happened.back());
+}
+
+TEST_F(SubFolderOperationsTest, DeletesAndRecycles) {
+    EXPECT_EQ(2U, operations.RecycleFiles(true, false));
+    EXPECT_EQ("12345", drop.Read("trash/files/newer"));
+    EXPECT_EQ(" 0|x/newer 4", State(0));
+    EXPECT_EQ(" 0| 0", State(1));
+    EXPECT_EQ("Recycle Status: Send to Recycle Bin complete.", messages.Line(1));
+
+    volumes.drives["/"].kind = DriveKind::Remote;
+    lists[Side::Left][1] = twins[Side::Left][1] = Row("again", "again", ResultType::Orphan, 1);
+    drop.Write("left/again", "1");
+    lists[Side::Left][1].selected = true;
+    messages.shown.clear();
+    EXPECT_EQ(1U, operations.RecycleFiles(true, false));
+    EXPECT_FALSE(drop.Exists("left/again") || drop.Exists("trash/files/again"));
+    EXPECT_EQ("Delete from Network Drive", messages.shown.at(1).title);
+    EXPECT_EQ("Delete Status: Delete complete.", messages.Line(2));
+}
+
+TEST_F(SubFolderOperationsTest, WhatFailedKeepsItsRowAndIsNotCalledComplete) {
+    drop.MakeFolder("right/orphan");  // in the way
+    EXPECT_EQ(1U, operations.CopyFilesToOtherDir(true, false));
+    EXPECT_TRUE(operations.CancelFlag());
+    EXPECT_EQ(1U, questions.troubles.size());
+    EXPECT_EQ(ResultType::Orphan, lists[Side::Left][1].type);
+    EXPECT_TRUE(lists[Side::Left][1].selected);
+    EXPECT_EQ(1U, messages.shown.size());
+    for (ResultRow& row : lists[Side::Left]) row.selected = false;
+    messages.shown.clear();
+    EXPECT_EQ(0U, operations.DeleteFiles(true, false));
+    EXPECT_EQ(0U, operations.DeleteFiles(true, true));
+    ASSERT_EQ(1U, messages.shown.size());
+    EXPECT_EQ("Unable to Delete: No files selected.  Please select some files and try again. ",
+              messages.Line(0));
+}
+
+}  // namespace
+}  // namespace vantrel::testing
