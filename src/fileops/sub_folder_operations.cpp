@@ -111,7 +111,7 @@ std::size_t SubFolderOperations::Operate(const Kind& kind, bool confirm, bool in
             return;
         }
         bool deleteForGood = kind.verb == SubFolderVerb::Delete;
-        if (confirm && !MayBegin(kind, items.size(), confirm, deleteForGood)) return;
+        if (confirm && !MayBegin(kind, items.size(), deleteForGood)) return;
         if (!EnoughSpace(kind)) return;
 
         // Rows take over the texts of the row opposite, which must live as long.
@@ -148,7 +148,7 @@ std::size_t SubFolderOperations::Operate(const Kind& kind, bool confirm, bool in
     return done;
 }
 
-bool SubFolderOperations::MayBegin(const Kind& kind, std::size_t count, bool, bool& deleteForGood) {
+bool SubFolderOperations::MayBegin(const Kind& kind, std::size_t count, bool& deleteForGood) {
     MessageAnswer answer = tools_.messages.Ask(
         {std::string("Confirm ") + kind.word,
          kind.about + std::to_string(count) + kind.aboutEnd + kBreak + kBreak + "Do you wish to continue?",
@@ -177,18 +177,17 @@ bool SubFolderOperations::EnoughSpace(const Kind& kind) {
 }
 
 bool SubFolderOperations::DoOne(const Kind& kind, const Item& item, bool deleteForGood, bool& stop) {
-    static constexpr ShellWrappers::Options kOnePair{.confirm = false, .targetIsFullPath = true};
     bool aborted = false;
     switch (kind.verb) {
         case SubFolderVerb::Copy:
             return CopyOne(item, stop);
-        case SubFolderVerb::Move: {
-            const ShellResult result = wrappers_.MoveFiles({item.path}, item.target, kOnePair, aborted);
-            return Took(result, aborted, stop);
-        }
+        case SubFolderVerb::Move:
+            return Took(wrappers_.MoveFiles({item.path}, item.target,
+                                            {.confirm = false, .targetIsFullPath = true}, aborted),
+                        stop);
         case SubFolderVerb::Recycle:
             if (deleteForGood) return DeleteOne(item, stop);
-            return Took(wrappers_.RecycleFiles({item.path}, {.confirm = false}, aborted), aborted, stop);
+            return Took(wrappers_.RecycleFiles({item.path}, {.confirm = false}, aborted), stop);
         case SubFolderVerb::Delete:
             break;
     }
@@ -206,17 +205,17 @@ bool SubFolderOperations::CopyOne(const Item& item, bool& stop) {
     bool aborted = false;
     return Took(
         wrappers_.CopyFiles({item.path}, item.target, {.confirm = false, .targetIsFullPath = true}, aborted),
-        aborted, stop);
+        stop);
 }
 
 bool SubFolderOperations::DeleteOne(const Item& item, bool& stop) {
     if (wrappers_.Shell().DeleteOneFile(item.path).IsOk()) return true;
     bool aborted = false;
-    return Took(wrappers_.DeleteFilesPermanently({item.path}, {.confirm = false}, aborted), aborted, stop);
+    return Took(wrappers_.DeleteFilesPermanently({item.path}, {.confirm = false}, aborted), stop);
 }
 
-bool SubFolderOperations::Took(const ShellResult& result, bool aborted, bool& stop) {
-    cancelFlag_ = cancelFlag_ || aborted;
+bool SubFolderOperations::Took(const ShellResult& result, bool& stop) {
+    cancelFlag_ = cancelFlag_ || !result.AllDone();
     stop = stop || result.cancelled;
     return result.AllDone();
 }

@@ -49,13 +49,13 @@ class SubFolderOperations {
         std::string path, target;
     };
     std::size_t Operate(const Kind& kind, bool confirm, bool inSync);
-    bool MayBegin(const Kind& kind, std::size_t count, bool confirm, bool& deleteForGood);
+    bool MayBegin(const Kind& kind, std::size_t count, bool& deleteForGood);
     bool EnoughSpace(const Kind& kind);
     // Whether it was done; `stop` when the user wants no more of it.
     bool DoOne(const Kind& kind, const Item& item, bool deleteForGood, bool& stop);
     bool CopyOne(const Item& item, bool& stop);
     bool DeleteOne(const Item& item, bool& stop);
-    bool Took(const ShellResult& result, bool aborted, bool& stop);
+    bool Took(const ShellResult& result, bool& stop);
     void PutRowsRight(const Kind& kind, std::size_t row);
     std::vector<Item> SelectedItems();
 

@@ -9,6 +9,7 @@
 #include "platform/names.h"
 #include "support/fake_volumes.h"
 #include "support/shell_fixture.h"
+#include "support/test_toolbox.h"
 
 namespace vantrel::testing {
 namespace {
