@@ -36,12 +36,17 @@ void PlanRows(const ComparisonResults& results, const CSyncSettings& settings, c
             const SyncAction action = settings.ActionFor(side, row.type);
             if (action != SyncAction::Copy && action != SyncAction::Delete) continue;
             if (!row.IsReal() || !IsSelected(selected, row.text)) continue;
+            // What could not be looked into is not known, and what is not known is not deleted.
+            if (row.incomplete && action == SyncAction::Delete) continue;
             const ResultRow& other = results.hold[Other(side)][i];
-            PlannedAction planned{side,     action,
-                                  row.type, std::string(row.text),
-                                  {},       ObjectPath(folder, row),
-                                  {},       static_cast<std::uint32_t>(i),
-                                  row.size, other.size};
+            PlannedAction planned{.side = side,
+                                  .action = action,
+                                  .type = row.type,
+                                  .name = std::string(row.text),
+                                  .source = ObjectPath(folder, row),
+                                  .number = static_cast<std::uint32_t>(i),
+                                  .size = row.size,
+                                  .replacedSize = other.size};
             PlanHalf(std::move(planned), other.IsReal() ? ObjectPath(otherFolder, other) : std::string(),
                      JoinPath(otherFolder, row.realName), plan.deletes[side], plan.copies[side]);
         }
@@ -82,16 +87,15 @@ SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<st
             const SubFolderRecord& record = records[i];
             if (record.IsBlank()) continue;
             const SubFolderRecord& other = otherRecords[i];
-            PlannedAction planned{side,
-                                  settings.ActionFor(side, record.type),
-                                  record.type,
-                                  std::string(record.name),
-                                  diffs.Name(),
-                                  roots[side] + std::string(record.realName),
-                                  {},
-                                  static_cast<std::uint32_t>(i),
-                                  Shown(record.size),
-                                  Shown(other.size)};
+            PlannedAction planned{.side = side,
+                                  .action = settings.ActionFor(side, record.type),
+                                  .type = record.type,
+                                  .name = std::string(record.name),
+                                  .folder = diffs.Name(),
+                                  .source = roots[side] + std::string(record.realName),
+                                  .number = static_cast<std::uint32_t>(i),
+                                  .size = Shown(record.size),
+                                  .replacedSize = Shown(other.size)};
             PlanHalf(std::move(planned),
                      other.IsBlank() ? std::string() : roots[Other(side)] + std::string(other.realName),
                      roots[Other(side)] + std::string(record.realName), plan.deletes[side],

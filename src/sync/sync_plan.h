@@ -20,13 +20,13 @@ struct PlannedAction {
     Side side = Side::Left;
     SyncAction action = SyncAction::Leave;  // Copy or Delete
     ResultType type = ResultType::None;
-    std::string name;    // as shown: the row's text, or the path below the sub-folder
-    std::string folder;  // the sub-folder as its row shows it, with its marker; empty for a row of the panes
-    std::string source;  // full path of the object on `side`
-    std::string target;  // Copy: the full path that it gets on the other side
+    std::string name{};        // as shown: the row's text, or the path below the sub-folder
+    std::string folder{};      // sub-folder, as its row shows it; empty for a row of the panes
+    std::string source{};      // full path of the object on `side`
+    std::string target{};      // Copy: the full path that it gets on the other side
     std::uint32_t number = 0;  // of its row, or of its record in the sub-folder, from 0
-    Currency size;             // of the object, as shown
-    Currency replacedSize;     // Copy: of what stands at the target, 0 where nothing does
+    Currency size{};           // of the object, as shown
+    Currency replacedSize{};   // Copy: of what stands at the target, 0 where nothing does
 };
 
 // What a synchronisation will do, as plain data, made from the rows of the last comparison and the action
@@ -40,7 +40,7 @@ struct SyncPlan {
 
     // The files inside one differing sub-folder; in the order of its records.
     struct SubFolder {
-        std::string folder;  // with its marker
+        std::string folder{};  // with its marker
         PerSide<std::vector<PlannedAction>> deletes;
         PerSide<std::vector<PlannedAction>> copies;
     };

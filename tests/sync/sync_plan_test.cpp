@@ -102,6 +102,19 @@ TEST(SyncPlan, FollowsTheTableForRandomRows) {
     }
 }
 
+TEST(SyncPlan, DeletesNothingThatCouldNotBeLookedInto) {
+    ComparisonResults results;
+    results.folders = {{"/l/", "/r/"}};
+    const std::string name = "\\dark";
+    ResultRow row = Row(name, OrphanFolder, 0);
+    row.incomplete = true;
+    results.hold[Side::Right].AddCopy(row);
+    results.hold[Side::Left].AddPlaceholder();
+    CSyncSettings settings;
+    settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
+    EXPECT_TRUE(GetListOfFilesAffectedBySync(results, settings, {}).IsEmpty());
+}
+
 ComparisonResults ResultsWithSubFolders() {
     ComparisonResults results;
     results.folders[Side::Left] = "/l/";
