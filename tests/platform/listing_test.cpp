@@ -186,6 +186,13 @@ TEST_F(ListingTest, TheFolderStaysTheSameWhateverHappensToItsPath) {
     EXPECT_TRUE(
         inner.ForEach([&](const FolderEntry& entry) { return count += entry.name == "file", true; }).IsOk());
     EXPECT_EQ(1U, count);
+    ReadFile file;
+    ASSERT_TRUE(inner.OpenScannedFile("file", file).IsOk());
+    EXPECT_EQ(1U, file.Size());
+    // What has taken the name since the scan is refused, without waiting for it.
+    ASSERT_EQ(0, unlink((folder / "moved/inner/file").c_str()));
+    ASSERT_EQ(0, mkfifo((folder / "moved/inner/file").c_str(), 0600));
+    EXPECT_EQ(ErrorNumber::DeviceUnavailable, inner.OpenScannedFile("file", file).Number());
     EXPECT_EQ(ErrorNumber::PathNotFound, sub.OpenSub("gone", inner).Number());
     EXPECT_EQ(ErrorNumber::PathNotFound, files.Open(folder / "moved/inner/file", inner).Number());
 }
