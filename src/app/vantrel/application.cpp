@@ -9,6 +9,7 @@
 #include "core/compare_options.h"
 #include "handlers.h"
 #include "platform/forms/qt_text.h"
+#include "sync/sync_options.h"
 
 namespace vantrel {
 
@@ -36,6 +37,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
     progress_ =
         std::make_unique<frmCompareProgress>(around.loop, around.files, around.folders, window_.get());
     comparison_ = std::make_unique<FolderComparison>(tools, compare, *window_, *progress_, results);
+    operations = std::make_unique<ObjectOperations>(*this, around.trash);
     InstallHandlers(*this);
     Commands& commands = window_->GetCommands();
     window_->SetHooks({
@@ -54,6 +56,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
 
 Application::~Application() {
     // The progress window is a child of the main window and would go with it.
+    operations.reset();
     comparison_.reset();
     progress_.reset();
     window_.reset();
@@ -90,6 +93,7 @@ OptionEnvironment Application::Environment() const {
 
 void Application::HoldersFromOptions() {
     ApplyOptions(options, compare);
+    ApplyOptions(options, operations->syncSettings);
     sounds.SoundOn = options.soundOn;
     sounds.StartSound = options.startSound;
     sounds.ExitSound = options.exitSound;
@@ -105,6 +109,7 @@ void Application::HoldersFromOptions() {
 
 void Application::OptionsFromHolders() {
     CollectOptions(compare, options);
+    CollectOptions(operations->syncSettings, options);
     options.soundOn = sounds.SoundOn;
     options.startSound = sounds.StartSound;
     options.exitSound = sounds.ExitSound;

@@ -9,6 +9,7 @@
 #include "core/forms/frm_compare_progress.h"
 #include "core/toolbox.h"
 #include "diagnostics/csound_settings.h"
+#include "object_operations.h"
 #include "platform/forms/desktop.h"
 #include "settings/option_store.h"
 #include "settings/path_history.h"
@@ -29,6 +30,7 @@ struct Surroundings {
     QtEventLoop& loop;
     Desktop& desktop;
     SoundDevice& sound;
+    TrashPlaces trash = TrashPlaces::OfThisUser();
 };
 
 // The shared context of the program (modVantrel) and its main window. It is made once, and everything in it
@@ -87,6 +89,7 @@ class Application : private RunningJob {
     ComparisonResults results;
     ResultPanes panes;
     Notices notices;
+    std::unique_ptr<ObjectOperations> operations;
 
   private:
     bool RunningCompare() const override { return compare.RunningCompare; }

@@ -15,6 +15,7 @@ void InstallObjectCommands(Application& application);
 void InstallSelectionAndViewCommands(Application& application);
 void InstallOptionCommands(Application& application);
 void InstallHelpCommands(Application& application);
+void InstallOperationCommands(Application& application);
 
 // A click on one of the icons beside a path box.
 void OnPathIconClicked(Application& application, Side side, PathIcon icon);
@@ -26,6 +27,7 @@ inline void InstallHandlers(Application& application) {
     InstallSelectionAndViewCommands(application);
     InstallOptionCommands(application);
     InstallHelpCommands(application);
+    InstallOperationCommands(application);
 }
 
 }  // namespace vantrel

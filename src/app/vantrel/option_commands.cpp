@@ -93,17 +93,6 @@ constexpr Choice<CompareMethod> kMethods[] = {
     {"mnuOptionsCompareTypeSHA", CompareMethod::Sha1},
 };
 
-constexpr Choice<Options::SyncMethod> kSyncMethods[] = {
-    {"mnuOptionsSyncMakeRightSameAsLeft", Options::SyncMethod::MakeRightSameAsLeft},
-    {"mnuOptionsSyncMakeLeftSameAsRight", Options::SyncMethod::MakeLeftSameAsRight},
-    {"mnuOptionsSyncReplaceOlderCopyOrphans", Options::SyncMethod::ReplaceOlderCopyOrphans},
-    {"mnuOptionsSyncAddOrphansToLeft", Options::SyncMethod::AddOrphansToLeft},
-    {"mnuOptionsSyncAddOrphansToRight", Options::SyncMethod::AddOrphansToRight},
-    {"mnuOptionsSyncReplaceOlderInLeft", Options::SyncMethod::ReplaceOlderOnLeft},
-    {"mnuOptionsSyncReplaceOlderInRight", Options::SyncMethod::ReplaceOlderOnRight},
-    {"mnuOptionsSyncCustomize", Options::SyncMethod::Custom},
-};
-
 constexpr Choice<Options::CoolbarStyle> kStrips[] = {
     {"mnuOptionsToolbarHide", Options::CoolbarStyle::Hidden},
     {"mnuOptionsToolbarShowCoolbar", Options::CoolbarStyle::Coolbar},
@@ -152,8 +141,6 @@ void InstallOptionCommands(Application& application) {
     Options& options = application.options;
     InstallChoices(commands, kMethods, application.compare.CompareMethod,
                    [&application](CompareMethod method) { ChooseMethod(application, method); });
-    InstallChoices(commands, kSyncMethods, options.syncMethod,
-                   [&options](Options::SyncMethod method) { options.syncMethod = method; });
     InstallChoices(commands, kStrips, options.coolbarStyle, [&application](Options::CoolbarStyle style) {
         application.options.coolbarStyle = style;
         application.Window().ShowOptions();
@@ -162,8 +149,7 @@ void InstallOptionCommands(Application& application) {
                    [&options](Options::RemovalMethod method) { options.removalMethod = method; });
     InstallChoices(commands, kHashes, options.hashMethod,
                    [&options](Options::HashMethod method) { options.hashMethod = method; });
-    // These two ask for more than their item tells, in windows that are not there yet.
-    commands.SetHandler("mnuOptionsSyncCustomize", nullptr);
+    // This one asks for a folder, in a window that is not there yet.
     commands.SetHandler("mnuOptionsFindDupesRemovalOpt(3)", nullptr);
 
     for (const char* item : {"mnuOptionsRestoreDefaults", "mnuFileRestoreDefaultSessionSettings"})

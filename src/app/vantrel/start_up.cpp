@@ -1,6 +1,7 @@
 #include "start_up.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QtGlobal>
 #include <cstdio>
@@ -29,6 +30,15 @@ void OnQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
     if (type != QtFatalMsg) return;
     std::fputs("vantrel: the windows need a display. vantrel-cli compares folders without one.\n", stderr);
     std::_Exit(kNoDisplay);
+}
+
+// Without a session bus the library would start one of its own and read its address from a pipe, in which it
+// can hang for ever. The program needs no bus.
+void DoWithoutMissingBus() {
+    if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return;
+    const QString bus =
+        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/bus");
+    if (!QFileInfo::exists(bus)) qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
 }
 
 void Raise(QWidget& window) {
@@ -103,6 +113,7 @@ std::string AppVersionText() {
 
 int Main(int argc, char** argv) {
     qInstallMessageHandler(OnQtMessage);
+    DoWithoutMissingBus();
     QApplication qt(argc, argv);
     const std::string appVersion = AppVersionText();
     QApplication::setApplicationName(QStringLiteral("vantrel"));
