@@ -171,15 +171,13 @@ TEST(MainWindow, PanelsBeginBelowThePanesAtEverySize) {
     }
 }
 
-TEST(DropOnPane, IsRefusedVisiblyUntilItIsHandled) {
+TEST(DropOnPane, IsRefusedVisiblyWhileNobodyHandlesIt) {
     TestProgram program;
     program.Start();
-    program.CompareSamples();
-    const std::unique_ptr<QMimeData> data(MimeDataOfPaths({program.left + "/same.txt"}));
-    PaneView& view = program.Window().Panes().View(Side::Right);
-    EXPECT_FALSE(view.viewport()->acceptDrops());
-    program.Window().SetDropHandler([](DropAction, const std::vector<std::string>&, const std::string&) {});
-    EXPECT_TRUE(view.viewport()->acceptDrops());
+    const QWidget* target = program.Window().Panes().View(Side::Right).viewport();
+    EXPECT_TRUE(target->acceptDrops());
+    program.Window().SetDropHandler(nullptr);
+    EXPECT_FALSE(target->acceptDrops());
 }
 
 TEST(DropOnPane, CopiesOrMovesByKeysAndDrives) {
@@ -213,6 +211,50 @@ TEST(DropOnPane, CopiesOrMovesByKeysAndDrives) {
     EXPECT_THAT(program.messages.shown, IsEmpty());
     EXPECT_EQ(drop(program.left + "/gone", Qt::NoModifier), "nothing");
     EXPECT_EQ(program.messages.Line(0), "Drag and Drop: The path " + program.left + "/gone was not found.");
+}
+
+TEST(Operations, CopyDeleteAndDropChangeTheFoldersAndCompareAgain) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    program.Select(Side::Left, "alone.txt");
+    application.GetCommands().Run("mnuFileCopySelectedFilesToTargetDirectory");
+    EXPECT_EQ(program.workspace.Read("right/alone.txt"), "left");
+    EXPECT_EQ(application.panes.Pane(Side::Right)[program.Row(Side::Right, "alone.txt")].type,
+              ResultType::Same);
+    EXPECT_TRUE(application.Window().MenusEnabled());
+
+    program.Window().Panes().View(Side::Right).setFocus();
+    program.Select(Side::Right, "alone.txt");
+    QTest::keyClick(&program.Window().Panes().View(Side::Right), Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_FALSE(program.workspace.Exists("right/alone.txt"));
+
+    application.options.autoCompareAfterFileOp = false;
+    program.workspace.Write("elsewhere/dropped.txt", "dropped");
+    Q_EMIT program.Window()
+        .Panes()
+        .View(Side::Left)
+        .UrisDropped(
+            {QUrl(QString::fromStdString("file://" + (program.workspace / "elsewhere/dropped.txt")))},
+            Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(program.workspace.Read("left/dropped.txt"), "dropped");
+    EXPECT_TRUE(application.panes.ShowsNoResult());
+    EXPECT_FALSE(program.messages.confirmations.empty());
+}
+
+TEST(Operations, SynchronizingMakesTheFoldersEqual) {
+    TestProgram program;
+    Application& application =
+        program.Start("[Options]\r\nPromptForSyncMethod=False\r\nShowSynchronizeConfirmations=False\r\n");
+    program.CompareSamples();
+    application.GetCommands().Run("mnuOptionsSyncMakeRightSameAsLeft");
+    application.GetCommands().Run("mnuFileAutoSynch");
+    application.GetCommands().Run("mnuFileCompareDirectories");
+    for (const ResultRow& row : application.results.hold[Side::Left])
+        EXPECT_TRUE(row.type == ResultType::Same || row.type == ResultType::IdenticalFolder) << row.text;
+    EXPECT_FALSE(program.workspace.Exists("right/Alone"));
+    EXPECT_TRUE(program.folder.Exists("SyncHist.Log"));
 }
 
 }  // namespace

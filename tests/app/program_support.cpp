@@ -26,7 +26,8 @@ Application& TestProgram::Start() {
                                                              .messages = messages,
                                                              .loop = loop,
                                                              .desktop = desktop,
-                                                             .sound = sound},
+                                                             .sound = sound,
+                                                             .trash = {folder / "Trash", 0}},
                                                 "1.2.3");
     application->FormLoad();
     return *application;

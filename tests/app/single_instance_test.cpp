@@ -4,7 +4,8 @@
 #include <unistd.h>
 
 #include <QSignalSpy>
-#include <thread>
+#include <QThread>
+#include <memory>
 
 #include "support/temp_folder.h"
 
@@ -17,13 +18,10 @@ class Instances : public ::testing::Test {
     // Claims in another thread, as another process would, while this one's events pass.
     SingleInstance::Start ClaimAgain(const QString& version) {
         auto start = SingleInstance::Start::First;
-        std::atomic<bool> done = false;
-        std::thread second([&] {
-            start = SingleInstance(Folder(), version).Claim();
-            done = true;
-        });
-        while (!done) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        second.join();
+        const std::unique_ptr<QThread> second(
+            QThread::create([&] { start = SingleInstance(Folder(), version).Claim(); }));
+        second->start();
+        while (!second->isFinished()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
         return start;
     }
     testing::TempFolder folder;

@@ -1,25 +1,32 @@
-// Commands on the selected object that change nothing.
+// Commands on the selected object that change nothing by themselves.
 #include "application.h"
+#include "fileops/forms/frm_properties.h"
 #include "handlers.h"
 
 namespace vantrel {
 namespace {
 
+void Warn(Application& application, const char* title, const std::string& text) {
+    application.around.messages.Ask(
+        {.title = title, .text = text, .icon = MessageIcon::Warning, .defaultAnswer = {}});
+}
+
 void OpenObject(Application& application) {
     const std::string path = application.Window().SelectedPath();
-    MessagePort& messages = application.around.messages;
-    if (path.empty()) {
-        messages.Ask({.title = "Open Object",
-                      .text = "No object has been selected.",
-                      .icon = MessageIcon::Warning,
-                      .defaultAnswer = {}});
-        return;
-    }
-    if (application.tools.files.Exists(path) && application.around.desktop.OpenFile(path)) return;
-    messages.Ask({.title = "Open Object",
-                  .text = "The object \"" + path + "\" could not be opened.",
-                  .icon = MessageIcon::Warning,
-                  .defaultAnswer = {}});
+    if (path.empty()) return Warn(application, "Open Object", "No object has been selected.");
+    if (!application.tools.files.Exists(path))
+        return Warn(application, "Open Object", "The object \"" + path + "\" was not found.");
+    QtShellCalls shell(application.tools, application.around.desktop);
+    OpenFile(shell, path);
+}
+
+void ShowObjectProperties(Application& application) {
+    const std::string path = application.Window().SelectedPath();
+    if (path.empty())
+        return Warn(application, "Show Property Page",
+                    "Unable to display property page. No valid file is selected.");
+    QtShellCalls shell(application.tools, application.around.desktop);
+    ShowProperties(shell, path);
 }
 
 }  // namespace
@@ -27,6 +34,10 @@ void OpenObject(Application& application) {
 void InstallObjectCommands(Application& application) {
     application.GetCommands().SetHandler("mnuFileOpenFile", [&application] {
         application.Guard("frmMain.mnuFileOpenFile_Click", [&] { OpenObject(application); });
+    });
+    application.GetCommands().SetHandler("mnuFileShowFileProperties", [&application] {
+        application.Guard("frmMain.mnuFileShowFileProperties_Click",
+                          [&] { ShowObjectProperties(application); });
     });
 }
 

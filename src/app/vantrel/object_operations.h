@@ -10,6 +10,7 @@
 #include "platform/shell_operations.h"
 #include "sync/csync_settings.h"
 #include "sync/synchronization.h"
+#include "views/drop_rule.h"
 
 namespace vantrel {
 

@@ -48,7 +48,8 @@ void InstallOperationCommands(Application& application) {
     }
     commands.SetHandler("mnuViewSyncHistory", [&application] {
         application.Guard("frmMain.mnuViewSyncHistory_Click", [&] {
-            frmSyncLog(application.tools, application.options.numSyncLogEntries, &application.Window()).exec();
+            frmSyncLog(application.tools, application.options.numSyncLogEntries, &application.Window())
+                .exec();
         });
     });
 }
