@@ -25,20 +25,20 @@ void PlanHalf(PlannedAction planned, const std::string& counterpart, const std::
     }
 }
 
-void PlanRows(const ComparisonResults& results, const CSyncSettings& settings, const SelectedTexts& selected,
+void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, const SelectedTexts& selected,
               SyncPlan& plan) {
-    const std::size_t count = results.hold[Side::Left].Count();
+    const std::size_t count = lists[Side::Left].Count();
     for (Side side : kBothSides) {
-        const std::string& folder = results.folders[side];
-        const std::string& otherFolder = results.folders[Other(side)];
+        const std::string& folder = plan.folders[side];
+        const std::string& otherFolder = plan.folders[Other(side)];
         for (std::size_t i = 0; i < count; ++i) {
-            const ResultRow& row = results.hold[side][i];
+            const ResultRow& row = lists[side][i];
             const SyncAction action = settings.ActionFor(side, row.type);
             if (action != SyncAction::Copy && action != SyncAction::Delete) continue;
             if (!row.IsReal() || !IsSelected(selected, row.text)) continue;
             // What could not be looked into is not known, and what is not known is not deleted.
             if (row.incomplete && action == SyncAction::Delete) continue;
-            const ResultRow& other = results.hold[Other(side)][i];
+            const ResultRow& other = lists[Other(side)][i];
             PlannedAction planned{.side = side,
                                   .action = action,
                                   .type = row.type,
@@ -134,15 +134,21 @@ void SyncPlan::ForEach(const std::function<void(const PlannedAction&)>& visit) c
 
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
                                       const SelectedTexts& selected) {
-    SyncPlan plan;
-    plan.folders = results.folders;
-    PlanRows(results, settings, selected, plan);
+    SyncPlan plan = GetListOfFilesAffectedBySync(results.hold, results.folders, settings, selected);
     const FolderRows rows = DifferentFolderRows(results.hold);
     for (const CSubFolderDiffs& diffs : results.SubFolderDiffs) {
         const auto row = rows.find(diffs.Name());
         if (row == rows.end() || !IsSelected(selected, diffs.Name())) continue;
         plan.subFolders.push_back(PlanSubFolder(diffs, SubFolderRoots(results, row->second), settings));
     }
+    return plan;
+}
+
+SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const PerSide<std::string>& folders,
+                                      const CSyncSettings& settings, const SelectedTexts& selected) {
+    SyncPlan plan;
+    plan.folders = folders;
+    PlanRows(lists, settings, selected, plan);
     return plan;
 }
 

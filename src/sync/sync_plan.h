@@ -61,6 +61,11 @@ using SelectedTexts = std::optional<std::unordered_set<std::string>>;
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
                                       const SelectedTexts& selected);
 
+// The same for any aligned pair of lists, such as those of the window of sub-folder differences. There are no
+// sub-folders in it.
+SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const PerSide<std::string>& folders,
+                                      const CSyncSettings& settings, const SelectedTexts& selected);
+
 // The arithmetic of the space check. Deletes free space but are left out on purpose.
 struct SyncSpaceNeed {
     PerSide<Currency> outgoing;  // bytes that the copies from this side take over there

@@ -1,7 +1,7 @@
 #include "sync/synchronization.h"
 
-#include "platform/paths.h"
 #include "sync/sync_history.h"
+#include "sync/sync_space.h"
 
 namespace vantrel {
 
@@ -35,7 +35,7 @@ std::optional<SyncReport> Synchronization::Run(bool showConfirmation, bool noSou
     plan_ = GetListOfFilesAffectedBySync(host_.Results(), settings_, selected);
     if (showConfirmation && !host_.ShowConfirmSync(plan_)) return std::nullopt;
     tools_.loop.Yield();
-    if (!SpaceSuffices(plan_)) return std::nullopt;
+    if (!SpaceSufficesOrUserGoesOn(tools_, plan_, "frmMain.EnoughSpaceForSync")) return std::nullopt;
 
     host_.SetBusyPointer(true);
     SyncReport report = CarryOutSync(plan_, tools_, wrappers_);
@@ -54,28 +54,6 @@ std::optional<SyncReport> Synchronization::Run(bool showConfirmation, bool noSou
     else
         host_.RemoveListItemsAndShowNoCompareMsg();
     return report;
-}
-
-bool Synchronization::SpaceSuffices(const SyncPlan& plan) {
-    SyncSpaceAnswer answer;
-    tools_.reporter.Guard("frmMain.EnoughSpaceForSync", [&] {
-        PerSide<std::string> drives;
-        PerSide<Currency> available;
-        for (Side side : kBothSides) {
-            drives[side] = tools_.volumes.GetDriveName(plan.folders[side]);
-            available[side] = tools_.volumes.GetAvailableDriveSpace(drives[side]);
-        }
-        answer = EnoughSpaceForSync(SpaceNeededBySync(plan), drives, available);
-    });
-    if (answer.enough) return true;
-    const std::string text =
-        "There may not be enough space available on drive " + answer.drive +
-        ".\r\n\r\nSpace Required: " + ConvertBytesToCorrectByteTypeString(answer.required) +
-        "\r\nSpace Available: " + ConvertBytesToCorrectByteTypeString(answer.available) +
-        "\r\n\r\nPress OK to continue with the synchronization, or Cancel to abort.";
-    return tools_.messages.Ask(
-               {"Low Disk Space", text, MessageIcon::Information, MessageButtons::OkCancel, {}}) !=
-           MessageAnswer::Cancel;
 }
 
 }  // namespace vantrel

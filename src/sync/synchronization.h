@@ -47,7 +47,6 @@ class Synchronization {
 
   private:
     std::optional<SyncReport> Run(bool showConfirmation, bool noSound);
-    bool SpaceSuffices(const SyncPlan& plan);
 
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
