@@ -84,6 +84,7 @@ class OpenFolder {
 
     FileId Id() const { return id_; }
     bool IsOpen() const { return fd_ >= 0; }
+    // What a killed copy has left under a temporary name of ours is left out: none of it is a whole file.
     // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
     // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
     // out; one that cannot be looked at is handed out as unknown.

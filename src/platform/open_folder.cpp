@@ -10,6 +10,7 @@
 #include "platform/entry_info.h"
 #include "platform/file_system.h"
 #include "platform/names.h"
+#include "platform/temporary_files.h"
 
 namespace vantrel {
 
@@ -121,7 +122,7 @@ Error OpenFolder::ForEach(const EntrySink& sink) {
         for (ssize_t at = 0; at < size;) {
             const auto* found = reinterpret_cast<const dirent64*>(buffer.Data() + at);
             at += found->d_reclen;
-            if (IsDotOrDotDot(found->d_name)) continue;
+            if (IsDotOrDotDot(found->d_name) || IsTemporaryCopyName(found->d_name)) continue;
             FolderEntry entry;
             if (LookAt(*calls_, fd_, found->d_name, found->d_type, dosAttributes_, entry) == Look::Gone)
                 continue;

@@ -153,6 +153,20 @@ TEST(Synchronization, AnyFailingCallLosesNothingAndIsNotCountedAsDone) {
     }
 }
 
+TEST(Synchronization, WhatAKilledCopyLeftIsNeverTakenForAFile) {
+    SyncWorld world;
+    world.tools.folder.Write("left/.~vantrel-1f00b4c2-4711-3.tmp", "half a f");
+    world.tools.folder.Write("left/sub/.~vantrel-1f00b4c2-4711-4.tmp", "half a f");
+    world.tools.folder.Write("left/whole", "whole");
+    world.tools.folder.MakeFolder("right/sub");
+    world.settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
+    world.Compare();
+    const auto report = world.sync.AutoSync(false, true);
+    ASSERT_TRUE(report);
+    EXPECT_EQ(1U, report->done);
+    EXPECT_EQ(1U, ReadTree(world.Folder(Side::Right)).size());
+}
+
 TEST(Synchronization, LowSpaceIsAskedAboutAndCancelDoesNothing) {
     SyncWorld world;
     MakeSmallPair(world);
