@@ -117,7 +117,8 @@ class Window {
 };
 
 void ChangeView(benchmark::State& state, std::int32_t view) {
-    for (auto _ : state) TheStage().panes.ChooseView(view);
+    ResultPanes& panes = TheStage().panes;  // made before the clock runs
+    for (auto _ : state) panes.ChooseView(view);
     state.counters["bytes_per_pair"] = static_cast<double>(TheStage().panes.MemoryUsed()) / kPairs;
 }
 void BM_ViewAll(benchmark::State& state) {
