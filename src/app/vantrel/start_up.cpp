@@ -130,7 +130,7 @@ int Main(int argc, char** argv) {
     QObject::connect(&instance, &SingleInstance::RaiseRequested, &application.Window(),
                      [&application] { Raise(application.Window()); });
     frmSplash splash(ForSplash(application));
-    splash.Load();
+    if (!application.Guard("modVantrel.Main", [&splash] { splash.Load(); })) return EXIT_FAILURE;
     return QApplication::exec();
 }
 
