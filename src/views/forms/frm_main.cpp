@@ -6,12 +6,15 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "core/row_texts.h"
+#include "diagnostics/forms/frm_error_log.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
 #include "views/forms/main_window_drag_drop.h"
@@ -231,6 +234,15 @@ void frmMain::ShowCompareResults() {
 
 void frmMain::ShowErrorLog() {
     if (hooks_.showErrorLog) hooks_.showErrorLog();
+}
+
+void frmMain::ShowFileComparisonResults(const std::string& text) {
+    frmErrorLog viewer(parts_.tools.files, parts_.tools.reporter, this);
+    viewer.setWindowTitle(QStringLiteral("Comparison Results"));
+    viewer.txtMsg->setPlainText(MessageQString(text));
+    // There is no file behind this text that could be emptied.
+    viewer.cmdClear->hide();
+    viewer.exec();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -89,7 +89,7 @@ class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesOb
     std::string PaneFolder(Side side) const;
     // Of the selected item of CurrentListview; empty without one that stands for an object.
     std::string SelectedPath() const;
-    // Pops the log viewer up with this text (caption "Comparison Results").
+    // Shows this text in the log viewer (caption "Comparison Results").
     void ShowFileComparisonResults(const std::string& text);
 
     // ComparisonHost
