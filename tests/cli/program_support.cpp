@@ -1,5 +1,6 @@
 #include "program_support.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -63,6 +64,7 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments,
     Pipe out, err;
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&actions, out.ends[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, err.ends[1], STDERR_FILENO);
     for (const int end : {out.ends[0], out.ends[1], err.ends[0], err.ends[1]})

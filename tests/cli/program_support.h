@@ -12,7 +12,8 @@ struct ProgramRun {
     std::string out, err;
 };
 
-// Runs vantrel-cli to its end. `whileRunning` is called with its process id right after the start.
+// Runs vantrel-cli to its end, with nobody at its standard input. `whileRunning` is called with its process
+// id right after the start.
 ProgramRun RunProgram(const std::vector<std::string>& arguments,
                       const std::function<void(pid_t)>& whileRunning = {});
 

@@ -22,6 +22,8 @@ struct SubCommand {
 
 constexpr std::array kSubCommands = {
     SubCommand{"compare", "compare two folders", RunCompare},
+    SubCommand{"sync", "bring two folders into line", RunSync},
+    SubCommand{"history", "tell which synchronizations there were", RunHistory},
 };
 
 std::string Help() {

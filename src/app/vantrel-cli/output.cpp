@@ -21,7 +21,7 @@ void Output::EndLine() {
 void Output::Flush() {
     std::string_view left = buffer_;
     while (!left.empty() && failure_ == 0) {
-        const ssize_t written = write(STDOUT_FILENO, left.data(), left.size());
+        const ssize_t written = write(descriptor_, left.data(), left.size());
         if (written > 0)
             left.remove_prefix(static_cast<std::size_t>(written));
         else if (written < 0 && errno != EINTR)

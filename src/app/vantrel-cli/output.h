@@ -6,10 +6,13 @@
 
 namespace vantrel::cli {
 
-// Standard output in large writes. What was written once stays written: fill it with a whole result only.
+// Standard output, or another descriptor, in large writes. What was written once stays written: fill it with
+// a whole result only.
 class Output {
   public:
-    Output() { buffer_.reserve(kFlushAt + (std::size_t{16} << 10)); }
+    explicit Output(int descriptor = 1) : descriptor_(descriptor) {
+        buffer_.reserve(kFlushAt + (std::size_t{16} << 10));
+    }
 
     Output& operator<<(std::string_view text) {
         buffer_.append(text);
@@ -29,6 +32,7 @@ class Output {
     static constexpr std::size_t kFlushAt = std::size_t{64} << 10;
     void Flush();
 
+    int descriptor_;
     std::string buffer_;
     int failure_ = 0;
 };

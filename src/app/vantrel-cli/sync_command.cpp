@@ -1,0 +1,261 @@
+#include <cstdio>
+
+#include "commands.h"
+#include "console_host.h"
+#include "console_shell.h"
+#include "core/folder_comparison.h"
+#include "engine.h"
+#include "exit_status.h"
+#include "sync/synchronization.h"
+#include "sync_output.h"
+#include "sync_request.h"
+
+namespace vantrel::cli {
+
+namespace {
+
+constexpr std::string_view kNotes =
+    "What is printed are the actions in the order in which they are carried out: deletes\n"
+    "before copies, left before right, then the same below each sub-folder that differs. As\n"
+    "JSON a line is {\"side\":\"left\",\"action\":\"Copy\",\"name\":\"a.txt\",\"size\":12}, with\n"
+    "\"folder\" added below a sub-folder; the side is that of the object that is copied to the\n"
+    "other side or deleted. After a run the lines are those of the actions that were done; the\n"
+    "others are told on standard error with the reason. Hidden by --view or not, every pair\n"
+    "takes part.\n"
+    "\n"
+    "Objects of the two folders are deleted to the trash, files below a sub-folder that differs\n"
+    "for good. Without --yes the plan is shown and a terminal asked before anything is done.\n"
+    "Ctrl+C stops at the next safe point.\n"
+    "\n"
+    "Exit status: 0 all done, or nothing to do; 1 done with failures, cancelled, or parts of\n"
+    "the folders could not be looked into and were left alone; 2 trouble before anything was\n"
+    "done (a message is on standard error).\n";
+
+constexpr int kDone = 0, kPartlyDone = 1;  // with kTrouble, the statuses of this command
+
+// What the user decides before anything is done, and what a window would show afterwards.
+class ConsoleSyncHost : public SyncHost {
+  public:
+    struct Parts {
+        const SyncRequest& request;
+        const ComparisonResults& results;
+        SelectedTexts selected;
+        std::int32_t numSyncLogEntries;
+        const EventLoopPort& loop;
+        ConsoleMessages& messages;
+        ConsoleShellQuestions& questions;
+    };
+    enum class Decision { None, GoOn, Declined, Refused };
+
+    explicit ConsoleSyncHost(Parts parts) : parts_(std::move(parts)) {}
+
+    Decision Decided() const { return decision_; }
+
+    const ComparisonResults& Results() const override { return parts_.results; }
+    bool NoResults() const override { return !parts_.results.HasResult(); }
+    SelectedTexts SelectedObjects() const override { return parts_.selected; }
+    bool PromptForSyncMethod() const override { return false; }
+    bool ShowSyncWizard() override { return true; }
+    bool ShowConfirmSync(const SyncPlan& plan) override {
+        decision_ = Decide(plan);
+        if (decision_ == Decision::GoOn) LeaveToReport(plan);
+        return decision_ == Decision::GoOn;
+    }
+    std::int32_t NumSyncLogEntries() const override { return parts_.numSyncLogEntries; }
+    bool AutoCompareAfterSync() const override { return false; }
+    void CompareDirs() override {}
+    void RemoveListItemsAndShowNoCompareMsg() override {}
+    void PlaySyncCompleteSound() override {}
+    void SetBusyPointer(bool) override {}
+
+  private:
+    Decision Decide(const SyncPlan& plan) {
+        if (parts_.loop.CancelRequested()) return Decision::Declined;
+        if (parts_.request.agreed || plan.IsEmpty()) return Decision::GoOn;
+        if (!CanAskOnTerminal()) return Decision::Refused;
+        Output terminal(2);
+        WriteTextColumns(ActionsOf(plan), Told::Planned, terminal);
+        if (terminal.Finish() != 0 || !AskOnTerminal("Continue? [y/N]")) return Decision::Declined;
+        return parts_.loop.CancelRequested() ? Decision::Declined : Decision::GoOn;
+    }
+
+    void LeaveToReport(const SyncPlan& plan) {
+        std::unordered_set<std::string> paths;
+        plan.ForEach([&](const PlannedAction& action) {
+            paths.insert(action.source);
+            if (!action.target.empty()) paths.insert(action.target);
+        });
+        parts_.questions.LeaveToReport(std::move(paths));
+    }
+
+    Parts parts_;
+    Decision decision_ = Decision::None;
+};
+
+// What the comparison could not look into, and so is in no plan.
+bool TellUnknown(const ComparisonResults& results, ConsoleMessages& messages) {
+    bool any = false;
+    const auto tell = [&](Side side, std::string_view name) {
+        any = true;
+        messages.Say(std::string(side == Side::Left ? "left" : "right") + " '" + std::string(name) +
+                     "' could not be looked into: what is in it is left alone");
+    };
+    for (const CSubFolderDiffs& diffs : results.SubFolderDiffs)
+        for (const UnknownPlace& place : diffs.UnknownPlaces())
+            tell(place.side, place.path.empty() ? diffs.Name() : diffs.Name() + "/" + place.path);
+    for (const Side side : kBothSides)
+        for (const ResultRow& row : results.hold[side])
+            if (row.type == ResultType::OrphanFolder && row.incomplete) {
+                any = true;
+                messages.Say(std::string(side == Side::Left ? "left" : "right") + " '" +
+                             std::string(row.text) + "' could not be looked into wholly");
+            }
+    return any;
+}
+
+// 0, or the status of a failure to write that was told.
+bool Print(const SyncRequest& request, const Actions& actions, Told told, ConsoleMessages& messages) {
+    Output out;
+    if (request.compare.format == OutputFormat::Json)
+        WriteJsonLines(actions, out);
+    else
+        WriteTextColumns(actions, told, out);
+    const int failure = out.Finish();
+    if (failure != 0) messages.Say("cannot write the result: " + GetErrorText(failure));
+    return failure == 0;
+}
+
+// One run of the command, behind its arguments.
+class SyncRun {
+  public:
+    SyncRun(const SyncRequest& request, Engine& engine)
+        : request_(request),
+          console_(engine.Messages()),
+          engine_(engine),
+          messages_(console_, request.agreed),
+          reporter_(engine.Tools().files, engine.Tools().folders, engine.Tools().clock, engine.Tools().locale,
+                    messages_, engine.Tools().loop),
+          tools_{engine.Tools().files,   engine.Tools().volumes,
+                 engine.Tools().clock,   engine.Tools().locale,
+                 engine.Tools().folders, messages_,
+                 engine.Tools().loop,    reporter_,
+                 engine.Tools().log} {}
+
+    int Run(const PerSide<std::string_view>& operands) {
+        if (const Error error = ReadSettings(engine_, request_.compare, options_); !error.IsOk())
+            return Trouble(error.Description());
+        if (const std::string wrong = TakeSyncMethod(engine_, request_, options_, settings_); !wrong.empty())
+            return Trouble(wrong);
+        if (!Compare(operands)) return kTrouble;
+        std::string unknown;
+        SelectedTexts selected = FindSelected(results_, request_.select, unknown);
+        if (!unknown.empty()) return Trouble("there is no object '" + unknown + "' to select");
+        if (TellUnknown(results_, console_)) complete_ = false;
+        return request_.planOnly ? ShowPlan(selected) : CarryOut(std::move(selected));
+    }
+
+  private:
+    int Trouble(const std::string& text) {
+        console_.Say(text);
+        return kTrouble;
+    }
+
+    bool Compare(const PerSide<std::string_view>& operands) {
+        CViewSelections view;
+        ApplyRequest(request_.compare, options_, compare_, view);
+        PerSide<std::string> paths;
+        for (const Side side : kBothSides) paths[side] = engine_.FullPath(operands[side]);
+        ConsoleHost host(tools_, results_, paths);
+        FolderComparison comparison(tools_, compare_, host, engine_.Progress(), results_);
+        const CompareOutcome outcome = comparison.CompareDirs(false, false);
+        if (compare_.ErrorsDuringCompare) {
+            complete_ = false;
+            host.ShowErrorLog();
+        }
+        if (tools_.loop.CancelRequested())
+            console_.Say("cancelled");
+        else if (outcome == CompareOutcome::Completed)
+            return true;
+        return false;
+    }
+
+    int ShowPlan(const SelectedTexts& selected) {
+        const SyncPlan plan = GetListOfFilesAffectedBySync(results_, settings_, selected);
+        if (!Print(request_, ActionsOf(plan), Told::Planned, console_)) return kTrouble;
+        return complete_ ? kDone : kPartlyDone;
+    }
+
+    int CarryOut(SelectedTexts selected) {
+        ConsoleShellProgress progress(engine_.Progress(), tools_.loop);
+        ConsoleShellQuestions questions(console_);
+        SystemShellOperations shell(
+            {tools_.files, tools_.volumes, tools_.clock, tools_.loop, progress, questions});
+        ShellWrappers wrappers(shell, messages_);
+        ConsoleSyncHost host({request_, results_, std::move(selected), options_.numSyncLogEntries,
+                              tools_.loop, console_, questions});
+        Synchronization sync(tools_, wrappers, settings_, host);
+        sync.SyncSelectedOnly = !request_.select.empty();
+        const std::size_t warnings = messages_.Warnings();
+        const std::optional<SyncReport> report = sync.AutoSync(true, true);
+        const bool cancelledByUser = tools_.loop.CancelRequested();
+        ConsoleLoop::LeaveSignals();
+
+        if (host.Decided() == ConsoleSyncHost::Decision::Refused)
+            return Trouble(
+                "there is no terminal to ask on: nothing was done. Use --yes, or look with --plan");
+        if (!report) {
+            console_.Say("cancelled");
+            return host.Decided() == ConsoleSyncHost::Decision::None ? kTrouble : kPartlyDone;
+        }
+        const bool printed = Print(request_, ActionsDone(*report), Told::Done, console_);
+        TellNotDone(*report, cancelledByUser, [this](const std::string& text) { console_.Say(text); });
+        const bool wholly = !report->cancelled && report->notDone == 0 && printed && complete_ &&
+                            messages_.Warnings() == warnings;
+        return wholly ? kDone : kPartlyDone;
+    }
+
+    const SyncRequest& request_;
+    ConsoleMessages& console_;
+    Engine& engine_;
+    AskingMessages messages_;
+    ErrorReporter reporter_;
+    Toolbox tools_;
+    Options options_;
+    CSyncSettings settings_;
+    CCompare compare_;
+    ComparisonResults results_;
+    bool complete_ = true;  // the comparison saw everything
+};
+
+int Synchronize(const SyncRequest& request, const PerSide<std::string_view>& operands) {
+    // A plan changes nothing: its logs go again.
+    std::optional<PrivateFolder> logs;
+    if (request.planOnly) logs.emplace();
+    if (logs && logs->Path().empty()) throw std::runtime_error("there is no folder for temporary files");
+    const std::string own = FullProgramFolder(request.programFolder);
+    Engine engine(logs ? logs->Path() : own);
+    ConsoleLoop::CatchSignals();
+    const int status = SyncRun(request, engine).Run(operands);
+    ConsoleLoop::LeaveSignals();
+    return status;
+}
+
+}  // namespace
+
+int RunSync(const std::vector<std::string_view>& arguments) {
+    SyncRequest request;
+    CommandSpec command{"sync", "LEFT RIGHT", "Compares two folders and brings them into line by a method.",
+                        kNotes, SyncOptions(request)};
+    const ParsedArguments parsed = ParseArguments(command, arguments, 2);
+    if (parsed.helpWanted) {
+        std::fputs(HelpText(command).c_str(), stdout);
+        return 0;
+    }
+    if (!parsed.error.empty()) {
+        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli sync --help'.\n", parsed.error.c_str());
+        return kTrouble;
+    }
+    return Synchronize(request, {{parsed.operands[0], parsed.operands[1]}});
+}
+
+}  // namespace vantrel::cli

@@ -1,0 +1,148 @@
+#include "sync_request.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+#include <unordered_map>
+
+#include "platform/names.h"
+#include "settings/settings_file.h"
+#include "sync/sync_options.h"
+
+namespace vantrel::cli {
+
+namespace {
+
+constexpr std::string_view kSection = "Options";
+constexpr std::array<std::string_view, 8> kTableKeys = {
+    "LeftFolderNewFilesAction",     "LeftFolderOldFilesAction",    "LeftFolderOrphanFilesAction",
+    "LeftFolderBinaryFilesAction",  "RightFolderNewFilesAction",   "RightFolderOldFilesAction",
+    "RightFolderOrphanFilesAction", "RightFolderBinaryFilesAction"};
+
+const SyncMethodInfo* FindMethod(std::string_view word) {
+    const auto& methods = SyncMethods();
+    const auto found = std::find_if(methods.begin(), methods.end(),
+                                    [=](const SyncMethodInfo& info) { return info.settingsWord == word; });
+    return found == methods.end() ? nullptr : &*found;
+}
+
+std::string MethodWords() {
+    std::string words;
+    for (const SyncMethod method : SyncMethodsInDisplayOrder()) {
+        if (!words.empty()) words += ", ";
+        words += SyncMethods()[static_cast<std::size_t>(method)].settingsWord;
+    }
+    return words;
+}
+
+// A row's name as a person types it: the folder marker stays, other bytes come in the engine's form.
+std::string NameOfRow(std::string_view text) {
+    std::string name;
+    if (text.starts_with(kFolderMarker)) {
+        name = kFolderMarker;
+        text.remove_prefix(1);
+    }
+    // What begins with "~/" is no path here.
+    return name + (text.starts_with('~') ? "~" + PathFromUser(text.substr(1)) : PathFromUser(text));
+}
+
+}  // namespace
+
+OptionSpec ProgramFolderOption(std::string& folder) {
+    return {"--program-folder", "DIR", "where history and logs are (default: the program's\nown folder)",
+            [&folder](std::string_view text) {
+                folder = text;
+                return !text.empty();
+            }};
+}
+
+std::vector<OptionSpec> SyncOptions(SyncRequest& request) {
+    const auto flag = [](bool& to) { return [&to](std::string_view) { return to = true; }; };
+    std::vector<OptionSpec> options = {
+        {"--sync-method", "NAME",
+         "what is done (default: the method of --settings):\n"
+         "MakeRightSameAsLeft, MakeLeftSameAsRight,\n"
+         "ReplaceOlderCopyOrphans, AddOrphansToLeft,\n"
+         "AddOrphansToRight, ReplaceOlderOnLeft,\n"
+         "ReplaceOlderOnRight, or Custom with the action\n"
+         "table of --settings",
+         [&](std::string_view text) {
+             request.method = text;
+             return true;
+         }},
+        {"--plan", "", "print what would be done, and change nothing", flag(request.planOnly)},
+        {"--yes", "", "go ahead without asking", flag(request.agreed)},
+        {"--select", "NAME",
+         "only this object; may be given several times. A\nsub-folder as '\\Sub', '/Sub' or 'Sub/'",
+         [&](std::string_view text) {
+             request.select.push_back(NameOfRow(text));
+             return !text.empty();
+         }},
+        ProgramFolderOption(request.programFolder)};
+    for (OptionSpec& option : CompareOptions(request.compare)) options.push_back(std::move(option));
+    return options;
+}
+
+std::string FullProgramFolder(const std::string& given) {
+    if (given.empty()) return {};
+    const std::filesystem::path path = NameToSystem(PathFromUser(given));
+    std::error_code error;
+    if (!std::filesystem::is_directory(path, error))
+        throw std::runtime_error("'" + DisplayName(PathFromUser(given)) + "' is no folder");
+    return NameFromSystem(std::filesystem::absolute(path).native());
+}
+
+std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, const Options& options,
+                           CSyncSettings& settings) {
+    // A default is good enough for the window, which shows it. Here only what was written down is carried
+    // out.
+    IniDocument document;
+    if (!request.compare.settingsFile.empty()) {
+        const std::string path = engine.FullPath(request.compare.settingsFile);
+        if (const Error error = SettingsFile(engine.Tools().files, path).Read(document); !error.IsOk())
+            return error.Description();
+    }
+    const auto word = request.method ? request.method : document.Get(kSection, "SyncMethod");
+    if (!word) return "no method: --sync-method takes one of " + MethodWords();
+    const SyncMethodInfo* const method = FindMethod(*word);
+    if (method == nullptr) return "'" + *word + "' is no method. There are " + MethodWords();
+    if (method->method != SyncMethod::Custom) {
+        settings.SetSyncMethod(method->method);
+        return {};
+    }
+    for (const std::string_view key : kTableKeys)
+        if (!document.Get(kSection, key))
+            return "the method Custom needs the action table of --settings: there is no " + std::string(key);
+    ApplyOptions(options, settings);
+    settings.LoadSyncMethod(SyncMethod::Custom);
+    return {};
+}
+
+SelectedTexts FindSelected(const ComparisonResults& results, const std::vector<std::string>& names,
+                           std::string& unknown) {
+    if (names.empty()) return std::nullopt;
+    // By folded text. The pairs that a row stands in have one text on both sides.
+    std::unordered_map<std::string, std::string_view> rows;
+    for (const Side side : kBothSides)
+        for (const ResultRow& row : results.hold[side])
+            if (row.IsReal()) rows.emplace(FoldCase(row.text), row.text);
+    SelectedTexts selected(std::in_place);
+    for (const std::string& name : names) {
+        std::string text = FoldCase(name);
+        // No name holds a "/", so that one can only mark a folder.
+        if (text.starts_with('/') && text.size() > 1) text[0] = kFolderMarker;
+        if (text.ends_with('/')) {
+            text.pop_back();
+            if (!text.starts_with(kFolderMarker)) text.insert(0, 1, kFolderMarker);
+        }
+        const auto row = rows.find(text);
+        if (row == rows.end()) {
+            unknown = name;
+            return selected;
+        }
+        selected->emplace(row->second);
+    }
+    return selected;
+}
+
+}  // namespace vantrel::cli

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "compare_request.h"
+#include "core/comparison_results.h"
+#include "sync/csync_settings.h"
+#include "sync/sync_plan.h"
+
+namespace vantrel::cli {
+
+// What the options of a synchronization say.
+struct SyncRequest {
+    CompareRequest compare;
+    std::optional<std::string> method;  // as given
+    bool planOnly = false;
+    bool agreed = false;              // --yes
+    std::vector<std::string> select;  // as given, with other bytes in the engine's form
+    std::string programFolder;        // as given; empty: the program's own
+};
+
+// They write to `request`, which must outlive them.
+std::vector<OptionSpec> SyncOptions(SyncRequest& request);
+// "--program-folder DIR", which other commands have as well.
+OptionSpec ProgramFolderOption(std::string& folder);
+
+// The full path of an existing folder that was given for --program-folder, in the engine's form; empty for an
+// empty one. Throws std::runtime_error where there is no such folder.
+std::string FullProgramFolder(const std::string& given);
+
+// The method and its table from the request and its settings file, whose `options` these are. Not empty: what
+// is wrong.
+std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, const Options& options,
+                           CSyncSettings& settings);
+
+// The rows that the user named, by their texts; nothing where none was named. An empty text of `unknown` says
+// that each was found.
+SelectedTexts FindSelected(const ComparisonResults& results, const std::vector<std::string>& names,
+                           std::string& unknown);
+
+}  // namespace vantrel::cli
