@@ -1,6 +1,7 @@
 // The time of a plan over 1,000,000 pairs: of files in the two folders, and of files below a sub-folder.
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <string>
 
 #include "sync/sync_plan.h"
@@ -39,7 +40,7 @@ ComparisonResults Rows() {
             if (type == ResultType::None)
                 results.hold[side].AddPlaceholder();
             else
-                results.hold[side].Add(RowOf(name, RowKind::File, type));
+                results.hold[side].AddCopy(RowOf(name, RowKind::File, type));
         }
     }
     return results;
@@ -50,7 +51,7 @@ ComparisonResults BelowOneSubFolder() {
     results.folders = {{"/home/anna/", "/media/anna/backup/"}};
     ResultRow folder = RowOf("\\pictures", RowKind::Folder, ResultType::DifferentFolder);
     folder.realName = "pictures";
-    for (const Side side : kBothSides) results.hold[side].Add(folder);
+    for (const Side side : kBothSides) results.hold[side].AddCopy(folder);
     CSubFolderDiffs diffs("\\pictures", "/home/anna/pictures");
     for (std::size_t i = 0; i < kPairs; ++i) {
         const std::string name = "2020/" + NameOf(i);

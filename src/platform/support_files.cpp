@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "platform/names.h"
+#include "platform/paths.h"
 
 namespace vantrel {
 
@@ -62,7 +63,7 @@ std::string ProgramFolders::SupportFile(const FileSystem& files, const std::stri
     return appPath + name;
 }
 
-ProgramFolders FindProgramFolders(const FileSystem& files) {
+ProgramFolders FindProgramFolders(const FileSystem& files, const std::string& appPath) {
     ProgramFolders folders;
     char path[PATH_MAX];
     const ssize_t size = files.Calls().ReadlinkAt(AT_FDCWD, "/proc/self/exe", path, sizeof path);
@@ -73,7 +74,9 @@ ProgramFolders FindProgramFolders(const FileSystem& files) {
     if (getcwd(path, sizeof path) != nullptr) folders.startDir = NameFromSystem(path);
     if (!folders.startDir.ends_with('/')) folders.startDir += '/';
 
-    if (files.Calls().Access(NameToSystem(folders.executableFolder).c_str(), W_OK) == 0) {
+    if (!appPath.empty()) {
+        folders.appPath = NormalizePath(appPath);
+    } else if (files.Calls().Access(NameToSystem(folders.executableFolder).c_str(), W_OK) == 0) {
         folders.appPath = folders.executableFolder;
     } else {
         const std::string data = UserDataFolder();

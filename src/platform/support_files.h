@@ -25,7 +25,8 @@ struct ProgramFolders {
     std::string SupportFile(const FileSystem& files, const std::string& name) const;
 };
 
-// Looks at this process. Creates the user's data folder when that is the one to write to.
-ProgramFolders FindProgramFolders(const FileSystem& files);
+// Looks at this process. Creates the user's data folder when that is the one to write to. With `appPath`,
+// that folder is the one, and nothing is created.
+ProgramFolders FindProgramFolders(const FileSystem& files, const std::string& appPath = {});
 
 }  // namespace vantrel

@@ -256,8 +256,8 @@ TEST_F(SyncCommandTest, TroubleComesBeforeAnythingIsDone) {
         EXPECT_EQ("", run.out);
         EXPECT_THAT(run.err, HasSubstr(each.message));
     }
-    const auto with = [&](const std::string& program, const std::string& right) {
-        return RunProgram({"sync", "--yes", method, "--program-folder", program, folder / "left", right});
+    const auto with = [&](const std::string& program, const std::string& other) {
+        return RunProgram({"sync", "--yes", method, "--program-folder", program, folder / "left", other});
     };
     EXPECT_THAT(with(folder / "program", folder / "none").err, HasSubstr("Make sure that the folder exists"));
     EXPECT_THAT(with(folder / "none", folder / "right").err, HasSubstr("is no folder"));
@@ -270,7 +270,7 @@ TEST_F(SyncCommandTest, TroubleComesBeforeAnythingIsDone) {
 
 TEST_F(SyncCommandTest, SettingsGiveTheMethodTheTableAndTheLengthOfTheHistory) {
     WritePair();
-    std::string settings = "[Options]\r\nNumSyncLogEntries=2\r\nSyncMethod=Custom\r\n";
+    std::string settings = "[Options]\r\nNumSyncLogEntries=02\r\nSyncMethod=Custom\r\n";
     for (const auto* side : {"Left", "Right"})
         for (const auto* type : {"New", "Old", "Orphan", "Binary"})
             settings += std::string(side) + "Folder" + type + "FilesAction=" +

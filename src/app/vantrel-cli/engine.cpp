@@ -4,19 +4,8 @@
 #include <filesystem>
 
 #include "platform/names.h"
-#include "platform/paths.h"
 
 namespace vantrel::cli {
-
-namespace {
-
-ProgramFolders FoldersOf(const FileSystem& files, const std::string& programFolder) {
-    ProgramFolders folders = FindProgramFolders(files);
-    if (!programFolder.empty()) folders.appPath = NormalizePath(programFolder);
-    return folders;
-}
-
-}  // namespace
 
 PrivateFolder::PrivateFolder() {
     std::error_code error;
@@ -32,7 +21,7 @@ PrivateFolder::~PrivateFolder() {
 Engine::Engine(const std::string& programFolder)
     : files_(calls_),
       volumes_(files_),
-      folders_(FoldersOf(files_, programFolder)),
+      folders_(FindProgramFolders(files_, programFolder)),
       messages_(progress_),
       loop_(progress_),
       reporter_(files_, folders_, clock_, locale_, messages_, loop_),

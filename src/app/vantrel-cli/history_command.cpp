@@ -1,9 +1,8 @@
 #include <algorithm>
-#include <cmath>
+#include <array>
 #include <cstdio>
 
 #include "commands.h"
-#include "core/mod_date_time.h"
 #include "display_width.h"
 #include "engine.h"
 #include "exit_status.h"

@@ -1,4 +1,7 @@
 #include <cstdio>
+#include <optional>
+#include <stdexcept>
+#include <unordered_set>
 
 #include "commands.h"
 #include "console_host.h"
@@ -108,12 +111,12 @@ bool TellUnknown(const ComparisonResults& results, ConsoleMessages& messages) {
             if (row.type == ResultType::OrphanFolder && row.incomplete) {
                 any = true;
                 messages.Say(std::string(side == Side::Left ? "left" : "right") + " '" +
-                             std::string(row.text) + "' could not be looked into wholly");
+                             std::string(row.text) + "' could not be looked into wholly: it is not deleted");
             }
     return any;
 }
 
-// 0, or the status of a failure to write that was told.
+// False where it could not be written, which is told then.
 bool Print(const SyncRequest& request, const Actions& actions, Told told, ConsoleMessages& messages) {
     Output out;
     if (request.compare.format == OutputFormat::Json)

@@ -1,6 +1,7 @@
 #include "sync_request.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <stdexcept>
 #include <unordered_map>
