@@ -213,49 +213,5 @@ TEST(DropOnPane, CopiesOrMovesByKeysAndDrives) {
     EXPECT_EQ(program.messages.Line(0), "Drag and Drop: The path " + program.left + "/gone was not found.");
 }
 
-TEST(Operations, CopyDeleteAndDropChangeTheFoldersAndCompareAgain) {
-    TestProgram program;
-    Application& application = program.Start();
-    program.CompareSamples();
-    program.Select(Side::Left, "alone.txt");
-    application.GetCommands().Run("mnuFileCopySelectedFilesToTargetDirectory");
-    EXPECT_EQ(program.workspace.Read("right/alone.txt"), "left");
-    EXPECT_EQ(application.panes.Pane(Side::Right)[program.Row(Side::Right, "alone.txt")].type,
-              ResultType::Same);
-    EXPECT_TRUE(application.Window().MenusEnabled());
-
-    program.Window().Panes().View(Side::Right).setFocus();
-    program.Select(Side::Right, "alone.txt");
-    QTest::keyClick(&program.Window().Panes().View(Side::Right), Qt::Key_Delete, Qt::ShiftModifier);
-    EXPECT_FALSE(program.workspace.Exists("right/alone.txt"));
-
-    application.options.autoCompareAfterFileOp = false;
-    program.workspace.Write("elsewhere/dropped.txt", "dropped");
-    Q_EMIT program.Window()
-        .Panes()
-        .View(Side::Left)
-        .UrisDropped(
-            {QUrl(QString::fromStdString("file://" + (program.workspace / "elsewhere/dropped.txt")))},
-            Qt::ControlModifier);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(program.workspace.Read("left/dropped.txt"), "dropped");
-    EXPECT_TRUE(application.panes.ShowsNoResult());
-    EXPECT_FALSE(program.messages.confirmations.empty());
-}
-
-TEST(Operations, SynchronizingMakesTheFoldersEqual) {
-    TestProgram program;
-    Application& application =
-        program.Start("[Options]\r\nPromptForSyncMethod=False\r\nShowSynchronizeConfirmations=False\r\n");
-    program.CompareSamples();
-    application.GetCommands().Run("mnuOptionsSyncMakeRightSameAsLeft");
-    application.GetCommands().Run("mnuFileAutoSynch");
-    application.GetCommands().Run("mnuFileCompareDirectories");
-    for (const ResultRow& row : application.results.hold[Side::Left])
-        EXPECT_TRUE(row.type == ResultType::Same || row.type == ResultType::IdenticalFolder) << row.text;
-    EXPECT_FALSE(program.workspace.Exists("right/Alone"));
-    EXPECT_TRUE(program.folder.Exists("SyncHist.Log"));
-}
-
 }  // namespace
 }  // namespace vantrel

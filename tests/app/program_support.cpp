@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
 #include <QAction>
 #include <QCoreApplication>
 #include <QMenu>
@@ -27,7 +28,7 @@ Application& TestProgram::Start() {
                                                              .loop = loop,
                                                              .desktop = desktop,
                                                              .sound = sound,
-                                                             .trash = {folder / "Trash", 0}},
+                                                             .trash = {trash / "Trash", geteuid()}},
                                                 "1.2.3");
     application->FormLoad();
     return *application;

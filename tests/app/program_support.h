@@ -62,6 +62,7 @@ class TestProgram {
 
     TempFolder folder;     // of the program
     TempFolder workspace;  // what is compared
+    TempFolder trash;
     SystemCalls calls;
     FileSystem files{calls};
     FakeVolumes volumes;

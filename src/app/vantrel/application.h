@@ -30,7 +30,7 @@ struct Surroundings {
     QtEventLoop& loop;
     Desktop& desktop;
     SoundDevice& sound;
-    TrashPlaces trash = TrashPlaces::OfThisUser();
+    TrashPlaces trash;
 };
 
 // The shared context of the program (modVantrel) and its main window. It is made once, and everything in it

@@ -1,6 +1,7 @@
 #include "object_operations.h"
 
 #include "application.h"
+#include "running_command.h"
 #include "sync/forms/frm_confirm_sync.h"
 #include "sync/forms/frm_sync_wizard.h"
 
@@ -8,7 +9,7 @@ namespace vantrel {
 
 ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& trash)
     : application_(application),
-      progress_(application.around.clock),
+      progress_(application.around.clock, application.around.loop),
       questions_(application.around.locale),
       shell_({.files = application.around.files,
               .volumes = application.around.volumes,
@@ -25,23 +26,17 @@ ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& 
 }
 
 template <typename Work>
-void ObjectOperations::AsJob(Work&& work) {
-    application_.around.loop.ResetCancel();
-    application_.Window().SetMenusEnabled(false);
-    work();
-    application_.Window().SetMenusEnabled(true);
-}
-
-template <typename Work>
 void ObjectOperations::OnCurrentList(Work&& work) {
-    if (const auto side = application_.panes.CurrentListview())
-        AsJob([&] { work(ListRef(application_.panes, *side)); });
+    const RunningCommand running(application_);
+    work(ListRef(application_.panes, application_.panes.CurrentListview().value_or(Side::Left)));
 }
 
-std::optional<std::string> ObjectOperations::PickTarget() {
-    const auto side = application_.panes.CurrentListview();
-    return application_.around.messages.PickDirectory("Browse for Folder", "Specify the folder.",
-                                                      side ? FolderPath(*side) : std::string());
+std::optional<std::string> ObjectOperations::PickTarget(const ListRef& list, const char* prompt) {
+    if (application_.panes.Pane(list.side).SelectedCount() == 0) return std::string();
+    const std::string start = lastPicked_.empty() ? FolderPath(Other(list.side)) : lastPicked_;
+    auto picked = application_.around.messages.PickDirectory("Browse for Folder", prompt, start);
+    if (picked) lastPicked_ = *picked;
+    return picked;
 }
 
 void ObjectOperations::CopyToOtherFolder() {
@@ -51,10 +46,10 @@ void ObjectOperations::CopyToOtherFolder() {
 }
 
 void ObjectOperations::CopyToAnyFolder() {
-    if (const auto target = PickTarget())
-        OnCurrentList([&](ListRef list) {
+    OnCurrentList([&](ListRef list) {
+        if (const auto target = PickTarget(list, "Specify the folder where the object(s) will be copied to."))
             files_.CopyFilesToSpecificDir(list, *target, application_.options.showCopyConfirmations);
-        });
+    });
 }
 
 void ObjectOperations::MoveToOtherFolder() {
@@ -64,10 +59,10 @@ void ObjectOperations::MoveToOtherFolder() {
 }
 
 void ObjectOperations::MoveToAnyFolder() {
-    if (const auto target = PickTarget())
-        OnCurrentList([&](ListRef list) {
+    OnCurrentList([&](ListRef list) {
+        if (const auto target = PickTarget(list, "Specify the folder where the object(s) will be moved to."))
             files_.MoveFilesToSpecificDir(list, *target, application_.options.showMoveConfirmations);
-        });
+    });
 }
 
 void ObjectOperations::Recycle() {
@@ -85,18 +80,18 @@ void ObjectOperations::DeletePermanently() {
 // Whether a drop asks is the option of copying, for moving too.
 void ObjectOperations::Drop(DropAction action, const std::vector<std::string>& paths,
                             const std::string& folder) {
+    const RunningCommand running(application_);
     const bool confirm = application_.options.showCopyConfirmations;
-    AsJob([&] {
-        if (action == DropAction::Copy)
-            files_.CopyOLEDropObjectsToDir(paths, folder, confirm);
-        else
-            files_.MoveOLEDropObjectsToDir(paths, folder, confirm);
-    });
+    if (action == DropAction::Copy)
+        files_.CopyOLEDropObjectsToDir(paths, folder, confirm);
+    else
+        files_.MoveOLEDropObjectsToDir(paths, folder, confirm);
 }
 
 void ObjectOperations::Synchronize(bool selectedOnly) {
-    if (selectedOnly) synchronization_.SyncSelectedOnly = true;
-    AsJob([&] { synchronization_.mnuFileAutoSynch(application_.options.showSynchronizeConfirmations); });
+    const RunningCommand running(application_);
+    synchronization_.SyncSelectedOnly = selectedOnly;
+    synchronization_.mnuFileAutoSynch(application_.options.showSynchronizeConfirmations);
 }
 
 std::string ObjectOperations::FolderPath(Side side) const {
@@ -112,7 +107,7 @@ bool ObjectOperations::AutoCompareAfterFileOp() const {
 }
 
 void ObjectOperations::CompareDirs() {
-    application_.CompareDirs(false, false);
+    CompareWithinCommand(application_);
 }
 
 void ObjectOperations::RemoveListItemsAndShowNoCompareMsg() {
@@ -148,6 +143,7 @@ bool ObjectOperations::ShowSyncWizard() {
     if (wizard.exec() != QDialog::Accepted) return false;
     application_.options.promptForSyncMethod = wizard.ChosenFlags().promptForSyncMethod;
     synchronization_.SyncSelectedOnly = wizard.ChosenFlags().syncSelectedOnly;
+    application_.GetCommands().RefreshChecks();
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,7 @@ class ObjectOperations : private FileOperationsHost, private SyncHost {
   public:
     ObjectOperations(Application& application, const TrashPlaces& trash);
 
-    // Each does nothing until a pane has been pressed.
+    // Until a pane has been pressed they act on the left one.
     void CopyToOtherFolder();
     void CopyToAnyFolder();
     void MoveToOtherFolder();
@@ -35,12 +36,22 @@ class ObjectOperations : private FileOperationsHost, private SyncHost {
     CSyncSettings syncSettings;
 
   private:
-    // Runs `work` on the list of CurrentListview with the menus disabled, as every long job does.
+    // Also cancelled by what cancels any job of the main window.
+    class Progress : public QtShellProgress {
+      public:
+        Progress(Clock& clock, EventLoopPort& loop) : QtShellProgress(clock), loop_(loop) {}
+        bool CancelAsked() override { return QtShellProgress::CancelAsked() || loop_.CancelRequested(); }
+
+      private:
+        EventLoopPort& loop_;
+    };
+
+    // Runs `work` on the list of CurrentListview as a RunningCommand.
     template <typename Work>
     void OnCurrentList(Work&& work);
-    template <typename Work>
-    void AsJob(Work&& work);
-    std::optional<std::string> PickTarget();
+    // The folder that the user picks for the selected objects; nothing where he cancelled. Nothing is asked
+    // while nothing is selected: the operation has a message for that.
+    std::optional<std::string> PickTarget(const ListRef& list, const char* prompt);
 
     // FileOperationsHost and SyncHost
     std::string FolderPath(Side side) const override;
@@ -59,12 +70,13 @@ class ObjectOperations : private FileOperationsHost, private SyncHost {
     void PlaySyncCompleteSound() override;
 
     Application& application_;
-    QtShellProgress progress_;
+    Progress progress_;
     QtShellQuestions questions_;
     SystemShellOperations shell_;
     ShellWrappers wrappers_;
     FileOperations files_;
     Synchronization synchronization_;
+    std::string lastPicked_;  // where the next pick of a folder begins
 };
 
 }  // namespace vantrel

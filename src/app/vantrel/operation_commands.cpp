@@ -8,9 +8,11 @@
 namespace vantrel {
 namespace {
 
-// The custom method takes its table from a window of its own.
+// A click on the method that is ticked already does nothing. The custom method takes its table from a window
+// of its own.
 void ChooseSyncMethod(Application& application, const SyncMethodInfo& info) {
     CSyncSettings& settings = application.operations->syncSettings;
+    if (settings.SyncMethod() == static_cast<std::int32_t>(info.method)) return;
     settings.SetSyncMethod(info.method);
     if (info.method == SyncMethod::Custom) frmCustomSync(settings, &application.Window()).exec();
 }

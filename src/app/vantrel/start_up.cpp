@@ -82,7 +82,8 @@ class Program {
                         .messages = messages_,
                         .loop = loop_,
                         .desktop = desktop_,
-                        .sound = sound_},
+                        .sound = sound_,
+                        .trash = TrashPlaces::OfThisUser()},
                        std::move(appVersion)) {
         messages_.SetParentWindow(&application_.Window());
         messages_.showConfirmation = ShowConfirmation;

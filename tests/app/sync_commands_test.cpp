@@ -1,0 +1,193 @@
+// Synchronising from the main window: the runs, the method menu and the history.
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "modal_support.h"
+#include "program_support.h"
+
+namespace vantrel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using vantrel::testing::ModalScript;
+using vantrel::testing::PressButton;
+using vantrel::testing::PressChild;
+using vantrel::testing::TestProgram;
+
+void PressReturn(QWidget& window) {
+    QTest::keyClick(&window, Qt::Key_Return);
+}
+
+class SyncCommandsTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        program.Start();
+        program.CompareSamples();
+        program.sound.played.clear();
+    }
+    void TearDown() override {
+        EXPECT_TRUE(program.Window().MenusEnabled());
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    }
+    void Run(const char* command) { program.Get().GetCommands().Run(command); }
+    bool Ticked(const char* item) { return program.Get().GetCommands().Action(item)->isChecked(); }
+    std::string Read(const std::string& path) { return program.workspace.Read(path); }
+
+    TestProgram program;
+};
+
+TEST_F(SyncCommandsTest, AWholeRunByKeysBringsTheFoldersIntoLine) {
+    ModalScript script;
+    script
+        .Await("frmSyncWizard",
+               [&](QWidget& wizard) {
+                   EXPECT_FALSE(program.Window().MenusEnabled());
+                   auto* methods = wizard.findChild<QComboBox*>(QStringLiteral("cboSyncMethod"));
+                   QTest::keyClick(methods, Qt::Key_Home);
+                   PressChild(wizard, "chkPromptForSyncMethod");
+                   PressReturn(wizard);
+               })
+        .Await("frmConfirmSync", [](QWidget& confirm) { PressButton(confirm, "Continue"); });
+    program.Window().Panes().View(Side::Left).setFocus();
+    Run("mnuFileAutoSynch");
+
+    EXPECT_EQ(Read("right/binary.txt"), "1234");
+    EXPECT_EQ(Read("right/newer.txt"), "1234");
+    EXPECT_EQ(Read("right/alone.txt"), "left");
+    EXPECT_EQ(Read("right/Different/in.txt"), "12");
+    EXPECT_FALSE(program.workspace.Exists("right/Alone"));
+    EXPECT_TRUE(program.trash.Exists("Trash/files/Alone/in.txt"));
+    EXPECT_EQ(program.folder.Read("SyncHist.Log").size(), 773U);
+    EXPECT_THAT(program.folder.Read("SyncHist.Log"), HasSubstr("Completed Successfully"));
+    EXPECT_THAT(program.sound.played, ElementsAre(program.folders.SupportFile(program.files, "vtdone.wav")));
+    EXPECT_THAT(program.messages.shown, IsEmpty());
+    EXPECT_EQ(program.Window().focusWidget(), &program.Window().Panes().View(Side::Left));
+    // Compared again; and what the wizard took stands in the menus.
+    const PaneList& rows = program.Get().panes.Pane(Side::Left);
+    for (std::size_t row = 0; row < rows.Count(); ++row)
+        EXPECT_TRUE(rows[row].type == ResultType::Same || rows[row].type == ResultType::IdenticalFolder)
+            << rows[row].text;
+    EXPECT_TRUE(Ticked("mnuOptionsSyncMakeRightSameAsLeft"));
+    EXPECT_FALSE(Ticked("mnuOptionsPromptForSyncMethod"));
+
+    // The second run asks for no method and has nothing to do.
+    Run("mnuOptionsConfirmSynchronize");
+    Run("mnuFileAutoSynch");
+    EXPECT_EQ(program.folder.Read("SyncHist.Log").size(), 2 * 773U);
+}
+
+TEST_F(SyncCommandsTest, DecliningLeavesEverything) {
+    for (const char* declineAt : {"frmSyncWizard", "frmConfirmSync"}) {
+        ModalScript script;
+        for (const char* window : {"frmSyncWizard", "frmConfirmSync"}) {
+            const bool decline = std::string(window) == declineAt;
+            script.Await(window, [decline](QWidget& dialog) {
+                if (decline)
+                    dialog.close();
+                else
+                    PressReturn(dialog);
+            });
+            if (decline) break;
+        }
+        Run("mnuFileAutoSynch");
+        EXPECT_TRUE(program.Get().results.HasResult());
+        EXPECT_FALSE(program.workspace.Exists("right/alone.txt"));
+        EXPECT_FALSE(program.folder.Exists("SyncHist.Log"));
+        EXPECT_THAT(program.sound.played, IsEmpty());
+    }
+}
+
+TEST_F(SyncCommandsTest, TheSelectionAloneForOneRun) {
+    program.Get().options.autoCompareAfterSync = false;
+    program.Get().options.showSynchronizeConfirmations = false;
+    program.Select(Side::Left, "newer.txt");
+    bool ticked = false;
+    const auto wizard = [&](QWidget& window) {
+        ticked = window.findChild<QCheckBox*>(QStringLiteral("chkSyncSelectedOnly"))->isChecked();
+        PressReturn(window);
+    };
+    ModalScript script;
+    script.Await("frmSyncWizard", wizard);
+    Run("mnuFilePopupSync");
+    EXPECT_TRUE(ticked);
+    EXPECT_EQ(Read("right/newer.txt"), "1234");
+    EXPECT_FALSE(program.workspace.Exists("right/alone.txt"));
+    EXPECT_TRUE(program.Get().panes.ShowsNoResult());
+
+    // Without a result it compares first.
+    script.Await("frmSyncWizard", wizard);
+    Run("mnuFileAutoSynch");
+    EXPECT_FALSE(ticked);
+    EXPECT_EQ(Read("right/alone.txt"), "left");
+}
+
+TEST_F(SyncCommandsTest, WithoutAComparisonThatCanBeMadeItSaysSo) {
+    program.Window().SetPathText(Side::Left, program.workspace / "gone");
+    Run("mnuFileAutoSynch");
+    EXPECT_EQ(program.messages.shown.back().title, "Synchronization");
+    EXPECT_EQ(program.messages.shown.back().text,
+              "Unable to synchronize.  No comparison has been executed yet.");
+}
+
+TEST_F(SyncCommandsTest, TheMethodMenuSetsTheTableAndTheSettingsFileKeepsIt) {
+    CSyncSettings& settings = program.Get().operations->syncSettings;
+    Run("mnuOptionsSyncAddOrphansToLeft");
+    EXPECT_TRUE(Ticked("mnuOptionsSyncAddOrphansToLeft"));
+    EXPECT_FALSE(Ticked("mnuOptionsSyncReplaceOlderCopyOrphans"));
+    EXPECT_EQ(settings.Action(Side::Right, SyncCell::Orphan), SyncAction::Copy);
+    // A click on the ticked item does nothing, also to a table that was changed by hand.
+    settings.SetAction(Side::Right, SyncCell::Orphan, SyncAction::Leave);
+    Run("mnuOptionsSyncAddOrphansToLeft");
+    EXPECT_EQ(settings.Action(Side::Right, SyncCell::Orphan), SyncAction::Leave);
+
+    ModalScript script;
+    script.Await("frmCustomSync", [](QWidget& table) {
+        for (auto* combo : table.findChildren<QComboBox*>()) {
+            QTest::keyClick(combo, Qt::Key_Home);
+        }
+        PressReturn(table);
+    });
+    settings.SetAction(Side::Left, SyncCell::Orphan, SyncAction::Delete);
+    Run("mnuOptionsSyncCustomize");
+    Run("mnuOptionsSyncCustomize");
+    EXPECT_TRUE(Ticked("mnuOptionsSyncCustomize"));
+    settings.SetAction(Side::Left, SyncCell::Orphan, SyncAction::Delete);
+    program.Get().SaveOptions();
+    program.application.reset();
+    program.Start();
+    EXPECT_TRUE(Ticked("mnuOptionsSyncCustomize"));
+    EXPECT_EQ(program.Get().operations->syncSettings.Action(Side::Left, SyncCell::Orphan),
+              SyncAction::Delete);
+    Run("mnuOptionsRestoreDefaults");
+    EXPECT_TRUE(Ticked("mnuOptionsSyncReplaceOlderCopyOrphans"));
+    EXPECT_EQ(program.Get().operations->syncSettings.Action(Side::Left, SyncCell::Orphan), SyncAction::Copy);
+}
+
+TEST_F(SyncCommandsTest, TheHistoryShowsTheRunsAndChangesItsLength) {
+    program.Get().options.promptForSyncMethod = false;
+    program.Get().options.showSynchronizeConfirmations = false;
+    Run("mnuFileAutoSynch");
+    ModalScript script;
+    script.Await("frmSyncLog", [&](QWidget& log) {
+        auto* list = log.findChild<QTreeWidget*>(QStringLiteral("lvwSyncHistory"));
+        ASSERT_EQ(list->topLevelItemCount(), 1);
+        EXPECT_EQ(list->topLevelItem(0)->text(1).toStdString(), program.left + "/");
+        auto* entries = log.findChild<QLineEdit*>(QStringLiteral("txtNumEntries"));
+        entries->setText(QStringLiteral("7"));
+        PressButton(log, "OK");
+    });
+    Run("mnuViewSyncHistory");
+    EXPECT_EQ(program.Get().options.numSyncLogEntries, 7);
+}
+
+}  // namespace
+}  // namespace vantrel
