@@ -26,6 +26,7 @@ void SortAndDropTwins(std::vector<Item>& items, const NameOf& nameOf, const Chec
     std::vector<Item> sorted;
     sorted.reserve(items.size());
     for (const SortItem& next : order) {
+        check();
         if (!sorted.empty() && sorted.back().Key == items[next.index].Key)
             onTwin(items[next.index]);
         else

@@ -292,7 +292,9 @@ bool ContentComparator::FilesDiffer(std::string_view leftPath, std::string_view 
     if (!pair) pair.reset(new Pair{{{std::string(leftPath), std::string(rightPath)}}, {}});
     Run run(*this, *pair, method, size.Whole(), progress);
     try {
-        return run.FilesDiffer();
+        const bool differ = run.FilesDiffer();
+        LetGo(std::move(pair->files));
+        return differ;
     } catch (const FileChanged& changed) {
         Log(run, changed.error);
         return true;
@@ -372,6 +374,11 @@ void ContentComparator::LookWhetherReadingWaits() {
 
 void ContentComparator::ForgetAnnounced() {
     announced_.clear();
+    closer_.CloseAll();
+}
+
+void ContentComparator::LetGo(PerSide<ReadFile> files) {
+    for (const Side side : kBothSides) closer_.Take(std::move(files[side]));
 }
 
 std::unique_ptr<ContentComparator::Pair> ContentComparator::TakeAnnounced(std::string_view leftPath,

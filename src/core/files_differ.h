@@ -60,6 +60,8 @@ class ContentComparator {
     bool Announce(std::string_view leftPath, std::string_view rightPath, PerSide<ReadFile> files);
     // Lets go of what was announced and not asked for; at the end of a comparison.
     void ForgetAnnounced();
+    // Closes files in passing, together with those of the pairs that were compared.
+    void LetGo(PerSide<ReadFile> files);
 
   private:
     void LookWhetherReadingWaits();
@@ -78,6 +80,7 @@ class ContentComparator {
     std::uint32_t pairsSinceLook_ = 0;
     std::uint32_t lastLook_ = 0;
     std::unique_ptr<Buffers> buffers_;
+    FileCloser closer_;
     bool logFailureReported_ = false;
 };
 

@@ -29,6 +29,7 @@ FolderListing::Entry FolderListing::MakeEntry(const FolderEntry& entry, std::uin
     if (made.isFolder) text_.push_back('/');
     made.keySize = static_cast<std::uint32_t>(text_.size()) - made.keyAt;
     made.source = source;
+    made.looked = entry.looked;
     made.size = entry.size;
     made.lastWrite = entry.lastWrite;
     return made;
@@ -36,11 +37,17 @@ FolderListing::Entry FolderListing::MakeEntry(const FolderEntry& entry, std::uin
 
 void FolderListing::Take(const FolderEntry& entry, std::uint32_t source, const NameFilter* filter) {
     switch (entry.kind) {
-        case EntryKind::File:
-            totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
-            if (filter && filter->KeepsFile(entry.name, entry.attributes))
-                entries_.push_back(MakeEntry(entry, source));
+        case EntryKind::File: {
+            const bool kept = filter && filter->KeepsFile(entry.name, entry.attributes);
+            if (entry.looked) totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
+            if (!kept && entry.looked) break;
+            Entry made = MakeEntry(entry, source);
+            if (kept)
+                entries_.push_back(made);
+            else if (LookAt(made) == Found::Unknown)
+                unknown_.push_back(made);
             break;
+        }
         case EntryKind::Folder:
             marked_.assign(1, kFolderMarker).append(entry.name);
             (filter && filter->KeepsFolder(marked_, entry.attributes) ? entries_ : aside_)
@@ -52,15 +59,57 @@ void FolderListing::Take(const FolderEntry& entry, std::uint32_t source, const N
     }
 }
 
-Error FolderListing::List(const NameFilter* filter, const ComparisonContext& context, std::string& lastName) {
+FolderListing::Found FolderListing::LookAt(Entry& entry) {
+    const OpenFolder& folder = sources_[entry.source].folder;
+    if (!folder.IsOpen()) return Found::Unknown;
+    FolderEntry found;
+    if (!folder.LookAt(Name(entry), found)) return Found::Gone;
+    // Something else may have taken the name since it was listed.
+    if (found.kind != EntryKind::File) return Found::Unknown;
+    entry.looked = true;
+    entry.size = found.size;
+    entry.lastWrite = found.lastWrite;
+    totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
+    return Found::File;
+}
+
+bool FolderListing::LookAt(std::size_t position) {
+    Entry& entry = entries_[order_[position].index];
+    const Found found = LookAt(entry);
+    if (found == Found::File) return true;
+    if (found == Found::Unknown) unknown_.push_back(entry);
+    order_.erase(order_.begin() + static_cast<std::ptrdiff_t>(position));
+    return false;
+}
+
+void FolderListing::LookAtRest(const ComparisonContext& context) {
+    for (Entry& entry : entries_) {
+        if (entry.isFolder || entry.looked) continue;
+        context.ThrowIfCancelled();
+        if (LookAt(entry) == Found::Unknown) unknown_.push_back(entry);
+    }
+}
+
+void FolderListing::Learn(std::size_t position, std::uint64_t size, FileTime lastWrite) {
+    Entry& entry = entries_[order_[position].index];
+    entry.looked = true;
+    entry.size = size;
+    entry.lastWrite = lastWrite;
+    totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(size));
+}
+
+Error FolderListing::List(const NameFilter* filter, Looks looks, const ComparisonContext& context,
+                          std::string& lastName) {
     for (std::uint32_t source = 0; source < sources_.size(); ++source) {
         bool cancelled = false;
-        Error error = sources_[source].folder.ForEach([&](const FolderEntry& entry) {
-            cancelled = context.IsCancelled();
-            if (cancelled) return false;
-            Take(entry, source, filter);
-            return true;
-        });
+        Error error = sources_[source].folder.ForEach(
+            [&](const FolderEntry& entry) {
+                cancelled = context.IsCancelled();
+                if (cancelled) return false;
+                Take(entry, source, filter);
+                return true;
+            },
+            looks);
         if (cancelled) throw ComparisonCancelled();
         if (!error.IsOk()) {
             lastName.clear();

@@ -26,6 +26,7 @@ class FolderListing {
         std::uint32_t nameAt, nameSize, keyAt, keySize;  // in the text; the key of a folder ends in "/"
         std::uint32_t source;
         bool isFolder;
+        bool looked;  // size and time are known
         std::uint64_t size;
         FileTime lastWrite;
     };
@@ -37,11 +38,21 @@ class FolderListing {
 
     // Lists all sources. What the filter keeps becomes entries; folders that it drops are kept aside, because
     // they count in the size. Without a filter there are folders aside only. Throws ComparisonCancelled. At
-    // an error the entries are not to be used; `lastName` is what was looked at before it.
-    Error List(const NameFilter* filter, const ComparisonContext& context, std::string& lastName);
+    // an error the entries are not to be used; `lastName` is what was looked at before it. With
+    // Looks::NotAtFiles the files that the filter keeps may come out unlooked.
+    Error List(const NameFilter* filter, Looks looks, const ComparisonContext& context,
+               std::string& lastName);
 
-    // Bytes of all files listed, whether kept or not.
+    // Bytes of all files that were looked at, whether kept or not.
     Currency TotalSize() const { return totalSize_; }
+    // What the caller found out about an entry by opening it.
+    void Learn(std::size_t position, std::uint64_t size, FileTime lastWrite);
+    // Looks at an entry. False where it is gone or unknown, which it is too where its source is not open:
+    // then there is one entry less, and what stood behind it has moved up.
+    bool LookAt(std::size_t position);
+    // Looks at all files that are still unlooked, for their sizes; also after an error of List. Throws
+    // ComparisonCancelled.
+    void LookAtRest(const ComparisonContext& context);
     // In the order of keys; entries with equal keys are next to each other, the one to stay first.
     std::size_t Count() const { return order_.size(); }
     const Entry& At(std::size_t position) const { return entries_[order_[position].index]; }
@@ -61,6 +72,8 @@ class FolderListing {
     }
 
   private:
+    enum class Found { File, Gone, Unknown };
+    Found LookAt(Entry& entry);
     void Take(const FolderEntry& entry, std::uint32_t source, const NameFilter* filter);
     Entry MakeEntry(const FolderEntry& entry, std::uint32_t source);
 

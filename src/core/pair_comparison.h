@@ -45,6 +45,8 @@ class PairComparison {
     void Announce(const std::string& leftPath, const std::string& rightPath, PerSide<ReadFile> files) {
         if (comparator_.Announce(leftPath, rightPath, std::move(files))) ++announced_;
     }
+    // Closes files that turned out not to be needed.
+    void LetGo(PerSide<ReadFile> files) { comparator_.LetGo(std::move(files)); }
 
   private:
     Currency Difference(const PerSide<ScannedFile>& pair) const;

@@ -66,7 +66,10 @@ bool TreeWalk::Step(Level& level) {
             for (const Side side : kBothSides)
                 level.ahead[side] = std::max(level.ahead[side], level.next[side]);
             context_.ThrowIfCancelled();
-            if (IsUnknown(level, item)) {
+            if (!item.isFolder) LookAtFiles(level, item);
+            if (item.IsEmpty()) {
+                // Gone since it was listed, or not known.
+            } else if (IsUnknown(level, item)) {
                 if (item.isFolder) Descend(level, item, Mode::Size);
             } else if (item.isFolder) {
                 Descend(level, item, Mode::Compare);
@@ -181,13 +184,17 @@ void TreeWalk::Finish(Level& child) {
         if (listing.Sources().empty()) continue;
         context_.progress.SetFileName(WithoutTrailingSlash(FullPath(side, listing.Sources().front().path)));
         std::string lastName;
-        Error error = listing.List(child.mode == Mode::Compare ? &filter_ : nullptr, context_, lastName);
-        outcome_.size[side] += listing.TotalSize();
+        const bool compares = child.mode == Mode::Compare;
+        const Looks looks = compares && pairs_.ReadsContents() ? Looks::NotAtFiles : Looks::AtAll;
+        Error error = listing.List(compares ? &filter_ : nullptr, looks, context_, lastName);
         if (error.IsOk()) continue;
         known[side] = false;
         MarkUnlisted(side, child.mode, listing.Sources().front().path, std::move(error), std::move(lastName));
     }
     for (const Side side : kBothSides) {
+        // Their pairs are not going to be opened.
+        if (!known[Side::Left] || !known[Side::Right]) child.listing[side].LookAtRest(context_);
+        outcome_.size[side] += child.listing[side].TotalSize();
         if (known[side])
             MarkUnknownEntries(side, child);
         else
@@ -239,17 +246,69 @@ void TreeWalk::Announce(Level& level) {
         PerSide<std::size_t> cursor = level.ahead;
         if (!NextItem(level, cursor, item) || item.isFolder) return;
         level.ahead = cursor;
-        if (!item.IsPair() || IsUnknown(level, item) || !pairs_.NeedsContents(FilesOf(level, item))) continue;
+        if (!item.IsPair() || IsUnknown(level, item)) continue;
         PerSide<ReadFile> files;
-        for (const Side side : kBothSides) {
-            FolderListing& listing = level.listing[side];
-            const FolderListing::Entry& entry = listing.At(item.at[side].begin);
-            const OpenFolder& folder = listing.Sources()[entry.source].folder;
-            // What cannot be opened now is tried again by its path, and its error told then.
-            if (folder.IsOpen()) (void)folder.OpenScannedFile(listing.Name(entry), files[side]);
+        bool looked = true;
+        for (const Side side : kBothSides)
+            looked =
+                looked && (IsLooked(level, item, side) || LearnByOpening(level, item, side, files[side]));
+        // What does not open is looked at when its turn comes.
+        if (!looked) continue;
+        if (!pairs_.NeedsContents(FilesOf(level, item))) {
+            pairs_.LetGo(std::move(files));
+            continue;
         }
+        // What cannot be opened now is tried again by its path, and its error told then.
+        for (const Side side : kBothSides)
+            if (!files[side].IsOpen()) (void)OpenFile(level, item, side, files[side]);
         pairs_.Announce(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),
                         std::move(files));
+    }
+}
+
+bool TreeWalk::IsLooked(const Level& level, const Item& item, Side side) {
+    return level.listing[side].At(item.at[side].begin).looked;
+}
+
+bool TreeWalk::OpenFile(Level& level, const Item& item, Side side, ReadFile& file) {
+    FolderListing& listing = level.listing[side];
+    const FolderListing::Entry& entry = listing.At(item.at[side].begin);
+    const OpenFolder& folder = listing.Sources()[entry.source].folder;
+    return folder.IsOpen() && folder.OpenScannedFile(listing.Name(entry), file).IsOk();
+}
+
+// Size and time come from the open file; of names that differ in letter case only all must be looked at.
+bool TreeWalk::LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file) {
+    if (item.at[side].end - item.at[side].begin > 1 || !OpenFile(level, item, side, file)) return false;
+    level.listing[side].Learn(item.at[side].begin, file.Size(), file.LastWrite());
+    outcome_.size[side] += Currency::FromWhole(static_cast<std::int64_t>(file.Size()));
+    return true;
+}
+
+// Looks at those files of the item that were not opened, and takes from it what is not there any more.
+void TreeWalk::LookAtFiles(Level& level, Item& item) {
+    for (const Side side : kBothSides) {
+        FolderListing& listing = level.listing[side];
+        for (std::size_t at = item.at[side].begin; at < item.at[side].end;) {
+            const FolderListing::Entry entry = listing.At(at);
+            if (entry.looked) {
+                ++at;
+                continue;
+            }
+            FolderListing::Source& source = listing.Sources()[entry.source];
+            if (!source.folder.IsOpen()) (void)Reopen(side, source);
+            const std::size_t unknown = listing.Unknown().size();
+            const Currency before = listing.TotalSize();
+            if (listing.LookAt(at)) {
+                outcome_.size[side] += listing.TotalSize() - before;
+                ++at;
+                continue;
+            }
+            if (listing.Unknown().size() > unknown) MarkUnknownEntry(side, level, entry);
+            --item.at[side].end;
+            --level.next[side];
+            --level.ahead[side];
+        }
     }
 }
 
@@ -300,20 +359,21 @@ void TreeWalk::MarkUnlisted(Side side, Mode mode, const std::string& path, Error
     unlisted_.push_back({std::move(error), folder, std::move(lastFile)});
 }
 
-void TreeWalk::MarkUnknownEntries(Side side, Level& level) {
-    const FolderListing& listing = level.listing[side];
+void TreeWalk::MarkUnknownEntries(Side side, const Level& level) {
+    for (const FolderListing::Entry& entry : level.listing[side].Unknown())
+        MarkUnknownEntry(side, level, entry);
+}
+
+void TreeWalk::MarkUnknownEntry(Side side, const Level& level, const FolderListing::Entry& entry) {
+    if (level.mode == Mode::AsideSize) return;
     std::string path;
-    for (const FolderListing::Entry& entry : listing.Unknown()) {
-        listing.PathOf(entry, path);
-        const std::string full = FullPath(side, path);
-        if (level.mode == Mode::AsideSize) continue;
-        outcome_.complete = false;
-        context_.compare.ErrorsDuringCompare = true;
-        (void)context_.tools.log.Append({"File Name: " + full, "Process: Examining the folder",
-                                         "Error: What this is could not be found out. It is left out on both "
-                                         "sides."});
-        diffs_->AddUnknownPlace({side, path});
-    }
+    level.listing[side].PathOf(entry, path);
+    outcome_.complete = false;
+    context_.compare.ErrorsDuringCompare = true;
+    (void)context_.tools.log.Append(
+        {"File Name: " + FullPath(side, path), "Process: Examining the folder",
+         "Error: What this is could not be found out. It is left out on both sides."});
+    diffs_->AddUnknownPlace({side, path});
 }
 
 std::string TreeWalk::FullPath(Side side, std::string_view below) const {

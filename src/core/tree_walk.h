@@ -62,6 +62,7 @@ class TreeWalk {
     struct Item {
         PerSide<Range> at;  // positions in the listings; empty on a side that lacks the key
         bool isFolder = false;
+        bool IsEmpty() const { return at[Side::Left].IsEmpty() && at[Side::Right].IsEmpty(); }
         bool IsPair() const { return !at[Side::Left].IsEmpty() && !at[Side::Right].IsEmpty(); }
     };
     struct Level {
@@ -85,12 +86,17 @@ class TreeWalk {
     Error Reopen(Side side, FolderListing::Source& source) const;
     bool IsUnknown(const Level& level, const Item& item) const;
     void Announce(Level& level);
+    static bool IsLooked(const Level& level, const Item& item, Side side);
+    static bool OpenFile(Level& level, const Item& item, Side side, ReadFile& file);
+    bool LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file);
+    void LookAtFiles(Level& level, Item& item);
     PerSide<ScannedFile> FilesOf(const Level& level, const Item& item) const;
     std::string FilePath(const Level& level, const Item& item, Side side) const;
     void CompareFiles(Level& level, const Item& item);
     void NoteTwins(Side side, const FolderListing& listing, const Range& range);
     void MarkUnlisted(Side side, Mode mode, const std::string& path, Error error, std::string lastFile);
-    void MarkUnknownEntries(Side side, Level& level);
+    void MarkUnknownEntries(Side side, const Level& level);
+    void MarkUnknownEntry(Side side, const Level& level, const FolderListing::Entry& entry);
     std::string FullPath(Side side, std::string_view below) const;
 
     const ComparisonContext& context_;

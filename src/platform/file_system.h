@@ -58,11 +58,17 @@ struct FolderEntry {
     // It stands in the folder, but the system would not tell what it is or leads to. A link that leads
     // nowhere is not unknown. The kind is Other.
     bool unknown = false;
+    // False: only the name, the kind File and, of the attributes, kHidden are known yet.
+    bool looked = true;
     std::uint8_t attributes = 0;
     std::uint64_t size = 0;
     FileTime lastWrite;
     FileId id;
 };
+
+// What a listing asks the system about: each entry, or only those that the folder itself does not show to be
+// regular files. Where hidden and system are told by the files themselves each is asked about all the same.
+enum class Looks : std::uint8_t { AtAll, NotAtFiles };
 
 // Called for each entry but "." and ".."; false stops the listing, which is no error.
 using EntrySink = std::function<bool(const FolderEntry&)>;
@@ -88,7 +94,10 @@ class OpenFolder {
     // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
     // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
     // out; one that cannot be looked at is handed out as unknown.
-    Error ForEach(const EntrySink& sink);
+    Error ForEach(const EntrySink& sink, Looks looks = Looks::AtAll);
+    // Looks at the entry `name` as ForEach does and fills all of `entry` but its name. False where it is
+    // gone.
+    bool LookAt(std::string_view name, FolderEntry& entry) const;
     // Opens the sub-folder `name`, following a link.
     Error OpenSub(std::string_view name, OpenFolder& out) const;
     // Opens the file `name` for reading, following a link: one that a listing has just shown to be a regular
@@ -118,7 +127,8 @@ class ReadFile {
     ~ReadFile();
 
     bool IsOpen() const { return fd_ >= 0; }
-    std::uint64_t Size() const { return size_; }  // as it was when opened
+    std::uint64_t Size() const { return size_; }  // as it was when opened, and so is the time
+    FileTime LastWrite() const { return lastWrite_; }
     // Reads up to `size` bytes at `offset`, going on after short reads; `got` is less than `size` only at the
     // file's end.
     Error ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std::size_t& got);
@@ -128,11 +138,32 @@ class ReadFile {
   private:
     friend class FileSystem;
     friend class OpenFolder;
+    friend class FileCloser;
     static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
 
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
     std::uint64_t size_ = 0;
+    FileTime lastWrite_;
+};
+
+// Closes many files with few calls: they stay open until there are kMost of them, or until the object goes.
+class FileCloser {
+  public:
+    static constexpr std::size_t kMost = 64;
+
+    FileCloser() = default;
+    ~FileCloser() { CloseAll(); }
+    FileCloser(const FileCloser&) = delete;
+    FileCloser& operator=(const FileCloser&) = delete;
+
+    // Nothing happens with a file that is not open. All files must be of one FileSystem.
+    void Take(ReadFile file);
+    void CloseAll();
+
+  private:
+    SystemCalls* calls_ = nullptr;
+    std::vector<int> fds_;
 };
 
 // The files and folders of this machine. All paths are absolute and in the engine's form; a trailing "/" is

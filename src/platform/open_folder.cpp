@@ -108,7 +108,12 @@ OpenFolder::~OpenFolder() {
     if (fd_ >= 0) calls_->Close(fd_);
 }
 
-Error OpenFolder::ForEach(const EntrySink& sink) {
+bool OpenFolder::LookAt(std::string_view name, FolderEntry& entry) const {
+    return vantrel::LookAt(*calls_, fd_, NameToSystem(name).c_str(), DT_UNKNOWN, dosAttributes_, entry) ==
+           Look::Seen;
+}
+
+Error OpenFolder::ForEach(const EntrySink& sink, Looks looks) {
     if (listed_) {
         if (const off_t result = calls_->Seek(fd_, 0, SEEK_SET); result < 0)
             return Error::FromErrnoOfFolder(static_cast<int>(-result), {});
@@ -124,8 +129,15 @@ Error OpenFolder::ForEach(const EntrySink& sink) {
             at += found->d_reclen;
             if (IsDotOrDotDot(found->d_name) || IsTemporaryCopyName(found->d_name)) continue;
             FolderEntry entry;
-            if (LookAt(*calls_, fd_, found->d_name, found->d_type, dosAttributes_, entry) == Look::Gone)
+            if (looks == Looks::NotAtFiles && found->d_type == DT_REG &&
+                dosAttributes_ == DosAttributeSource::None) {
+                entry.kind = EntryKind::File;
+                entry.looked = false;
+                if (found->d_name[0] == '.') entry.attributes = kHidden;
+            } else if (vantrel::LookAt(*calls_, fd_, found->d_name, found->d_type, dosAttributes_, entry) ==
+                       Look::Gone) {
                 continue;
+            }
             if (!HandOut(sink, found->d_name, entry)) return {};
         }
     }

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/entry_info.h"
 #include "platform/file_system.h"
 #include "platform/located_path.h"
 #include "platform/names.h"
@@ -28,6 +29,7 @@ ReadFile& ReadFile::operator=(ReadFile&& other) noexcept {
     std::swap(calls_, other.calls_);
     std::swap(fd_, other.fd_);
     std::swap(size_, other.size_);
+    std::swap(lastWrite_, other.lastWrite_);
     return *this;
 }
 
@@ -66,12 +68,35 @@ int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, bool lookFi
     opened.calls_ = &calls;
     opened.fd_ = calls.OpenAt(base, path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
     if (opened.fd_ < 0) return opened.fd_;
-    result = calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE, found);
+    result = calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE | STATX_MTIME, found);
     if (result == 0) result = RefuseUnlessRegular(found);
     if (result != 0) return result;
     opened.size_ = found.stx_size;
+    opened.lastWrite_ = TimeOf(found.stx_mtime);
     out = std::move(opened);
     return 0;
+}
+
+void FileCloser::Take(ReadFile file) {
+    if (!file.IsOpen()) return;
+    calls_ = file.calls_;
+    fds_.reserve(kMost);
+    fds_.push_back(std::exchange(file.fd_, -1));
+    if (fds_.size() >= kMost) CloseAll();
+}
+
+void FileCloser::CloseAll() {
+    std::sort(fds_.begin(), fds_.end());
+    for (auto first = fds_.begin(); first != fds_.end();) {
+        // Numbers without a gap: between them nothing else can be open.
+        auto last = first;
+        while (last + 1 != fds_.end() && *(last + 1) == *last + 1) ++last;
+        const bool single = first == last;
+        if (single || calls_->CloseRange(*first, *last) != 0)
+            for (auto fd = first; fd <= last; ++fd) calls_->Close(*fd);
+        first = last + 1;
+    }
+    fds_.clear();
 }
 
 Error FileSystem::OpenForReading(std::string_view file, ReadFile& out) const {

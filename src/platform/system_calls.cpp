@@ -32,6 +32,10 @@ int SystemCalls::Close(int fd) {
     return close(fd) == 0 || errno == EINTR ? 0 : -errno;
 }
 
+int SystemCalls::CloseRange(int first, int last) {
+    return close_range(static_cast<unsigned>(first), static_cast<unsigned>(last), 0) == 0 ? 0 : -errno;
+}
+
 ssize_t SystemCalls::Read(int fd, void* buffer, std::size_t size) {
     return Retried([=] { return read(fd, buffer, size); });
 }

@@ -20,6 +20,8 @@ class SystemCalls {
 
     virtual int OpenAt(int folder, const char* path, int flags, mode_t mode);
     virtual int Close(int fd);
+    // All descriptors from `first` to `last`. Where it fails none has been closed.
+    virtual int CloseRange(int first, int last);
     virtual ssize_t Read(int fd, void* buffer, std::size_t size);
     virtual ssize_t PRead(int fd, void* buffer, std::size_t size, off_t offset);
     virtual ssize_t Write(int fd, const void* buffer, std::size_t size);

@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
+#include <functional>
 #include <set>
 
 #include "core/comparison_support.h"
@@ -225,6 +228,61 @@ TEST(ComparisonFaults, AnUnknownEntryIsLeftOutOnBothSides) {
         // "Y/z" is alone only where it is known that the left side has no folder of that name.
         EXPECT_EQ(bench.Records().size(), name == "x" ? 1U : 0U) << name;
         EXPECT_EQ(bench.Rows().size(), name == "y" ? 2U : 1U) << name;
+    }
+}
+
+// By contents a file is looked at when it is opened: what became of it since the folder was listed counts.
+TEST(ComparisonFaults, FilesThatChangeBetweenListingAndOpening) {
+    struct Case {
+        const char* what;
+        std::function<void(const std::string& path)> change;
+        std::vector<std::string> types;  // of "y" on the left and on the right, where there is a record
+        bool incomplete;
+    };
+    const Case cases[] = {
+        {"nothing", [](const std::string&) {}, {}, false},
+        {"gone", [](const std::string& path) { std::filesystem::remove(path); }, {"Orphan"}, false},
+        {"a FIFO",
+         [](const std::string& path) {
+             std::filesystem::remove(path);
+             ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+         },
+         {},
+         true},
+        {"a folder",
+         [](const std::string& path) {
+             std::filesystem::remove(path);
+             std::filesystem::create_directory(path);
+         },
+         {},
+         true},
+        {"longer",
+         [](const std::string& path) { std::filesystem::resize_file(path, 7); },
+         {"Newer", "Older"},
+         false},
+    };
+    for (const Case& each : cases) {
+        for (const Side changed : kBothSides) {
+            SCOPED_TRACE(each.what);
+            FaultySystemCalls calls;
+            ComparisonBench bench(calls);
+            for (const Side side : kBothSides)
+                for (const char* name : {"sub/x", "sub/y", "sub/z"}) bench.Write(side, name, "12");
+            bench.compare.CompareMethod = CompareMethod::Contents;
+            std::size_t opened = 0;
+            calls.before = [&](const FaultySystemCalls::Record& record) {
+                if (record.call != Call::Open || record.path != "y") return;
+                if (opened++ == Index(changed))
+                    each.change(bench.folder / (ComparisonBench::NameOf(changed) + "/sub/y"));
+            };
+            ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+            calls.before = nullptr;
+            const std::vector<std::string> records = bench.Records();
+            EXPECT_EQ(records.size(), each.types.empty() ? 0U : 1U);
+            for (const std::string& type : each.types) EXPECT_THAT(records.at(0), HasSubstr("|" + type));
+            EXPECT_EQ(bench.compare.ErrorsDuringCompare, each.incomplete);
+            EXPECT_EQ(bench.Rows().at(0).find("incomplete") != std::string::npos, each.incomplete);
+        }
     }
 }
 

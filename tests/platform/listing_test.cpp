@@ -176,6 +176,67 @@ TEST_F(ListingTest, WhatVanishesIsLeftOutAndWhatCannotBeLookedAtIsUnknown) {
     EXPECT_EQ(1U, handedOut);
 }
 
+TEST_F(ListingTest, FilesAreNotLookedAtWhereTheirKindIsEnough) {
+    folder.Write(".file", "123", 1'000'000'000);
+    folder.Write("sub/inner", "");
+    ASSERT_EQ(0, symlink(".file", (folder / "link").c_str()));
+    OpenFolder open;
+    ASSERT_TRUE(files.Open(folder.Path(), open).IsOk());
+    calls.ResetCount();
+    std::set<std::string> unlooked;
+    const auto sink = [&](const FolderEntry& entry) {
+        if (!entry.looked) {
+            unlooked.insert(std::string(entry.name));
+            EXPECT_EQ(EntryKind::File, entry.kind);
+            EXPECT_EQ(kHidden, entry.attributes);
+        }
+        return true;
+    };
+    ASSERT_TRUE(open.ForEach(sink, Looks::NotAtFiles).IsOk());
+    EXPECT_EQ(std::set<std::string>{".file"}, unlooked);
+    EXPECT_EQ(2U, calls.Count(Call::Statx));
+
+    FolderEntry entry;
+    ASSERT_TRUE(open.LookAt(".file", entry));
+    EXPECT_TRUE(entry.looked);
+    EXPECT_EQ(3U, entry.size);
+    EXPECT_EQ(FileTime::FromUnix(1'000'000'000, 0), entry.lastWrite);
+    EXPECT_FALSE(open.LookAt("gone", entry));
+}
+
+TEST_F(ListingTest, ManyFilesAreClosedAtOnceAndNoOthers) {
+    for (const int failure : {0, ENOSYS}) {
+        calls.FailAll(Call::CloseRange, failure);
+        std::vector<int> numbers;
+        for (int round = 0; round < 2; ++round) {
+            // Each round takes the numbers that the one before has given back.
+            FileCloser closer;
+            ReadFile kept;
+            std::size_t opened = 0;
+            for (; opened < 10; ++opened) {
+                ReadFile file;
+                folder.Write("f", "x");
+                ASSERT_TRUE(files.OpenForReading(folder / "f", file).IsOk());
+                if (opened == 5)
+                    kept = std::move(file);
+                else
+                    closer.Take(std::move(file));
+            }
+            calls.ResetCount();
+            closer.CloseAll();
+            EXPECT_EQ(2U, calls.Count(Call::CloseRange));
+            EXPECT_EQ(failure == 0 ? 0U : 9U, calls.Count(Call::Close));
+            char byte = 0;
+            std::size_t got = 0;
+            EXPECT_TRUE(kept.ReadAt(0, &byte, 1, got).IsOk());
+            const int next = dup(STDOUT_FILENO);
+            numbers.push_back(next);
+            close(next);
+        }
+        EXPECT_EQ(numbers.front(), numbers.back());
+    }
+}
+
 TEST_F(ListingTest, TheFolderStaysTheSameWhateverHappensToItsPath) {
     folder.Write("sub/inner/file", "x");
     OpenFolder sub, inner;

@@ -51,6 +51,11 @@ int FaultySystemCalls::Close(int fd) {
     return failure != 0 ? failure : result;
 }
 
+int FaultySystemCalls::CloseRange(int first, int last) {
+    const int failure = Next(Call::CloseRange, nullptr);
+    return failure != 0 ? failure : SystemCalls::CloseRange(first, last);
+}
+
 ssize_t FaultySystemCalls::Read(int fd, void* buffer, std::size_t size) {
     const int failure = Next(Call::Read, nullptr);
     return failure != 0 ? failure : SystemCalls::Read(fd, buffer, Limited(size, readLimit));

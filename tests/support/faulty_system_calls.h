@@ -14,6 +14,7 @@ namespace vantrel::testing {
 enum class Call {
     Open,
     Close,
+    CloseRange,
     Read,
     PRead,
     Write,
@@ -81,6 +82,7 @@ class FaultySystemCalls : public SystemCalls {
 
     int OpenAt(int folder, const char* path, int flags, mode_t mode) override;
     int Close(int fd) override;
+    int CloseRange(int first, int last) override;
     ssize_t Read(int fd, void* buffer, std::size_t size) override;
     ssize_t PRead(int fd, void* buffer, std::size_t size, off_t offset) override;
     ssize_t Write(int fd, const void* buffer, std::size_t size) override;
