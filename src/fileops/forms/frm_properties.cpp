@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "fileops/tree_size.h"
 #include "platform/forms/qt_text.h"
@@ -37,6 +38,19 @@ QLabel* Value(const QString& text) {
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setWordWrap(true);
     return label;
+}
+
+// Label columns of equal width, as of one form.
+void AlignLabels(const QList<QFormLayout*>& forms) {
+    QWidgetList labels;
+    int width = 0;
+    for (const QFormLayout* form : forms)
+        for (int row = 0; row < form->rowCount(); ++row)
+            if (const QLayoutItem* item = form->itemAt(row, QFormLayout::LabelRole)) {
+                labels.append(item->widget());
+                width = std::max(width, item->widget()->sizeHint().width());
+            }
+    for (QWidget* label : labels) label->setMinimumWidth(width);
 }
 
 }  // namespace
@@ -111,6 +125,8 @@ void frmProperties::ShowForm(const std::string& path) {
 void frmProperties::Fill() {
     setWindowTitle(tr("%1 Properties").arg(DisplayQString(properties_.name)));
     txtName->setText(DisplayQString(properties_.name));
+    txtName->setCursorPosition(0);
+    cmdOK->setFocus();
     lblType->setText(TypeText(properties_));
     lblLocation->setText(DisplayQString(properties_.folder));
     lblSize->setText(tr("Counting..."));
@@ -119,6 +135,7 @@ void frmProperties::Fill() {
     times_->addRow(tr("Modified:"), Value(ToQString(properties_.modified)));
     times_->addRow(tr("Accessed:"), Value(ToQString(properties_.accessed)));
     times_->addRow(tr("Owner:"), Value(DisplayQString(properties_.owner + " (" + properties_.group + ")")));
+    AlignLabels(findChildren<QFormLayout*>());
     for (std::size_t i = 0; i < chkPermissions.size(); ++i) {
         chkPermissions[i]->setChecked((properties_.mode & (0400U >> i)) != 0);
         chkPermissions[i]->setEnabled(!properties_.isLink);

@@ -42,12 +42,14 @@ Look LookOf(ShellOperation operation) {
     return {"", ""};
 }
 
-// Bytes tell more than objects where there are any.
+double PartOf(std::uint64_t done, std::uint64_t all) {
+    return all > 0 ? std::min(static_cast<double>(done) / static_cast<double>(all), 1.0) : 1.0;
+}
+
+// The lesser part of the two: neither one large file nor thousands of empty ones shall look like the end.
 int BarValue(ShellProgress::Totals done, ShellProgress::Totals totals) {
-    const bool byBytes = totals.bytes > 0;
-    const double all = static_cast<double>(byBytes ? totals.bytes : totals.objects);
-    const double part = static_cast<double>(byBytes ? done.bytes : done.objects);
-    return all > 0 ? static_cast<int>(std::min(part / all, 1.0) * kBarSteps) : 0;
+    const double part = std::min(PartOf(done.bytes, totals.bytes), PartOf(done.objects, totals.objects));
+    return static_cast<int>(part * kBarSteps);
 }
 
 QString Elided(const QLabel* label, const std::string& path) {

@@ -72,9 +72,12 @@ void frmSyncLog::FillList() {
     }
     lvwSyncHistory_->addTopLevelItems(items);
     const int digit = fontMetrics().horizontalAdvance(QStringLiteral("0"));
-    const int widths[] = {24 * digit, 28 * digit, 28 * digit, 20 * digit};
-    for (int column = 0; column < 4; ++column)
-        lvwSyncHistory_->header()->resizeSection(column, widths[column]);
+    QHeaderView* header = lvwSyncHistory_->header();
+    header->setStretchLastSection(false);
+    header->resizeSection(0, 22 * digit);
+    header->resizeSection(3, 24 * digit);
+    // The paths share what is left.
+    for (const int column : {1, 2}) header->setSectionResizeMode(column, QHeaderView::Stretch);
 }
 
 bool frmSyncLog::ValidateEntries() {

@@ -47,13 +47,13 @@ TEST(ShellProgressWindow, AppearsAfterHalfASecondAndCancels) {
     ASSERT_NE(nullptr, window);
     EXPECT_TRUE(window->isVisible() && window->isModal());
     EXPECT_EQ(QStringLiteral("/left/a"), window->lblFileName->text());
-    EXPECT_EQ(250, window->prgProgress->value());
+    EXPECT_EQ(100, window->prgProgress->value());
     progress.Advance({2, 2000});
     EXPECT_FALSE(progress.CancelAsked());
-    EXPECT_EQ(250, window->prgProgress->value());  // painted at its own pace
+    EXPECT_EQ(100, window->prgProgress->value());  // painted at its own pace
     clock.ticks += 50;
     EXPECT_FALSE(progress.CancelAsked());
-    EXPECT_EQ(500, window->prgProgress->value());
+    EXPECT_EQ(200, window->prgProgress->value());
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_TRUE(progress.CancelAsked());
     EXPECT_TRUE(window->isVisible());
