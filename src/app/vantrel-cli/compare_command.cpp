@@ -59,8 +59,8 @@ int Compare(const CompareRequest& request, const PerSide<std::string_view>& oper
     ConsoleHost host(engine.Tools(), results, paths);
     ConsoleLoop::CatchSignals();
     FolderComparison comparison(engine.Tools(), compare, host, engine.Progress(), results);
-    // The endings that the user would see and hear are asked for because of the one of errors.
-    const CompareOutcome outcome = comparison.CompareDirs(true, false);
+    const CompareOutcome outcome = comparison.CompareDirs(false, false);
+    if (compare.ErrorsDuringCompare) host.ShowErrorLog();
     const bool cancelled = engine.Tools().loop.CancelRequested();
     ConsoleLoop::LeaveSignals();
 
