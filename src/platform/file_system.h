@@ -90,10 +90,10 @@ class OpenFolder {
 
     FileId Id() const { return id_; }
     bool IsOpen() const { return fd_ >= 0; }
-    // What a killed copy has left under a temporary name of ours is left out: none of it is a whole file.
     // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
     // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
-    // out; one that cannot be looked at is handed out as unknown.
+    // out; one that cannot be looked at is handed out as unknown. What a killed copy has left under a
+    // temporary name of ours is left out: none of it is a whole file.
     Error ForEach(const EntrySink& sink, Looks looks = Looks::AtAll);
     // Looks at the entry `name` as ForEach does and fills all of `entry` but its name. False where it is
     // gone.

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "platform/forms/ordinary_pointer.h"
 #include "platform/forms/qt_text.h"
 #include "platform/paths.h"
 
@@ -54,6 +55,7 @@ OverwriteAnswer QtShellQuestions::AskOverwrite(const Overwrite& question) {
     const QPushButton* no = box.addButton(QMessageBox::No);
     box.setEscapeButton(box.addButton(QMessageBox::Cancel));
     box.setDefaultButton(QMessageBox::No);
+    const OrdinaryPointer pointer;
     box.exec();
     if (box.clickedButton() == yes) return OverwriteAnswer::Yes;
     if (box.clickedButton() == all) return OverwriteAnswer::YesToAll;
@@ -71,6 +73,7 @@ ErrorAnswer QtShellQuestions::AskAboutError(const Trouble& trouble) {
     const QPushButton* retry = box.addButton(QMessageBox::Retry);
     const QPushButton* skip = box.addButton(QStringLiteral("&Skip"), QMessageBox::AcceptRole);
     box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    const OrdinaryPointer pointer;
     box.exec();
     if (box.clickedButton() == retry) return ErrorAnswer::Retry;
     return box.clickedButton() == skip ? ErrorAnswer::Skip : ErrorAnswer::Cancel;

@@ -12,26 +12,11 @@
 #include <ctime>
 #include <utility>
 
+#include "platform/forms/ordinary_pointer.h"
 #include "platform/forms/qt_text.h"
 
 namespace vantrel {
 namespace {
-
-// A job may have set the busy pointer; a dialog waits for the user, not the user for the program.
-class OrdinaryPointer {
-  public:
-    OrdinaryPointer() : needed_(QGuiApplication::overrideCursor() != nullptr) {
-        if (needed_) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-    }
-    ~OrdinaryPointer() {
-        if (needed_) QGuiApplication::restoreOverrideCursor();
-    }
-    OrdinaryPointer(const OrdinaryPointer&) = delete;
-    OrdinaryPointer& operator=(const OrdinaryPointer&) = delete;
-
-  private:
-    bool needed_;
-};
 
 constexpr std::pair<MessageAnswer, QMessageBox::StandardButton> kAnswers[] = {
     {MessageAnswer::Ok, QMessageBox::Ok},       {MessageAnswer::Cancel, QMessageBox::Cancel},
