@@ -5,7 +5,7 @@
 namespace vantrel {
 namespace {
 
-using enum SyncAction;
+using enum Options::Action;
 using Cells = std::array<SyncAction, kSyncCellCount>;  // New, Old, Orphan, Binary
 
 struct PredefinedTable {

@@ -5,27 +5,19 @@
 #include <string_view>
 
 #include "core/result_row.h"
+#include "settings/options.h"
 
 namespace vantrel {
 
 // What is done to an object of one result type on one side. Replace is a passive mark: a synchronisation acts
 // on Copy and Delete only, and a Replace comes true through the Copy on the other side.
-enum class SyncAction : std::int32_t { Leave = 0, Copy = 1, Replace = 2, Delete = 3 };
+using SyncAction = Options::Action;
 
 // The columns of the action table. Orphan serves orphan files and orphan folders.
 enum class SyncCell : std::uint8_t { New = 0, Old = 1, Orphan = 2, Binary = 3 };
 inline constexpr int kSyncCellCount = 4;
 
-enum class SyncMethod : std::int32_t {
-    MakeRightSameAsLeft = 0,
-    MakeLeftSameAsRight = 1,
-    ReplaceOlderCopyOrphans = 2,
-    Custom = 3,
-    AddOrphansToLeft = 4,
-    AddOrphansToRight = 5,
-    ReplaceOlderOnLeft = 6,
-    ReplaceOlderOnRight = 7,
-};
+using SyncMethod = Options::SyncMethod;
 inline constexpr int kSyncMethodCount = 8;
 
 // One synchronisation method as the program shows it, by method code.

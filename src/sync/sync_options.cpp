@@ -23,16 +23,14 @@ constexpr CellField kCells[] = {
 }  // namespace
 
 void ApplyOptions(const Options& options, CSyncSettings& settings) {
-    settings.LoadSyncMethod(static_cast<SyncMethod>(options.syncMethod));
-    for (const CellField& field : kCells)
-        settings.SetAction(field.side, field.cell, static_cast<SyncAction>(options.*field.member));
+    settings.LoadSyncMethod(options.syncMethod);
+    for (const CellField& field : kCells) settings.SetAction(field.side, field.cell, options.*field.member);
 }
 
 void CollectOptions(const CSyncSettings& settings, Options& options) {
     if (settings.SyncMethod() >= 0 && settings.SyncMethod() < kSyncMethodCount)
-        options.syncMethod = static_cast<Options::SyncMethod>(settings.SyncMethod());
-    for (const CellField& field : kCells)
-        options.*field.member = static_cast<Options::Action>(settings.Action(field.side, field.cell));
+        options.syncMethod = static_cast<SyncMethod>(settings.SyncMethod());
+    for (const CellField& field : kCells) options.*field.member = settings.Action(field.side, field.cell);
 }
 
 }  // namespace vantrel
