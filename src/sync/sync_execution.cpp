@@ -95,7 +95,11 @@ class Execution {
     void SubFolders() {
         for (const SyncPlan::SubFolder& folder : plan_.subFolders) {
             tools_.loop.Yield();
-            tools_.reporter.Guard("modVantrel.SyncSubFolder", [&] { SyncSubFolder(folder); });
+            // Where the next folder's outcomes begin, however this one ends.
+            const std::size_t next = position_ + ActionCount(folder);
+            if (!tools_.reporter.Guard("modVantrel.SyncSubFolder", [&] { SyncSubFolder(folder); }))
+                report_.cancelled = true;
+            position_ = next;
         }
         // The copies above become safe on the disk here, and count as done only now.
         if (const Error error = wrappers_.Shell().SyncCopies(); !error.IsOk()) {
@@ -105,6 +109,12 @@ class Execution {
             }
             tools_.reporter.ReportError("modVantrel.SyncSubFolders", error);
         }
+    }
+
+    static std::size_t ActionCount(const SyncPlan::SubFolder& folder) {
+        std::size_t count = 0;
+        for (Side side : kBothSides) count += folder.deletes[side].size() + folder.copies[side].size();
+        return count;
     }
 
     void SyncSubFolder(const SyncPlan::SubFolder& folder) {

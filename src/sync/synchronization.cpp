@@ -32,13 +32,19 @@ std::optional<SyncReport> Synchronization::Run(bool showConfirmation, bool noSou
 
     SelectedTexts selected;
     if (SyncSelectedOnly) selected = host_.SelectedObjects().value_or(std::unordered_set<std::string>());
-    plan_ = GetListOfFilesAffectedBySync(host_.Results(), settings_, selected);
+    if (!tools_.reporter.Guard("modVantrel.GetListOfFilesAffectedBySync()", [&] {
+            plan_ = GetListOfFilesAffectedBySync(host_.Results(), settings_, selected);
+        }))
+        return std::nullopt;
     if (showConfirmation && !host_.ShowConfirmSync(plan_)) return std::nullopt;
     tools_.loop.Yield();
     if (!SpaceSufficesOrUserGoesOn(tools_, plan_, "frmMain.EnoughSpaceForSync")) return std::nullopt;
 
     host_.SetBusyPointer(true);
-    SyncReport report = CarryOutSync(plan_, tools_, wrappers_);
+    SyncReport report;
+    if (!tools_.reporter.Guard("frmMain.AutoSync()",
+                               [&] { report = CarryOutSync(plan_, tools_, wrappers_); }))
+        report.cancelled = true;
     host_.SetBusyPointer(false);
 
     // What was done is done: a record that cannot be written is told, and the panes are refreshed all the

@@ -167,6 +167,42 @@ TEST(Synchronization, WhatAKilledCopyLeftIsNeverTakenForAFile) {
     EXPECT_EQ(1U, ReadTree(world.Folder(Side::Right)).size());
 }
 
+// The real service, but that one file throws its error instead of giving it.
+class ThrowingShell : public ShellOperations {
+  public:
+    explicit ThrowingShell(ShellOperations& real) : real_(real) {}
+    ShellResult Run(const ShellRequest& request) override { return real_.Run(request); }
+    Error CopyOneFile(std::string_view from, std::string_view to) override {
+        if (from.ends_with("/one/a")) throw ErrorException(Error(ErrorNumber::DeviceIo, "Device I/O error"));
+        return real_.CopyOneFile(from, to);
+    }
+    Error SyncCopies() override { return real_.SyncCopies(); }
+    Error DeleteOneFile(std::string_view path) override { return real_.DeleteOneFile(path); }
+
+  private:
+    ShellOperations& real_;
+};
+
+TEST(Synchronization, AFolderThatBreaksOffLeavesTheOutcomesOfTheNextOneRight) {
+    SyncWorld world;
+    for (const char* name : {"one/a", "one/b", "two/c"})
+        world.tools.folder.Write(std::string("left/") + name, name);
+    for (const char* name : {"right/one", "right/two"}) world.tools.folder.MakeFolder(name);
+    world.settings.SetSyncMethod(SyncMethod::AddOrphansToRight);
+    world.Compare();
+    ThrowingShell shell(world.shell);
+    ShellWrappers wrappers(shell, world.tools.messages);
+    const SyncPlan plan = GetListOfFilesAffectedBySync(world.results, world.settings, {});
+    const SyncReport report = CarryOutSync(plan, world.tools.Get(), wrappers);
+    ASSERT_EQ(3U, report.actions.size());
+    EXPECT_EQ(ItemOutcome::NotReached, report.actions[0].outcome);
+    EXPECT_EQ(ItemOutcome::NotReached, report.actions[1].outcome);
+    EXPECT_EQ(ItemOutcome::Done, report.actions[2].outcome);
+    EXPECT_TRUE(report.cancelled);
+    EXPECT_TRUE(world.tools.folder.Exists("right/two/c"));
+    EXPECT_EQ(1U, world.tools.messages.shown.size());
+}
+
 TEST(Synchronization, LowSpaceIsAskedAboutAndCancelDoesNothing) {
     SyncWorld world;
     MakeSmallPair(world);
