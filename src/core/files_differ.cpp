@@ -40,6 +40,17 @@ int RoundedPercentage(std::uint64_t part, std::uint64_t whole) {
     return static_cast<int>(percentage + (up ? 1 : 0));
 }
 
+// What to show when a piece that ends at `pieceEnd` is read of a file of `size` bytes: from 0 to 100, or -1
+// for nothing. It tells the end of the last whole chunk that the piece has a part in, the file's own end left
+// out.
+int PercentageAt(std::uint64_t pieceEnd, std::uint64_t size, std::uint64_t chunk, bool showsLastPiece) {
+    std::uint64_t end = (pieceEnd - 1) / chunk * chunk + chunk;
+    if (end >= size) end -= chunk;
+    const bool inTail = pieceEnd == size && size % chunk != 0;
+    if (inTail && showsLastPiece) end = size;
+    return end == 0 ? -1 : RoundedPercentage(end, size);
+}
+
 }  // namespace
 
 struct ContentComparator::Pair {
@@ -199,14 +210,8 @@ bool ContentComparator::Run::BytesDiffer() {
 
 void ContentComparator::Run::ShowPercentage(std::uint64_t blockEnd) {
     const auto size = static_cast<std::uint64_t>(size_);
-    // The end of the last whole chunk that this block has a part in, the file's own end left out.
-    std::uint64_t end = ChunkStart(blockEnd - 1) + chunk_;
-    if (end >= size) end -= chunk_;
-    const bool inTail = blockEnd == size && size % chunk_ != 0;
-    if (inTail && progress_.ShowsLastPiece()) end = size;
-    if (end == 0) return;
-    const int percentage = RoundedPercentage(end, size);
-    if (percentage == percentage_) return;
+    const int percentage = PercentageAt(blockEnd, size, chunk_, progress_.ShowsLastPiece());
+    if (percentage < 0 || percentage == percentage_) return;
     percentage_ = percentage;
     progress_.SetPercentage(percentage, shown_);
 }
@@ -288,6 +293,7 @@ ContentComparator::~ContentComparator() = default;
 
 bool ContentComparator::FilesDiffer(std::string_view leftPath, std::string_view rightPath,
                                     CompareMethod method, Currency size, ContentProgress& progress) {
+    LookWhetherReadingWaits();
     std::unique_ptr<Pair> pair = TakeAnnounced(leftPath, rightPath);
     if (!pair) pair.reset(new Pair{{{std::string(leftPath), std::string(rightPath)}}, {}});
     Run run(*this, *pair, method, size.Whole(), progress);
@@ -304,6 +310,22 @@ bool ContentComparator::FilesDiffer(std::string_view leftPath, std::string_view 
         Log(run, Error(ErrorNumber::OutOfStringSpace, "Out of memory"));
     }
     return DifferBySizeAndDate(*pair);
+}
+
+bool ContentComparator::AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown,
+                                       ContentProgress& progress, std::uint64_t& size) {
+    LookWhetherReadingWaits();
+    buffers_->Provide(kLeastReadUnit);
+    PerSide<std::size_t> got;
+    for (const Side side : kBothSides)
+        if (!files[side].ReadWhole((*buffers_)[side], kLeastReadUnit, got[side])) return false;
+    if (got[Side::Left] != got[Side::Right]) return false;
+    size = got[Side::Left];
+    if (std::memcmp((*buffers_)[Side::Left], (*buffers_)[Side::Right], size) != 0) return false;
+    const auto chunk = static_cast<std::uint64_t>(std::max(compare_.ChunkSize, 1));
+    const int percentage = PercentageAt(size, size, chunk, progress.ShowsLastPiece());
+    if (percentage >= 0) progress.SetPercentage(percentage, shown);
+    return true;
 }
 
 void ContentComparator::Log(const Run& run, const Error& error) {
@@ -335,7 +357,7 @@ bool ContentComparator::DifferBySizeAndDate(const Pair& pair) const {
 }
 
 bool ContentComparator::Announce(std::string_view leftPath, std::string_view rightPath) {
-    if (announced_.size() >= kAnnouncedPairs) return false;
+    if (!WantsAnnouncements()) return false;
     PerSide<ReadFile> files;
     // A file that cannot be opened now is tried again, and its error told, when the pair is asked for.
     (void)tools_.files.OpenScannedFile(leftPath, files[Side::Left]);
@@ -345,11 +367,10 @@ bool ContentComparator::Announce(std::string_view leftPath, std::string_view rig
 
 bool ContentComparator::Announce(std::string_view leftPath, std::string_view rightPath,
                                  PerSide<ReadFile> files) {
-    if (announced_.size() >= kAnnouncedPairs) return false;
+    if (!WantsAnnouncements()) return false;
     auto pair = std::make_unique<Pair>();
     pair->paths = {{std::string(leftPath), std::string(rightPath)}};
     pair->files = std::move(files);
-    LookWhetherReadingWaits();
     if (readingWaits_) {
         for (const Side side : kBothSides) {
             ReadFile& file = pair->files[side];
@@ -360,16 +381,18 @@ bool ContentComparator::Announce(std::string_view leftPath, std::string_view rig
     return true;
 }
 
-// Where pairs go by quickly their files are in memory, and telling the kernel of them would only cost time.
+// Where pairs go by quickly their files are in memory, and telling the kernel of them would only cost time. A
+// pair in memory takes some 10 microseconds, one that was announced and came from a disk five times that.
 void ContentComparator::LookWhetherReadingWaits() {
-    // A pair in memory takes some 10 microseconds, one that was announced and came from a disk five times
-    // that.
-    constexpr std::uint32_t kPairsBetweenLooks = 256;
+    constexpr std::uint32_t kPairsToBeQuick = 256;
     constexpr std::uint32_t kQuickMilliseconds = 6;
-    if (pairsSinceLook_++ % kPairsBetweenLooks != 0) return;
     const std::uint32_t now = tools_.clock.GetTickCount();
-    if (pairsSinceLook_ > 1) readingWaits_ = now - lastLook_ > kQuickMilliseconds;
-    lastLook_ = now;
+    if (pairsSinceVerdict_++ == 0) lastVerdict_ = now;
+    const bool waits = now - lastVerdict_ > kQuickMilliseconds;
+    if (!waits && pairsSinceVerdict_ <= kPairsToBeQuick) return;
+    readingWaits_ = waits;
+    pairsSinceVerdict_ = 1;
+    lastVerdict_ = now;
 }
 
 void ContentComparator::ForgetAnnounced() {

@@ -51,9 +51,19 @@ class ContentComparator {
     bool FilesDiffer(std::string_view leftPath, std::string_view rightPath, CompareMethod method,
                      Currency size, ContentProgress& progress);
 
+    // Whether bytes come from a disk now rather than from memory, so that announcing pairs pays.
+    bool ReadingWaits() const { return readingWaits_; }
+    // Compares two files that are open but not looked at, and short enough for one buffer: the quickest way
+    // while reading does not wait. True only when all bytes of both were read and are alike, which every
+    // method calls alike; `size` is then their size. Otherwise nothing is said and nothing logged. `shown` is
+    // the name for the percentage.
+    bool AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown, ContentProgress& progress,
+                        std::uint64_t& size);
+
     // Says that this pair will be asked for soon: both are opened and the kernel is told to read them. Pairs
     // are asked for in the order in which they were announced, others may come in between, and one that is
     // never asked for does no harm. Beyond kAnnouncedPairs nothing happens and the result is false.
+    bool WantsAnnouncements() const { return announced_.size() < kAnnouncedPairs; }
     bool Announce(std::string_view leftPath, std::string_view rightPath);
     // The same with what the caller could open already; a file that is not open is opened when it is asked
     // for.
@@ -76,9 +86,9 @@ class ContentComparator {
     const Toolbox& tools_;
     CCompare& compare_;
     std::deque<std::unique_ptr<Pair>> announced_;
-    bool readingWaits_ = true;  // whether announcing to the kernel pays
-    std::uint32_t pairsSinceLook_ = 0;
-    std::uint32_t lastLook_ = 0;
+    bool readingWaits_ = false;
+    std::uint32_t pairsSinceVerdict_ = 0;  // since readingWaits_ was found out last
+    std::uint32_t lastVerdict_ = 0;
     std::unique_ptr<Buffers> buffers_;
     FileCloser closer_;
     bool logFailureReported_ = false;

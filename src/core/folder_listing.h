@@ -35,6 +35,7 @@ class FolderListing {
     Source& AddSource() { return sources_.emplace_back(); }
     void DropLastSource() { sources_.pop_back(); }
     std::vector<Source>& Sources() { return sources_; }
+    const std::vector<Source>& Sources() const { return sources_; }
 
     // Lists all sources. What the filter keeps becomes entries; folders that it drops are kept aside, because
     // they count in the size. Without a filter there are folders aside only. Throws ComparisonCancelled. At

@@ -9,7 +9,6 @@ Currency PairComparison::Difference(const PerSide<ScannedFile>& pair) const {
 }
 
 bool PairComparison::ContentsDiffer(const std::string& left, const std::string& right, Currency size) {
-    if (announced_ > 0) --announced_;
     const bool differ = comparator_.FilesDiffer(left, right, method_, size, shownName_);
     if (context_.compare.CompareCancelled) throw ComparisonCancelled();
     return differ;

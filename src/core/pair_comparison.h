@@ -41,9 +41,13 @@ class PairComparison {
 
     // Pairs that need contents may be announced ahead, in the order in which they will be classified and
     // without leaving one out; while as many as can be are announced, nothing more is wanted.
-    bool WantsAnnouncements() const { return announced_ < ContentComparator::kAnnouncedPairs; }
+    bool WantsAnnouncements() const { return comparator_.WantsAnnouncements(); }
     void Announce(const std::string& leftPath, const std::string& rightPath, PerSide<ReadFile> files) {
-        if (comparator_.Announce(leftPath, rightPath, std::move(files))) ++announced_;
+        (void)comparator_.Announce(leftPath, rightPath, std::move(files));
+    }
+    bool ReadingWaits() const { return comparator_.ReadingWaits(); }
+    bool AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown, std::uint64_t& size) {
+        return comparator_.AreAlikeAtOnce(files, shown, shownName_, size);
     }
     // Closes files that turned out not to be needed.
     void LetGo(PerSide<ReadFile> files) { comparator_.LetGo(std::move(files)); }
@@ -56,7 +60,6 @@ class PairComparison {
     CompareMethod method_;
     ContentComparator comparator_;
     FileNameProgress shownName_;
-    std::size_t announced_ = 0;
 };
 
 }  // namespace vantrel

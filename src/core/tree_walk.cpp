@@ -61,12 +61,15 @@ void TreeWalk::Pop() {
 bool TreeWalk::Step(Level& level) {
     if (level.mode == Mode::Compare) {
         Item item;
-        if (pairs_.ReadsContents()) Announce(level);
+        if (pairs_.ReadsContents() && pairs_.ReadingWaits()) Announce(level);
         if (NextItem(level, level.next, item)) {
             for (const Side side : kBothSides)
                 level.ahead[side] = std::max(level.ahead[side], level.next[side]);
             context_.ThrowIfCancelled();
-            if (!item.isFolder) LookAtFiles(level, item);
+            if (!item.isFolder) {
+                if (AreAlikeAtOnce(level, item)) return true;
+                LookAtFiles(level, item);
+            }
             if (item.IsEmpty()) {
                 // Gone since it was listed, or not known.
             } else if (IsUnknown(level, item)) {
@@ -270,19 +273,63 @@ bool TreeWalk::IsLooked(const Level& level, const Item& item, Side side) {
     return level.listing[side].At(item.at[side].begin).looked;
 }
 
-bool TreeWalk::OpenFile(Level& level, const Item& item, Side side, ReadFile& file) {
-    FolderListing& listing = level.listing[side];
-    const FolderListing::Entry& entry = listing.At(item.at[side].begin);
-    const OpenFolder& folder = listing.Sources()[entry.source].folder;
-    return folder.IsOpen() && folder.OpenScannedFile(listing.Name(entry), file).IsOk();
+const OpenFolder& TreeWalk::FolderOf(const Level& level, const Item& item, Side side) {
+    const FolderListing& listing = level.listing[side];
+    return listing.Sources()[listing.At(item.at[side].begin).source].folder;
+}
+
+bool TreeWalk::OpenFile(const Level& level, const Item& item, Side side, ReadFile& file) {
+    const FolderListing& listing = level.listing[side];
+    const OpenFolder& folder = FolderOf(level, item, side);
+    return folder.IsOpen() &&
+           folder.OpenScannedFile(listing.Name(listing.At(item.at[side].begin)), file).IsOk();
 }
 
 // Size and time come from the open file; of names that differ in letter case only all must be looked at.
 bool TreeWalk::LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file) {
     if (item.at[side].end - item.at[side].begin > 1 || !OpenFile(level, item, side, file)) return false;
+    Learn(level, item, side, file);
+    return true;
+}
+
+void TreeWalk::Learn(Level& level, const Item& item, Side side, const ReadFile& file) {
     level.listing[side].Learn(item.at[side].begin, file.Size(), file.LastWrite());
     outcome_.size[side] += Currency::FromWhole(static_cast<std::int64_t>(file.Size()));
-    return true;
+}
+
+// Most pairs of a tree are small and alike, and that is all there is to know of them. Where it does not turn
+// out so the files are handed on, open and looked at, to be compared as any others.
+bool TreeWalk::AreAlikeAtOnce(Level& level, const Item& item) {
+    if (!pairs_.ReadsContents() || pairs_.ReadingWaits() || !item.IsPair() || IsUnknown(level, item))
+        return false;
+    for (const Side side : kBothSides) {
+        const Range& at = item.at[side];
+        if (at.end - at.begin > 1 || IsLooked(level, item, side) || !FolderOf(level, item, side).IsOpen())
+            return false;
+    }
+    PerSide<ReadFile> files;
+    for (const Side side : kBothSides) {
+        const FolderListing& listing = level.listing[side];
+        const std::string_view name = listing.Name(listing.At(item.at[side].begin));
+        if (!FolderOf(level, item, side).OpenUnlookedFile(name, files[side]).IsOk()) return false;
+    }
+    std::uint64_t size = 0;
+    const FolderListing& left = level.listing[Side::Left];
+    if (pairs_.AreAlikeAtOnce(files, left.Name(left.At(item.at[Side::Left].begin)), size)) {
+        for (const Side side : kBothSides)
+            outcome_.size[side] += Currency::FromWhole(static_cast<std::int64_t>(size));
+        pairs_.LetGo(std::move(files));
+        return true;
+    }
+    for (const Side side : kBothSides)
+        if (!files[side].Look().IsOk()) return false;
+    for (const Side side : kBothSides) Learn(level, item, side, files[side]);
+    if (pairs_.NeedsContents(FilesOf(level, item)))
+        pairs_.Announce(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),
+                        std::move(files));
+    else
+        pairs_.LetGo(std::move(files));
+    return false;
 }
 
 // Looks at those files of the item that were not opened, and takes from it what is not there any more.

@@ -87,8 +87,11 @@ class TreeWalk {
     bool IsUnknown(const Level& level, const Item& item) const;
     void Announce(Level& level);
     static bool IsLooked(const Level& level, const Item& item, Side side);
-    static bool OpenFile(Level& level, const Item& item, Side side, ReadFile& file);
+    static const OpenFolder& FolderOf(const Level& level, const Item& item, Side side);
+    static bool OpenFile(const Level& level, const Item& item, Side side, ReadFile& file);
     bool LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file);
+    bool AreAlikeAtOnce(Level& level, const Item& item);
+    void Learn(Level& level, const Item& item, Side side, const ReadFile& file);
     void LookAtFiles(Level& level, Item& item);
     PerSide<ScannedFile> FilesOf(const Level& level, const Item& item) const;
     std::string FilePath(const Level& level, const Item& item, Side side) const;

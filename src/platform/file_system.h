@@ -103,6 +103,9 @@ class OpenFolder {
     // Opens the file `name` for reading, following a link: one that a listing has just shown to be a regular
     // file, as FileSystem::OpenScannedFile does by a path.
     Error OpenScannedFile(std::string_view name, ReadFile& out) const;
+    // Opens an entry that the last ForEach handed out without a look at it. Not looked at the file comes out
+    // either: only its ReadWhole and Look may be used. A link that took the name since is refused.
+    Error OpenUnlookedFile(std::string_view name, ReadFile& out) const;
 
   private:
     friend class FileSystem;
@@ -132,6 +135,13 @@ class ReadFile {
     // Reads up to `size` bytes at `offset`, going on after short reads; `got` is less than `size` only at the
     // file's end.
     Error ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std::size_t& got);
+    // Looks at a file that OpenUnlookedFile gave: then it is as any other. What is no regular file is
+    // refused.
+    Error Look();
+    // Reads a small file that OpenUnlookedFile gave with as few calls as can be. False unless all of it was
+    // read for certain: it has `size` bytes or more, or none, or an error stands in the way, or it is no
+    // regular file, which is not read at all then.
+    bool ReadWhole(void* buffer, std::size_t size, std::size_t& got);
     // Tells the kernel that the first `length` bytes (0: all) are wanted soon.
     void AnnounceReading(std::uint64_t length = 0);
 
@@ -140,6 +150,7 @@ class ReadFile {
     friend class OpenFolder;
     friend class FileCloser;
     static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
+    int LookAtHandle();
 
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;

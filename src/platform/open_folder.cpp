@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/entry_info.h"
+#include "platform/entry_name.h"
 #include "platform/file_system.h"
 #include "platform/names.h"
 #include "platform/temporary_files.h"
@@ -109,7 +110,7 @@ OpenFolder::~OpenFolder() {
 }
 
 bool OpenFolder::LookAt(std::string_view name, FolderEntry& entry) const {
-    return vantrel::LookAt(*calls_, fd_, NameToSystem(name).c_str(), DT_UNKNOWN, dosAttributes_, entry) ==
+    return vantrel::LookAt(*calls_, fd_, EntryName(name).Bytes(), DT_UNKNOWN, dosAttributes_, entry) ==
            Look::Seen;
 }
 
@@ -144,9 +145,9 @@ Error OpenFolder::ForEach(const EntrySink& sink, Looks looks) {
 }
 
 Error OpenFolder::OpenSub(std::string_view name, OpenFolder& out) const {
-    const std::string bytes = NameToSystem(name);
-    if (bytes.find('\0') != std::string::npos) return Error::FromErrnoOfFolder(EINVAL, name);
-    const int result = OpenAt(*calls_, fd_, bytes.c_str(), this, out);
+    const EntryName entry(name);
+    if (!entry.IsWhole()) return Error::FromErrnoOfFolder(EINVAL, name);
+    const int result = OpenAt(*calls_, fd_, entry.Bytes(), this, out);
     return Error::FromErrnoOfFolder(-result, name);
 }
 

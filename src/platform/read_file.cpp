@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "platform/entry_info.h"
+#include "platform/entry_name.h"
 #include "platform/file_system.h"
 #include "platform/located_path.h"
-#include "platform/names.h"
 
 namespace vantrel {
 
@@ -18,6 +18,8 @@ int RefuseUnlessRegular(const struct statx& found) {
     if (S_ISREG(found.stx_mode)) return 0;
     return S_ISDIR(found.stx_mode) ? -EISDIR : -ENXIO;
 }
+
+constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 }  // namespace
 
@@ -54,27 +56,46 @@ void ReadFile::AnnounceReading(std::uint64_t length) {
     if (fd_ >= 0) calls_->Advise(fd_, 0, static_cast<off_t>(length), POSIX_FADV_WILLNEED);
 }
 
+bool ReadFile::ReadWhole(void* buffer, std::size_t size, std::size_t& got) {
+    // Pipes, sockets and terminals have no end to seek, and the ends of other devices do not fit.
+    const off_t end = calls_->Seek(fd_, 0, SEEK_END);
+    if (end <= 0 || end >= static_cast<off_t>(size)) return false;
+    got = static_cast<std::size_t>(end);
+    // One byte more is asked for, so that a file that has grown since is not taken for whole.
+    return calls_->PRead(fd_, buffer, got + 1, 0) == end;
+}
+
+Error ReadFile::Look() {
+    return Error::FromErrno(-LookAtHandle());
+}
+
+int ReadFile::LookAtHandle() {
+    struct statx found;
+    int result = calls_->StatxAt(fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE | STATX_MTIME, found);
+    if (result == 0) result = RefuseUnlessRegular(found);
+    if (result != 0) return result;
+    size_ = found.stx_size;
+    lastWrite_ = TimeOf(found.stx_mtime);
+    return 0;
+}
+
 int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out) {
     // Looked at before it is opened, since opening a device can set it to work, and again after, since
     // another object may have taken the name in between.
-    struct statx found;
     int result = 0;
     if (lookFirst) {
+        struct statx found;
         result = calls.StatxAt(base, path, 0, STATX_TYPE, found);
         if (result == 0) result = RefuseUnlessRegular(found);
         if (result != 0) return result;
     }
     ReadFile opened;
     opened.calls_ = &calls;
-    opened.fd_ = calls.OpenAt(base, path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
+    opened.fd_ = calls.OpenAt(base, path, kOpenFlags, 0);
     if (opened.fd_ < 0) return opened.fd_;
-    result = calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE | STATX_MTIME, found);
-    if (result == 0) result = RefuseUnlessRegular(found);
-    if (result != 0) return result;
-    opened.size_ = found.stx_size;
-    opened.lastWrite_ = TimeOf(found.stx_mtime);
-    out = std::move(opened);
-    return 0;
+    result = opened.LookAtHandle();
+    if (result == 0) out = std::move(opened);
+    return result;
 }
 
 void FileCloser::Take(ReadFile file) {
@@ -108,9 +129,20 @@ Error FileSystem::OpenScannedFile(std::string_view file, ReadFile& out) const {
 }
 
 Error OpenFolder::OpenScannedFile(std::string_view name, ReadFile& out) const {
-    const std::string bytes = NameToSystem(name);
-    if (bytes.find('\0') != std::string::npos) return Error::FromErrno(EINVAL, name);
-    return Error::FromErrno(-ReadFile::OpenAt(*calls_, fd_, bytes.c_str(), false, out), name);
+    const EntryName entry(name);
+    if (!entry.IsWhole()) return Error::FromErrno(EINVAL, name);
+    return Error::FromErrno(-ReadFile::OpenAt(*calls_, fd_, entry.Bytes(), false, out), name);
+}
+
+Error OpenFolder::OpenUnlookedFile(std::string_view name, ReadFile& out) const {
+    const EntryName entry(name);
+    if (!entry.IsWhole()) return Error::FromErrno(EINVAL, name);
+    ReadFile opened;
+    opened.calls_ = calls_;
+    opened.fd_ = calls_->OpenAt(fd_, entry.Bytes(), kOpenFlags | O_NOFOLLOW, 0);
+    if (opened.fd_ < 0) return Error::FromErrno(-opened.fd_, name);
+    out = std::move(opened);
+    return {};
 }
 
 Error FileSystem::OpenFile(std::string_view file, bool lookFirst, ReadFile& out) const {

@@ -40,11 +40,17 @@ bool SaysOrphan(const std::string& line) {
 // Whatever call of the system fails: the result is the right one, or there is none, or what is not known was
 // told and concludes nothing.
 TEST(ComparisonFaults, NoFailingCallGivesAWrongResult) {
-    for (const CompareMethod method : {CompareMethod::SizeAndDate, CompareMethod::Contents}) {
+    struct Case {
+        CompareMethod method;
+        bool readingWaits;
+    };
+    for (const Case& each : {Case{CompareMethod::SizeAndDate, false}, Case{CompareMethod::Contents, false},
+                             Case{CompareMethod::Contents, true}}) {
         FaultySystemCalls calls;
         ComparisonBench bench(calls);
         MakeTrees(bench);
-        bench.compare.CompareMethod = method;
+        bench.compare.CompareMethod = each.method;
+        bench.SetReadingWaits(each.readingWaits);
         ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
         const std::vector<std::string> rows = bench.Rows(), records = bench.Records();
         std::set<std::string> orphans;
@@ -260,14 +266,24 @@ TEST(ComparisonFaults, FilesThatChangeBetweenListingAndOpening) {
          [](const std::string& path) { std::filesystem::resize_file(path, 7); },
          {"Newer", "Older"},
          false},
+        {"a link to the same bytes",
+         [](const std::string& path) {
+             std::filesystem::remove(path);
+             std::filesystem::create_symlink("x", path);
+         },
+         {},
+         false},
     };
     for (const Case& each : cases) {
-        for (const Side changed : kBothSides) {
+        for (const int run : {0, 1, 2, 3}) {
+            const Side changed = run % 2 == 0 ? Side::Left : Side::Right;
             SCOPED_TRACE(each.what);
             FaultySystemCalls calls;
             ComparisonBench bench(calls);
+            bench.SetReadingWaits(run / 2 == 1);
             for (const Side side : kBothSides)
-                for (const char* name : {"sub/x", "sub/y", "sub/z"}) bench.Write(side, name, "12");
+                for (const char* name : {"sub/v", "sub/w", "sub/x", "sub/y", "sub/z"})
+                    bench.Write(side, name, "12");
             bench.compare.CompareMethod = CompareMethod::Contents;
             std::size_t opened = 0;
             calls.before = [&](const FaultySystemCalls::Record& record) {
@@ -283,6 +299,30 @@ TEST(ComparisonFaults, FilesThatChangeBetweenListingAndOpening) {
             EXPECT_EQ(bench.compare.ErrorsDuringCompare, each.incomplete);
             EXPECT_EQ(bench.Rows().at(0).find("incomplete") != std::string::npos, each.incomplete);
         }
+    }
+}
+
+// What makes trees of small files fast: where reading does not wait, a file that is like its counterpart
+// costs three calls, and the closing of many at once.
+TEST(ComparisonFaults, SmallFilesThatAreAlikeCostFewCalls) {
+    constexpr std::size_t kFiles = 300;
+    for (const bool readingWaits : {false, true}) {
+        FaultySystemCalls calls;
+        ComparisonBench bench(calls);
+        bench.SetReadingWaits(readingWaits);
+        bench.compare.CompareMethod = CompareMethod::Contents;
+        const auto count = [&](std::size_t files) {
+            for (std::size_t i = 0; i < files; ++i)
+                for (const Side side : kBothSides) bench.Write(side, "sub/" + std::to_string(i), "12");
+            calls.ResetCount();
+            EXPECT_EQ(bench.Run(), CompareOutcome::Completed);
+            EXPECT_TRUE(bench.Records().empty());
+            EXPECT_THAT(bench.Rows(), ElementsAre(HasSubstr("|" + std::to_string(2 * files) + "|")));
+            return calls.Count();
+        };
+        const std::size_t few = count(kFiles), many = count(2 * kFiles);
+        const double perFile = static_cast<double>(many - few) / (2.0 * kFiles);
+        EXPECT_LT(perFile, readingWaits ? 4.5 : 3.3);
     }
 }
 

@@ -21,6 +21,7 @@ TEST(FolderComparison, AgreesWithTheOracleOnRandomTrees) {
     for (int tree = 0; tree < 60; ++tree) {
         ComparisonBench bench;
         MakeRandomTrees(bench, random);
+        bench.SetReadingWaits(tree % 2 == 1);
         for (int options = 0; options < 16; ++options) {
             const Filters& filters = kFilters[(tree + options) % std::size(kFilters)];
             bench.compare.CompareMethod = static_cast<CompareMethod>(options / 4);

@@ -73,6 +73,10 @@ class ComparisonBench {
         }
     }
 
+    // From here on contents seem to come from a slow disk, so that files are opened and announced ahead, or
+    // from memory.
+    void SetReadingWaits(bool waits) { tools.clock.step = waits ? 100 : 0; }
+
     static std::string NameOf(Side side) { return side == Side::Left ? "left" : "right"; }
     void Write(Side side, std::string_view name, std::string_view content,
                double time = 1'600'000'000) const {

@@ -258,6 +258,53 @@ TEST_F(ListingTest, TheFolderStaysTheSameWhateverHappensToItsPath) {
     EXPECT_EQ(ErrorNumber::PathNotFound, files.Open(folder / "moved/inner/file", inner).Number());
 }
 
+// Read before it is looked at: only what is certainly the whole of a regular file counts.
+TEST_F(ListingTest, SmallFilesAreReadWholeOrNotAtAll) {
+    const std::string text = "0123456789";
+    const std::string path = folder / "file";
+    OpenFolder open;
+    ASSERT_TRUE(files.Open(folder / "", open).IsOk());
+    char buffer[11];
+    std::size_t got = 0;
+    const auto readsWhole = [&](std::size_t size) {
+        ReadFile file;
+        EXPECT_TRUE(open.OpenUnlookedFile("file", file).IsOk());
+        return file.ReadWhole(buffer, size, got);
+    };
+    folder.Write("file", text);
+    ASSERT_TRUE(readsWhole(11));
+    EXPECT_EQ(text, std::string_view(buffer, got));
+    EXPECT_FALSE(readsWhole(10));
+    calls.readLimit = 4;
+    EXPECT_FALSE(readsWhole(11));
+    calls.readLimit = 0;
+    calls.before = [&](const FaultySystemCalls::Record& record) {
+        if (record.call == Call::PRead) std::filesystem::resize_file(path, 11);
+    };
+    EXPECT_FALSE(readsWhole(11));
+    calls.before = nullptr;
+    folder.Write("file", "");
+    EXPECT_FALSE(readsWhole(11));
+
+    ReadFile file;
+    ASSERT_TRUE(open.OpenUnlookedFile("file", file).IsOk());
+    folder.Write("file", text);
+    ASSERT_TRUE(file.Look().IsOk());
+    EXPECT_EQ(file.Size(), 10U);
+
+    std::filesystem::remove(path);
+    ASSERT_EQ(0, mkfifo(path.c_str(), 0600));
+    calls.ResetCount();
+    EXPECT_FALSE(readsWhole(11));
+    EXPECT_EQ(calls.Count(Call::PRead), 0U);
+    ASSERT_TRUE(open.OpenUnlookedFile("file", file).IsOk());
+    EXPECT_EQ(ErrorNumber::DeviceUnavailable, file.Look().Number());
+    std::filesystem::remove(path);
+    folder.Write("other", text);
+    std::filesystem::create_symlink("other", path);
+    EXPECT_FALSE(open.OpenUnlookedFile("file", file).IsOk());
+}
+
 TEST_F(ListingTest, AFolderNobodyMayListIsAnError) {
     folder.Write("closed/file", "");
     ASSERT_EQ(0, chmod((folder / "closed").c_str(), 0));
