@@ -63,6 +63,8 @@ double Timing::Most() const {
 std::vector<Timing> Measure(const std::vector<Contender>& contenders, int rounds,
                             const std::function<void()>& before) {
     std::vector<Timing> timings(contenders.size());
+    // What the making of the corpora left to be written would disturb the first rounds.
+    sync();
     for (int round = before ? 0 : -1; round < rounds; ++round) {
         for (std::size_t index = 0; index < contenders.size(); ++index) {
             if (before) before();

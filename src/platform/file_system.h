@@ -101,14 +101,16 @@ class OpenFolder {
     // Opens the sub-folder `name`, following a link.
     Error OpenSub(std::string_view name, OpenFolder& out) const;
     // Opens the file `name` for reading, following a link: one that a listing has just shown to be a regular
-    // file, as FileSystem::OpenScannedFile does by a path.
+    // file, as FileSystem::OpenScannedFile does by a path. Reading it leaves its time of access alone where
+    // the system lets this user have that.
     Error OpenScannedFile(std::string_view name, ReadFile& out) const;
-    // Opens an entry that the last ForEach handed out without a look at it. Not looked at the file comes out
-    // either: only its ReadWhole and Look may be used. A link that took the name since is refused.
+    // The same for an entry that the last ForEach handed out without a look at it. Not looked at the file
+    // comes out either: only its ReadWhole and Look may be used. A link that took the name since is refused.
     Error OpenUnlookedFile(std::string_view name, ReadFile& out) const;
 
   private:
     friend class FileSystem;
+    friend class ReadFile;
     // 0 or minus the errno value. What `above` knows of its file system holds for a folder of the same one.
     static int OpenAt(SystemCalls& calls, int base, const char* path, const OpenFolder* above,
                       OpenFolder& out);
@@ -118,6 +120,7 @@ class OpenFolder {
     FileId id_;
     DosAttributeSource dosAttributes_ = DosAttributeSource::None;
     bool listed_ = false;
+    mutable bool keepsAccessTimes_ = true;  // until that is refused for a file
 };
 
 // A regular file open for reading. Never anything else: FIFOs, devices and sockets are refused without
@@ -150,6 +153,7 @@ class ReadFile {
     friend class OpenFolder;
     friend class FileCloser;
     static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
+    int OpenIn(const OpenFolder& folder, const char* name, int flags);
     int LookAtHandle();
 
     SystemCalls* calls_ = nullptr;

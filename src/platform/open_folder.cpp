@@ -102,6 +102,7 @@ OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept {
     std::swap(id_, other.id_);
     std::swap(dosAttributes_, other.dosAttributes_);
     std::swap(listed_, other.listed_);
+    std::swap(keepsAccessTimes_, other.keepsAccessTimes_);
     return *this;
 }
 

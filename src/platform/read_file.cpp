@@ -98,6 +98,20 @@ int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, bool lookFi
     return result;
 }
 
+int ReadFile::OpenIn(const OpenFolder& folder, const char* name, int flags) {
+    calls_ = folder.calls_;
+    flags |= kOpenFlags;
+    // The system lets the owner of a file have this, and no other user: in a folder of somebody else's files
+    // it is asked for once.
+    if (folder.keepsAccessTimes_) {
+        fd_ = calls_->OpenAt(folder.fd_, name, flags | O_NOATIME, 0);
+        if (fd_ != -EPERM) return std::min(fd_, 0);
+        folder.keepsAccessTimes_ = false;
+    }
+    fd_ = calls_->OpenAt(folder.fd_, name, flags, 0);
+    return std::min(fd_, 0);
+}
+
 void FileCloser::Take(ReadFile file) {
     if (!file.IsOpen()) return;
     calls_ = file.calls_;
@@ -131,18 +145,20 @@ Error FileSystem::OpenScannedFile(std::string_view file, ReadFile& out) const {
 Error OpenFolder::OpenScannedFile(std::string_view name, ReadFile& out) const {
     const EntryName entry(name);
     if (!entry.IsWhole()) return Error::FromErrno(EINVAL, name);
-    return Error::FromErrno(-ReadFile::OpenAt(*calls_, fd_, entry.Bytes(), false, out), name);
+    ReadFile opened;
+    int result = opened.OpenIn(*this, entry.Bytes(), 0);
+    if (result == 0) result = opened.LookAtHandle();
+    if (result == 0) out = std::move(opened);
+    return Error::FromErrno(-result, name);
 }
 
 Error OpenFolder::OpenUnlookedFile(std::string_view name, ReadFile& out) const {
     const EntryName entry(name);
     if (!entry.IsWhole()) return Error::FromErrno(EINVAL, name);
     ReadFile opened;
-    opened.calls_ = calls_;
-    opened.fd_ = calls_->OpenAt(fd_, entry.Bytes(), kOpenFlags | O_NOFOLLOW, 0);
-    if (opened.fd_ < 0) return Error::FromErrno(-opened.fd_, name);
-    out = std::move(opened);
-    return {};
+    const int result = opened.OpenIn(*this, entry.Bytes(), O_NOFOLLOW);
+    if (result == 0) out = std::move(opened);
+    return Error::FromErrno(-result, name);
 }
 
 Error FileSystem::OpenFile(std::string_view file, bool lookFirst, ReadFile& out) const {

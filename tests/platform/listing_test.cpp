@@ -258,6 +258,27 @@ TEST_F(ListingTest, TheFolderStaysTheSameWhateverHappensToItsPath) {
     EXPECT_EQ(ErrorNumber::PathNotFound, files.Open(folder / "moved/inner/file", inner).Number());
 }
 
+TEST_F(ListingTest, ReadingLeavesTheTimeOfAccessAlone) {
+    folder.Write("file", "x");
+    const timespec times[2] = {{1'000'000'000, 0}, {1'500'000'000, 0}};
+    ASSERT_EQ(0, utimensat(AT_FDCWD, (folder / "file").c_str(), times, 0));
+    OpenFolder open;
+    ASSERT_TRUE(files.Open(folder / "", open).IsOk());
+    ReadFile file;
+    ASSERT_TRUE(open.OpenScannedFile("file", file).IsOk());
+    char byte = 0;
+    std::size_t got = 0;
+    ASSERT_TRUE(file.ReadAt(0, &byte, 1, got).IsOk());
+    FileInfo info;
+    ASSERT_TRUE(files.Stat(folder / "file", LinkPolicy::Follow, info).IsOk());
+    EXPECT_EQ(info.accessed, FileTime::FromUnix(1'000'000'000, 0));
+    // Where that is refused it is not asked for again in this folder.
+    calls.ResetCount();
+    calls.FailAt(Call::Open, 1, EPERM);
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(open.OpenScannedFile("file", file).IsOk());
+    EXPECT_EQ(calls.Count(Call::Open), 3U);
+}
+
 // Read before it is looked at: only what is certainly the whole of a regular file counts.
 TEST_F(ListingTest, SmallFilesAreReadWholeOrNotAtAll) {
     const std::string text = "0123456789";
