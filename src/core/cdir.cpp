@@ -148,8 +148,8 @@ void CDir::AddUnknown(const FolderEntry& entry, const ListingState& state) {
     const auto at = std::lower_bound(unknownKeys_.begin(), unknownKeys_.end(), key);
     if (at == unknownKeys_.end() || *at != key) unknownKeys_.insert(at, std::move(key));
     state.context.compare.ErrorsDuringCompare = true;
-    (void)tools_.log.Append({"File Name: " + JoinPath(path_, entry.name), "Process: Examining the folder",
-                             "Error: What this is could not be found out. It is left out on both sides."});
+    tools_.log.Append({"File Name: " + JoinPath(path_, entry.name), "Process: Examining the folder",
+                       "Error: What this is could not be found out. It is left out on both sides."});
 }
 
 std::string_view CDir::KeyFor(std::string_view kept) {
@@ -162,8 +162,8 @@ std::string_view CDir::KeyFor(std::string_view kept) {
 template <typename Check>
 void CDir::Index(const Check& check) const {
     const auto note = [this](std::string_view name) {
-        (void)tools_.log.AppendNote("Left out beside a name that differs in letter case only: " +
-                                    JoinPath(path_, name));
+        tools_.log.AppendNote("Left out beside a name that differs in letter case only: " +
+                              JoinPath(path_, name));
     };
     SortAndDropTwins(
         files_, [](const CFile& file) { return file.FileName; }, check,

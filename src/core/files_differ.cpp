@@ -337,11 +337,7 @@ void ContentComparator::Log(const Run& run, const Error& error) {
     } else if (error.Number() == ErrorNumber::OutOfStringSpace) {
         text = "Error: Insufficient memory.  Try cutting your chunk size in half.";
     }
-    const Error unwritten = tools_.log.Append({file, "Process: " + run.NotedActivity(), text});
-    if (!unwritten.IsOk() && !logFailureReported_) {
-        logFailureReported_ = true;
-        tools_.reporter.ReportError("FilesDiffer", unwritten);
-    }
+    tools_.log.Append({file, "Process: " + run.NotedActivity(), text});
 }
 
 bool ContentComparator::DifferBySizeAndDate(const Pair& pair) const {

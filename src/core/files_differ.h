@@ -91,7 +91,6 @@ class ContentComparator {
     std::uint32_t lastVerdict_ = 0;
     std::unique_ptr<Buffers> buffers_;
     FileCloser closer_;
-    bool logFailureReported_ = false;
 };
 
 }  // namespace vantrel

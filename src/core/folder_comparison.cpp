@@ -212,6 +212,8 @@ void FolderComparison::Finish(CompareOutcome outcome, bool announce) {
     compare_.RunningCompare = false;
     host_.RaiseMainWindow();
     if (!host_.MenusEnabled()) host_.SetMenusEnabled(true);
+    if (const Error unlogged = tools_.log.TakeFailure(); !unlogged.IsOk())
+        tools_.reporter.ReportError("frmMain.CompareDirs", unlogged);
     if (announce) AskToViewErrors();
     host_.SetBusyPointer(false);
     if (outcome != CompareOutcome::Completed) return;

@@ -385,8 +385,8 @@ void TreeWalk::NoteTwins(Side side, const FolderListing& listing, const Range& r
     std::string path;
     for (std::size_t at = range.begin + 1; at < range.end; ++at) {
         listing.PathOf(listing.At(at), path);
-        (void)context_.tools.log.AppendNote("Left out beside a name that differs in letter case only: " +
-                                            FullPath(side, path));
+        context_.tools.log.AppendNote("Left out beside a name that differs in letter case only: " +
+                                      FullPath(side, path));
     }
 }
 
@@ -394,13 +394,13 @@ void TreeWalk::MarkUnlisted(Side side, Mode mode, const std::string& path, Error
                             std::string lastFile) {
     const std::string folder = WithoutTrailingSlash(FullPath(side, path));
     if (mode == Mode::AsideSize) {
-        (void)context_.tools.log.AppendNote("Not in the size of its folder, since it could not be listed: " +
-                                            folder);
+        context_.tools.log.AppendNote("Not in the size of its folder, since it could not be listed: " +
+                                      folder);
         return;
     }
     outcome_.complete = false;
     context_.compare.ErrorsDuringCompare = true;
-    (void)context_.tools.log.Append(
+    context_.tools.log.Append(
         {"File Name: " + folder, "Process: Listing the folder", "Error: " + error.Description()});
     diffs_->AddUnknownPlace({side, std::string(WithoutTrailingSlash(path))});
     unlisted_.push_back({std::move(error), folder, std::move(lastFile)});
@@ -417,9 +417,8 @@ void TreeWalk::MarkUnknownEntry(Side side, const Level& level, const FolderListi
     level.listing[side].PathOf(entry, path);
     outcome_.complete = false;
     context_.compare.ErrorsDuringCompare = true;
-    (void)context_.tools.log.Append(
-        {"File Name: " + FullPath(side, path), "Process: Examining the folder",
-         "Error: What this is could not be found out. It is left out on both sides."});
+    context_.tools.log.Append({"File Name: " + FullPath(side, path), "Process: Examining the folder",
+                               "Error: What this is could not be found out. It is left out on both sides."});
     diffs_->AddUnknownPlace({side, path});
 }
 

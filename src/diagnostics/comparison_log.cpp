@@ -9,19 +9,25 @@ std::string ComparisonLog::Path() const {
 }
 
 Error ComparisonLog::Recreate() {
+    failure_ = {};
     return files_.ReplaceFile(Path(), {});
 }
 
-Error ComparisonLog::Append(std::initializer_list<std::string_view> lines) {
+void ComparisonLog::Append(std::initializer_list<std::string_view> lines) {
     std::string entry(kLineEnd);
     entry.append(locale_.DateTime(FileTimeToLocalFileTime(clock_.Now()))).append(kLineEnd);
     entry.append("Errors encountered during comparison").append(kLineEnd);
     for (const std::string_view line : lines) entry.append(line).append(kLineEnd);
-    return files_.AppendToFile(Path(), entry);
+    Write(entry);
 }
 
-Error ComparisonLog::AppendNote(std::string_view line) {
-    return files_.AppendToFile(Path(), std::string(line).append(kLineEnd));
+void ComparisonLog::AppendNote(std::string_view line) {
+    Write(std::string(line).append(kLineEnd));
+}
+
+void ComparisonLog::Write(const std::string& text) {
+    Error error = files_.AppendToFile(Path(), text);
+    if (failure_.IsOk()) failure_ = std::move(error);
 }
 
 }  // namespace vantrel

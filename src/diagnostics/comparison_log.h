@@ -3,6 +3,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/clock.h"
 #include "platform/error.h"
@@ -23,15 +24,21 @@ class ComparisonLog {
     // An empty file, in place of any old one.
     Error Recreate();
     // One entry: a blank line, date and time, "Errors encountered during comparison", and the lines given.
-    Error Append(std::initializer_list<std::string_view> lines);
+    void Append(std::initializer_list<std::string_view> lines);
     // One line that is no error, such as a name left out beside its twin.
-    Error AppendNote(std::string_view line);
+    void AppendNote(std::string_view line);
+    // What kept the first of the entries that are missing from being written; each is given once. Whoever
+    // runs a comparison tells the user.
+    Error TakeFailure() { return std::exchange(failure_, {}); }
 
   private:
+    void Write(const std::string& text);
+
     const FileSystem& files_;
     const ProgramFolders& folders_;
     Clock& clock_;
     const LocaleFormats& locale_;
+    Error failure_;
 };
 
 }  // namespace vantrel

@@ -302,6 +302,25 @@ TEST(ComparisonFaults, FilesThatChangeBetweenListingAndOpening) {
     }
 }
 
+// Trouble that cannot be logged is told at the end, once, whatever part of the comparison met it.
+TEST(ComparisonFaults, ALogThatCannotBeWrittenIsTold) {
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
+    for (const Side side : kBothSides) bench.Write(side, "sub/x", "12");
+    const std::string log = bench.tools.folder / "ERRORLOG.TXT";
+    calls.before = [&](const FaultySystemCalls::Record& record) {
+        if (record.call != Call::Open || record.path != "sub" || std::filesystem::is_directory(log)) return;
+        std::filesystem::remove(log);
+        std::filesystem::create_directory(log);
+        calls.FailAt(Call::GetDents, calls.Count(Call::GetDents) + 1, EIO);
+    };
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    ASSERT_EQ(bench.tools.messages.shown.size(), 3U);
+    EXPECT_THAT(bench.tools.messages.shown[0].text, HasSubstr("Source: modVantrel.GetFolderInfo"));
+    EXPECT_THAT(bench.tools.messages.shown[1].text, HasSubstr("ERRORLOG.TXT"));
+    EXPECT_THAT(bench.tools.messages.Line(2), HasSubstr("Errors were encountered"));
+}
+
 // What makes trees of small files fast: where reading does not wait, a file that is like its counterpart
 // costs three calls, and the closing of many at once.
 TEST(ComparisonFaults, SmallFilesThatAreAlikeCostFewCalls) {

@@ -333,14 +333,6 @@ TEST_F(FilesDifferTest, AnnouncedPairsGiveTheSameAnswers) {
     comparator.ForgetAnnounced();
 }
 
-TEST_F(FilesDifferTest, AFullLogIsReportedOnce) {
-    WritePair("a", "bb");
-    std::filesystem::create_directory(box.folder / "ERRORLOG.TXT");
-    for (int i = 0; i < 3; ++i) EXPECT_TRUE(Differ(CompareMethod::Contents, 1));
-    EXPECT_TRUE(compare.ErrorsDuringCompare);
-    EXPECT_EQ(box.messages.shown.size(), 1U);
-}
-
 TEST_F(FilesDifferTest, FingerprintsOfWholeFiles) {
     CCRC32 crc(box.Get(), compare);
     EXPECT_EQ(CCRC32::GetHexCRC32OfString("123456789"), "CBF43926");

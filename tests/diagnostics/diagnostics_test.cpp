@@ -105,15 +105,19 @@ TEST_F(DiagnosticsTest, TheLogOfAComparisonBeginsEmpty) {
     folder.Write("ERRORLOG.TXT", "old");
     ASSERT_TRUE(log.Recreate().IsOk());
     EXPECT_EQ("", folder.Read("ERRORLOG.TXT"));
-    ASSERT_TRUE(log.Append({"File Name: a", "Process: b", "Error: c"}).IsOk());
-    ASSERT_TRUE(log.AppendNote("left out").IsOk());
+    log.Append({"File Name: a", "Process: b", "Error: c"});
+    log.AppendNote("left out");
+    EXPECT_TRUE(log.TakeFailure().IsOk());
     EXPECT_EQ("\r\n" + Now() +
                   "\r\nErrors encountered during comparison\r\nFile Name: a\r\nProcess: b\r\n"
                   "Error: c\r\nleft out\r\n",
               folder.Read("ERRORLOG.TXT"));
     calls.FailAll(testing::Call::Open, EACCES);
     EXPECT_EQ(ErrorNumber::PermissionDenied, log.Recreate().Number());
-    EXPECT_FALSE(log.Append({"x"}).IsOk());
+    log.Append({"x"});
+    log.AppendNote("y");
+    EXPECT_EQ(ErrorNumber::PermissionDenied, log.TakeFailure().Number());
+    EXPECT_TRUE(log.TakeFailure().IsOk());
 }
 
 TEST_F(DiagnosticsTest, PerformanceIsLoggedAfterBothEnds) {
