@@ -6,6 +6,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "platform/forms/window_size.h"
 #include "platform/uri_list.h"
 
 namespace vantrel {
@@ -27,7 +28,7 @@ frmHelp::frmHelp(QWidget* parent) : QDialog(parent) {
     auto* column = new QVBoxLayout(this);
     column->addWidget(browser);
     column->addWidget(buttons);
-    resize(680, 560);
+    ResizeWithinScreen(*this, {680, 560});
 }
 
 void frmHelp::ShowPage(const std::string& path) {

@@ -13,6 +13,7 @@
 #include "diagnostics/confirmation_details.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
+#include "platform/forms/window_size.h"
 
 namespace vantrel {
 namespace {
@@ -116,7 +117,8 @@ void frmConfirmation::ToggleDetails() {
     txtDetails->setPlainText(MessageQString(ConfirmationDetails(confirmation_)));
     txtDetails->show();
     Stretch(2);
-    resize(std::max(width(), fontMetrics().averageCharWidth() * 90), sizeHint().height());
+    ResizeWithinScreen(*this,
+                       {std::max(width(), fontMetrics().averageCharWidth() * 90), sizeHint().height()});
 }
 
 void frmConfirmation::HideDetails() {

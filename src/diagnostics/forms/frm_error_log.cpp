@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "platform/forms/qt_text.h"
+#include "platform/forms/window_size.h"
 
 namespace vantrel {
 namespace {
@@ -54,7 +55,7 @@ frmErrorLog::frmErrorLog(const FileSystem& files, ErrorReporter& reporter, QWidg
     auto* column = new QVBoxLayout(this);
     column->addWidget(txtMsg);
     column->addWidget(buttons);
-    resize(fontMetrics().averageCharWidth() * 84, fontMetrics().lineSpacing() * 24);
+    ResizeWithinScreen(*this, {fontMetrics().averageCharWidth() * 84, fontMetrics().lineSpacing() * 24});
 
     connect(OKButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(cmdClear, &QPushButton::clicked, this, &frmErrorLog::Clear);

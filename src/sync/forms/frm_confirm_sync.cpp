@@ -11,6 +11,7 @@
 
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
+#include "platform/forms/window_size.h"
 #include "sync/forms/path_label.h"
 
 namespace vantrel {
@@ -102,7 +103,7 @@ frmConfirmSync::frmConfirmSync(const SyncPlan& plan, QWidget* parent) : QDialog(
     ok->setAutoDefault(false);
     cancel->setDefault(true);
     cancel->setFocus();
-    resize(820, 520);
+    ResizeWithinScreen(*this, {820, 520});
 }
 
 QWidget* frmConfirmSync::MakeList(const SyncPlan& plan, Side side) {

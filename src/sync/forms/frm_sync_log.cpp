@@ -10,6 +10,7 @@
 
 #include "core/mod_date_time.h"
 #include "platform/forms/qt_text.h"
+#include "platform/forms/window_size.h"
 #include "sync/sync_history.h"
 
 namespace vantrel {
@@ -50,7 +51,7 @@ frmSyncLog::frmSyncLog(const Toolbox& tools, std::int32_t& numSyncLogEntries, QW
     layout->setSpacing(10);
     layout->addWidget(lvwSyncHistory_, 1);
     layout->addLayout(entries);
-    resize(820, 420);
+    ResizeWithinScreen(*this, {820, 420});
 
     tools_.reporter.Guard("frmSyncLog.Form_Load", [&] {
         AdjustNumLogEntries(tools_, numSyncLogEntries_, false, numSyncLogEntries_);
