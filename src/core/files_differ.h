@@ -60,10 +60,10 @@ class ContentComparator {
     bool AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown, ContentProgress& progress,
                         std::uint64_t& size);
 
+    bool WantsAnnouncements() const { return announced_.size() < kAnnouncedPairs; }
     // Says that this pair will be asked for soon: both are opened and the kernel is told to read them. Pairs
     // are asked for in the order in which they were announced, others may come in between, and one that is
     // never asked for does no harm. Beyond kAnnouncedPairs nothing happens and the result is false.
-    bool WantsAnnouncements() const { return announced_.size() < kAnnouncedPairs; }
     bool Announce(std::string_view leftPath, std::string_view rightPath);
     // The same with what the caller could open already; a file that is not open is opened when it is asked
     // for.
