@@ -39,16 +39,20 @@ Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const 
     if (IdOf(look.stat) == IdOf(source)) return TheSame(from, to);
 
     Statx end = look.stat;
+    bool leadsNowhere = false;
     if (IsLink(look.stat)) {
         looked = Look(run.calls, to, LinkPolicy::Follow, end);
+        leadsNowhere = looked < 0;
         if (looked < 0) end = look.stat;
         if (looked == 0 && IdOf(end) == IdOf(source)) return TheSame(from, to);
     }
+    bool standsForFolder = false;
     if (IsLink(source)) {
         // A link put over the very file that it leads to would be all that is left of that file.
         Statx leadsTo{};
-        if (Look(run.calls, from, LinkPolicy::Follow, leadsTo) == 0 && IdOf(leadsTo) == IdOf(look.stat))
-            return TheSame(from, to);
+        const bool leadsSomewhere = Look(run.calls, from, LinkPolicy::Follow, leadsTo) == 0;
+        if (leadsSomewhere && IdOf(leadsTo) == IdOf(look.stat)) return TheSame(from, to);
+        standsForFolder = leadsSomewhere && IsFolder(leadsTo);
     }
     look.isFolder = IsFolder(end);
     if (IsFolder(source)) {
@@ -56,6 +60,13 @@ Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const 
         return {};
     }
     if (IsFolder(look.stat)) return InTheWay(to, "The folder");
+    // A link is shown as what it leads to: a file and a link to a folder are two objects, neither of which
+    // was meant to replace the other. Links may replace links.
+    if (IsFile(source) && IsLink(look.stat) && look.isFolder) return InTheWay(to, "The link to a folder");
+    if (IsFile(look.stat) && standsForFolder) return InTheWay(to, "The file");
+    // One that leads nowhere is not shown at all, so without a question nobody could know that it goes.
+    if (IsFile(source) && IsLink(look.stat) && leadsNowhere && run.request.noConfirmation)
+        return InTheWay(to, "The link that leads nowhere");
     if (!IsFile(look.stat) && !IsLink(look.stat)) return InTheWay(to, "The special file");
     if (run.WasPlaced(IdOf(look.stat), to)) return InTheWay(to, "What was put there just now,");
     return {};
@@ -142,6 +153,7 @@ Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const P
 Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, Folder& target,
                            Statx& sourceStat, Statx& targetStat, bool& made,
                            std::vector<std::string>& names) {
+    if (Error error = run_.RefuseTooDeep(from); !error.IsOk()) return error;
     if (Error error = OpenFolderAt(calls_, from, LinkPolicy::DoNotFollow, source); !error.IsOk())
         return error;
     if (const int looked = LookAtOpen(calls_, source.fd.Get(), sourceStat); looked < 0)
@@ -175,6 +187,7 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
 }
 
 ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
+    const ShellRun::Level level(run_);
     Folder source, target;
     Statx sourceStat{}, targetStat{};
     std::vector<std::string> names;
@@ -215,7 +228,8 @@ ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
 }
 
 void CountTree(ShellRun& run, const Place& place, bool withBytes, ShellProgress::Totals& totals) {
-    if (run.CancelAsked()) return;
+    const ShellRun::Level level(run);
+    if (run.CancelAsked() || !run.RefuseTooDeep(place).IsOk()) return;
     Statx stat{};
     if (Look(run.calls, place, LinkPolicy::DoNotFollow, stat) < 0) return;
     ++totals.objects;

@@ -27,9 +27,11 @@ ItemOutcome DeleteEngine::Delete(const Place& place) {
 }
 
 ItemOutcome DeleteEngine::DeleteFolder(const Place& place, const Statx& listed) {
+    const ShellRun::Level level(run_);
     Folder folder;
     std::vector<std::string> names;
     ItemOutcome outcome = run_.Attempt(place, [&](ItemOutcome&) -> Error {
+        if (Error error = run_.RefuseTooDeep(place); !error.IsOk()) return error;
         if (Error error = OpenFolderAt(calls_, place, LinkPolicy::DoNotFollow, folder); !error.IsOk())
             return error;
         if (folder.id != IdOf(listed)) return Error::FromErrno(ESTALE, folder.path);

@@ -35,7 +35,9 @@ bool MoveEngine::BatchIsFull() const {
 
 void MoveEngine::FinishPending(std::vector<ShellItem>& items) {
     if (pending_.empty()) return;
-    const Error synced = run_.shared.Sync();
+    Error synced = run_.shared.Sync();
+    if (synced.IsOk()) synced = failedSync_;
+    failedSync_ = {};
     for (const Pending& pending : pending_) {
         ShellItem& item = items[pending.item];
         if (!synced.IsOk()) {
@@ -115,15 +117,18 @@ ItemOutcome MoveEngine::MoveInside(const Place& from, const Place& to) {
     if (outcome != ItemOutcome::Done) return outcome;
     if (const Error synced = run_.shared.Sync(); !synced.IsOk()) {
         run_.RecordFailure(from.Path(), synced);
+        if (!pending_.empty()) failedSync_ = synced;
         return ItemOutcome::Failed;
     }
     return DeleteEngine(run_, &record).Delete(from);
 }
 
 ItemOutcome MoveEngine::MergeFolder(const Place& from, const Place& to) {
+    const ShellRun::Level level(run_);
     Folder source, target;
     std::vector<std::string> names;
     ItemOutcome outcome = run_.Attempt(from, [&](ItemOutcome&) -> Error {
+        if (Error error = run_.RefuseTooDeep(from); !error.IsOk()) return error;
         if (Error error = OpenFolderAt(calls_, from, LinkPolicy::DoNotFollow, source); !error.IsOk())
             return error;
         if (Error error = OpenFolderAt(calls_, to, LinkPolicy::Follow, target); !error.IsOk()) return error;

@@ -1,6 +1,7 @@
 #include "platform/shell_operations.h"
 
 #include <cerrno>
+#include <utility>
 
 #include "platform/copy_engine.h"
 #include "platform/delete_engine.h"
@@ -178,6 +179,7 @@ SystemShellOperations::SystemShellOperations(const Parts& parts) : state_(std::m
 SystemShellOperations::~SystemShellOperations() = default;
 
 ShellResult SystemShellOperations::Run(const ShellRequest& request) {
+    const ManyOpenFiles manyOpenFiles;
     ShellResult result;
     Dispatcher(*state_, request, result).Work();
     return result;
@@ -198,13 +200,19 @@ Error SystemShellOperations::CopyOneFile(std::string_view from, std::string_view
         return Error::FromErrno(-looked, from);
     if (IsFolder(stat)) return Error::FromErrno(EISDIR, from);
     const ItemOutcome outcome = CopyEngine(run).Copy(source, target);
-    if (outcome == ItemOutcome::Done) return {};
+    if (outcome == ItemOutcome::Done) {
+        state_->singleCopiesWait = true;
+        return {};
+    }
     if (!result.troubles.empty()) return result.troubles.front().error;
     return Error::FromErrno(ECANCELED, from);
 }
 
 Error SystemShellOperations::SyncCopies() {
-    return state_->Sync();
+    const Error synced = state_->Sync();
+    state_->singleCopiesWait = false;
+    const Error earlier = std::exchange(state_->failedSync, {});
+    return synced.IsOk() ? earlier : synced;
 }
 
 Error SystemShellOperations::DeleteOneFile(std::string_view path) {

@@ -178,7 +178,27 @@ Error Shared::Sync() {
         if (const int result = calls.Syncfs(fd.Get()); result < 0 && failed == 0) failed = result;
     }
     unsynced.clear();
-    return failed == 0 ? Error() : Error::FromErrno(-failed);
+    const Error error = failed == 0 ? Error() : Error::FromErrno(-failed);
+    if (failed != 0 && singleCopiesWait) failedSync = error;
+    return error;
+}
+
+ManyOpenFiles::ManyOpenFiles() {
+    constexpr rlim_t kWanted = 4 * ShellRun::kMostLevels;  // of two trees, and as many again
+    if (getrlimit(RLIMIT_NOFILE, &before_) != 0 || before_.rlim_cur >= kWanted) return;
+    const rlimit wanted{std::min(kWanted, before_.rlim_max), before_.rlim_max};
+    raised_ = setrlimit(RLIMIT_NOFILE, &wanted) == 0;
+}
+
+ManyOpenFiles::~ManyOpenFiles() {
+    if (raised_) setrlimit(RLIMIT_NOFILE, &before_);
+}
+
+Error ShellRun::RefuseTooDeep(const Place& place) const {
+    if (levels_ <= kMostLevels) return {};
+    return {ErrorNumber::PathFileAccess, "\"" + place.Path() +
+                                             "\" lies in more folders, one in the other, than " +
+                                             std::to_string(kMostLevels)};
 }
 
 char* Shared::Buffer(int which) {

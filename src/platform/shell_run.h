@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <cstddef>
@@ -106,12 +107,30 @@ struct Shared {
     // To be called before something is put into `folder`; Sync makes it safe. 0 or minus errno.
     int NoteWritten(const Folder& folder);
     Error Sync();
+    // Copies of single files are not safe yet when the next operation runs and syncs. An error is told once,
+    // so it is kept for those who ask for them.
+    bool singleCopiesWait = false;
+    Error failedSync;
     // Two buffers, each of kBufferSize.
     static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
     char* Buffer(int which);
 
   private:
     std::unique_ptr<char[]> buffers_;
+};
+
+// Lets this process open as many files as a request may need, until the end of the scope: what the process
+// starts otherwise is to find the limit that the user has set.
+class ManyOpenFiles {
+  public:
+    ManyOpenFiles();
+    ~ManyOpenFiles();
+    ManyOpenFiles(const ManyOpenFiles&) = delete;
+    ManyOpenFiles& operator=(const ManyOpenFiles&) = delete;
+
+  private:
+    rlimit before_{};
+    bool raised_ = false;
 };
 
 // One request on its way.
@@ -126,6 +145,20 @@ class ShellRun {
     ShellResult& result;
     // Folders that this run has written to. None of them is ever taken as a source: it would never end.
     std::set<FileId> targetFolders;
+
+    // Each level of a tree takes room on the stack and holds folders open.
+    static constexpr int kMostLevels = 1'000;
+    class Level {
+      public:
+        explicit Level(ShellRun& run) : run_(run) { ++run_.levels_; }
+        ~Level() { --run_.levels_; }
+        Level(const Level&) = delete;
+        Level& operator=(const Level&) = delete;
+
+      private:
+        ShellRun& run_;
+    };
+    Error RefuseTooDeep(const Place& place) const;
 
     // Lets events through and asks. Once true it stays true.
     bool CancelAsked();
@@ -170,6 +203,7 @@ class ShellRun {
 
   private:
     bool overwriteAll_ = false;
+    int levels_ = 0;
     std::unordered_set<std::size_t> placed_;
 };
 

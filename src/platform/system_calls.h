@@ -60,4 +60,9 @@ class SystemCalls {
     virtual int Access(const char* path, int mode);  // for the effective user
 };
 
+// From now on a write into a broken pipe, or beyond the greatest size that the user's limits leave to a file,
+// fails with an error instead of ending the process in the middle of its work. What the process starts is not
+// touched by it.
+void TakeWriteErrorsAsValues();
+
 }  // namespace vantrel

@@ -5,6 +5,7 @@
 #include <sys/xattr.h>
 
 #include <cerrno>
+#include <initializer_list>
 
 #include "platform/system_calls.h"
 
@@ -28,6 +29,25 @@ int SystemCalls::StartWriting(int fd, off_t offset, off_t length) {
 
 int SystemCalls::ProcessExists(pid_t process) {
     return kill(process, 0) == 0 || errno == EPERM ? 0 : -errno;
+}
+
+namespace {
+
+// Not SIG_IGN, which a started program would take over.
+extern "C" void DoNothing(int) {
+}
+
+}  // namespace
+
+void TakeWriteErrorsAsValues() {
+    struct sigaction action {};
+    action.sa_handler = DoNothing;
+    action.sa_flags = SA_RESTART;
+    for (const int number : {SIGPIPE, SIGXFSZ}) {
+        struct sigaction old {};
+        sigaction(number, nullptr, &old);
+        if (old.sa_handler == SIG_DFL) sigaction(number, &action, nullptr);
+    }
 }
 
 }  // namespace vantrel

@@ -1,10 +1,12 @@
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
 
 #include <filesystem>
 #include <fstream>
+#include <utility>
 
 #include "platform/names.h"
 #include "platform/temporary_files.h"
@@ -131,6 +133,10 @@ TEST_F(ShellCopyTest, RefusesWhatWouldLoseSomething) {
     fs::create_directory_symlink(Left("dir/inner"), drop / "way in");
     ASSERT_EQ(0, mkfifo(Right("pipe").c_str(), 0600));
     drop.Write("left/pipe", "a file onto a pipe");
+    drop.Write("left/lead", "a file onto a link to a folder");
+    fs::create_directory_symlink(Left("dir"), Right("lead"));
+    fs::create_directory_symlink(Left("dir/inner"), drop / "kind");
+    drop.Write("right/kind", "a link to a folder onto a file");
     const struct {
         std::string source, target;
         bool full;
@@ -141,6 +147,7 @@ TEST_F(ShellCopyTest, RefusesWhatWouldLoseSomething) {
         {Left("dir"), drop / "way in", false},   {Left("dir"), drop / "left", false},
         {Left("dir"), drop / "right", false},    {Left("both"), drop / "right", false},
         {Left("pipe"), drop / "right", false},   {Left("gone"), drop / "right", false},
+        {Left("lead"), drop / "right", false},   {drop / "kind", drop / "right", false},
         {Left("file"), "relative", false},       {Left("file"), Left("file/below"), false},
     };
     for (const ShellOperation operation : {Copy, Move}) {
@@ -161,6 +168,53 @@ TEST_F(ShellCopyTest, RefusesWhatWouldLoseSomething) {
             EXPECT_EQ(before, TreeOf(drop.Path()));
         }
     }
+}
+
+TEST_F(ShellCopyTest, WhatIsShownNowhereIsReplacedOnlyAfterAQuestion) {
+    drop.Write("left/file", "content");
+    fs::create_symlink("unplugged", Right("file"));
+    ShellRequest request;
+    request.sources = {Left("file")};
+    request.target = drop / "right";
+    request.noConfirmation = true;
+    EXPECT_EQ(Failed, Run(request).items.at(0).outcome);
+    EXPECT_FALSE(Service().CopyOneFile(Left("file"), Right("file")).IsOk());
+    EXPECT_TRUE(fs::is_symlink(Right("file")));
+    questions.overwriteAnswers = {OverwriteAnswer::Yes};
+    EXPECT_TRUE(Run(Copy, {Left("file")}, drop / "right").AllDone());
+    EXPECT_EQ("content", drop.Read("right/file"));
+}
+
+TEST_F(ShellCopyTest, DeepTreesNeedNoHigherLimitOfOpenFilesAndEndWithAnErrorAtTheLast) {
+    rlimit before{};
+    ASSERT_EQ(0, getrlimit(RLIMIT_NOFILE, &before));
+    if (before.rlim_max < 2'100) GTEST_SKIP() << "no more open files than " << before.rlim_max;
+    const rlimit low{256, before.rlim_max};
+    ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &low));
+    const auto make = [&](const char* name, int levels) {
+        int fd = open((drop / "left").c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+        for (int i = 0; i < levels; ++i) {
+            const char* part = i == 0 ? name : "d";
+            EXPECT_EQ(0, mkdirat(fd, part, 0700));
+            const int next = openat(fd, part, O_PATH | O_DIRECTORY | O_CLOEXEC);
+            close(std::exchange(fd, next));
+        }
+        close(fd);
+    };
+    make("deep", 990);
+    make("too deep", 1'010);
+    const ShellResult copied = Run(Copy, {Left("deep"), Left("too deep")}, drop / "right");
+    EXPECT_EQ(Done, copied.items.at(0).outcome);
+    EXPECT_EQ(Failed, copied.items.at(1).outcome);
+    EXPECT_EQ(1U, copied.troubles.size());
+    EXPECT_TRUE(Run(Delete, {Left("deep")}).AllDone());
+    EXPECT_EQ(Failed, Run(Delete, {Left("too deep")}).items.at(0).outcome);
+    rlimit after{};
+    getrlimit(RLIMIT_NOFILE, &after);
+    EXPECT_EQ(low.rlim_cur, after.rlim_cur);
+    // Clearing up takes as many.
+    before.rlim_cur = std::max<rlim_t>(before.rlim_cur, 2'100);
+    setrlimit(RLIMIT_NOFILE, &before);
 }
 
 TEST_F(ShellCopyTest, NoEmptyNameStandsForTheFolderThatHoldsIt) {

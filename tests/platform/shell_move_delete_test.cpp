@@ -92,6 +92,20 @@ TEST_F(ShellTest, NothingOfAMoveIsRemovedBeforeItIsSafe) {
     EXPECT_EQ(1, syncs);
 }
 
+TEST_F(ShellTest, AnErrorThatASyncToldOnceStandsForAllThatWaitedForIt) {
+    drop.Write("left/a", "alpha");
+    drop.Write("left/b", "beta");
+    calls.FailAt(Call::Syncfs, 1, EIO);
+    SystemShellOperations shell = Service();
+    ShellRequest request;
+    request.sources = {Left("b")};
+    request.target = drop / "right";
+    EXPECT_TRUE(shell.CopyOneFile(Left("a"), Right("a")).IsOk());
+    EXPECT_EQ(Failed, shell.Run(request).items.at(0).outcome);
+    EXPECT_EQ(EIO, shell.SyncCopies().SystemNumber());
+    EXPECT_TRUE(shell.SyncCopies().IsOk());
+}
+
 TEST_F(ShellTest, DeletesWhatWasListedAndFollowsNoLink) {
     drop.Write("left/Sub/deep/a", "a");
     drop.Write("left/Sub/odd \xff\n", "odd");

@@ -9,6 +9,7 @@
 #include "core/folder_comparison.h"
 #include "engine.h"
 #include "exit_status.h"
+#include "platform/system_calls.h"
 #include "sync/synchronization.h"
 #include "sync_output.h"
 #include "sync_request.h"
@@ -238,6 +239,7 @@ int Synchronize(const SyncRequest& request, const PerSide<std::string_view>& ope
     const std::string own = FullProgramFolder(request.programFolder);
     Engine engine(logs ? logs->Path() : own);
     ConsoleLoop::CatchSignals();
+    TakeWriteErrorsAsValues();
     const int status = SyncRun(request, engine).Run(operands);
     ConsoleLoop::LeaveSignals();
     return status;

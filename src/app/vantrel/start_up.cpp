@@ -114,6 +114,7 @@ std::string AppVersionText() {
 
 int Main(int argc, char** argv) {
     qInstallMessageHandler(OnQtMessage);
+    TakeWriteErrorsAsValues();
     DoWithoutMissingBus();
     QApplication qt(argc, argv);
     const std::string appVersion = AppVersionText();
