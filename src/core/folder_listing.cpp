@@ -13,6 +13,7 @@ void FolderListing::Clear() {
     entries_.clear();
     aside_.clear();
     unknown_.clear();
+    unknownKeys_.clear();
     order_.clear();
     totalSize_ = Currency();
 }
@@ -45,7 +46,7 @@ void FolderListing::Take(const FolderEntry& entry, std::uint32_t source, const N
             if (kept)
                 entries_.push_back(made);
             else if (LookAt(made) == Found::Unknown)
-                unknown_.push_back(made);
+                AddUnknown(made);
             break;
         }
         case EntryKind::Folder:
@@ -54,9 +55,14 @@ void FolderListing::Take(const FolderEntry& entry, std::uint32_t source, const N
                 .push_back(MakeEntry(entry, source));
             break;
         case EntryKind::Other:
-            if (entry.unknown) unknown_.push_back(MakeEntry(entry, source));
+            if (entry.unknown) AddUnknown(MakeEntry(entry, source));
             break;
     }
+}
+
+void FolderListing::AddUnknown(const Entry& entry) {
+    unknown_.push_back(entry);
+    unknownKeys_.emplace(Key(entry));
 }
 
 FolderListing::Found FolderListing::LookAt(Entry& entry) {
@@ -77,7 +83,7 @@ bool FolderListing::LookAt(std::size_t position) {
     Entry& entry = entries_[order_[position].index];
     const Found found = LookAt(entry);
     if (found == Found::File) return true;
-    if (found == Found::Unknown) unknown_.push_back(entry);
+    if (found == Found::Unknown) AddUnknown(entry);
     order_.erase(order_.begin() + static_cast<std::ptrdiff_t>(position));
     return false;
 }
@@ -86,7 +92,7 @@ void FolderListing::LookAtRest(const ComparisonContext& context) {
     for (Entry& entry : entries_) {
         if (entry.isFolder || entry.looked) continue;
         context.ThrowIfCancelled();
-        if (LookAt(entry) == Found::Unknown) unknown_.push_back(entry);
+        if (LookAt(entry) == Found::Unknown) AddUnknown(entry);
     }
 }
 
@@ -99,7 +105,7 @@ void FolderListing::Learn(std::size_t position, std::uint64_t size, FileTime las
 }
 
 Error FolderListing::List(const NameFilter* filter, Looks looks, const ComparisonContext& context,
-                          std::string& lastName) {
+                          BreakingOff& at) {
     for (std::uint32_t source = 0; source < sources_.size(); ++source) {
         bool cancelled = false;
         Error error = sources_[source].folder.ForEach(
@@ -112,9 +118,9 @@ Error FolderListing::List(const NameFilter* filter, Looks looks, const Compariso
             looks);
         if (cancelled) throw ComparisonCancelled();
         if (!error.IsOk()) {
-            lastName.clear();
+            at = {source, {}};
             const std::vector<Entry>& some = entries_.empty() ? aside_ : entries_;
-            if (!some.empty()) lastName = Name(some.back());
+            if (!some.empty() && some.back().source == source) at.lastName = Name(some.back());
             return error;
         }
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +33,11 @@ class FolderListing {
         FileTime lastWrite;
     };
 
+    struct BreakingOff {
+        std::size_t source = 0;
+        std::string lastName;  // what was found in it last; may be empty
+    };
+
     void Clear();
     Source& AddSource() { return sources_.emplace_back(); }
     void DropLastSource() { sources_.pop_back(); }
@@ -39,10 +46,9 @@ class FolderListing {
 
     // Lists all sources. What the filter keeps becomes entries; folders that it drops are kept aside, because
     // they count in the size. Without a filter there are folders aside only. Throws ComparisonCancelled. At
-    // an error the entries are not to be used; `lastName` is what was looked at before it. With
-    // Looks::NotAtFiles the files that the filter keeps may come out unlooked.
-    Error List(const NameFilter* filter, Looks looks, const ComparisonContext& context,
-               std::string& lastName);
+    // an error the entries are not to be used, and `at` says where it was. With Looks::NotAtFiles the files
+    // that the filter keeps may come out unlooked.
+    Error List(const NameFilter* filter, Looks looks, const ComparisonContext& context, BreakingOff& at);
 
     // Bytes of all files that were looked at, whether kept or not.
     Currency TotalSize() const { return totalSize_; }
@@ -60,6 +66,8 @@ class FolderListing {
     const std::vector<Entry>& FoldersAside() const { return aside_; }
     // Names that could not be looked at.
     const std::vector<Entry>& Unknown() const { return unknown_; }
+    // Whether one of them has this key; `key` is without the "/" of a folder.
+    bool IsUnknown(std::string_view key) const { return unknownKeys_.contains(key); }
 
     std::string_view Name(const Entry& entry) const {
         return std::string_view(text_).substr(entry.nameAt, entry.nameSize);
@@ -76,11 +84,13 @@ class FolderListing {
     enum class Found { File, Gone, Unknown };
     Found LookAt(Entry& entry);
     void Take(const FolderEntry& entry, std::uint32_t source, const NameFilter* filter);
+    void AddUnknown(const Entry& entry);
     Entry MakeEntry(const FolderEntry& entry, std::uint32_t source);
 
     std::vector<Source> sources_;
     std::string text_;
     std::vector<Entry> entries_, aside_, unknown_;
+    std::set<std::string, std::less<>> unknownKeys_;
     std::vector<SortItem> order_;
     Currency totalSize_;
     std::string marked_;

@@ -186,13 +186,14 @@ void TreeWalk::Finish(Level& child) {
         FolderListing& listing = child.listing[side];
         if (listing.Sources().empty()) continue;
         context_.progress.SetFileName(WithoutTrailingSlash(FullPath(side, listing.Sources().front().path)));
-        std::string lastName;
+        FolderListing::BreakingOff at;
         const bool compares = child.mode == Mode::Compare;
         const Looks looks = compares && pairs_.ReadsContents() ? Looks::NotAtFiles : Looks::AtAll;
-        Error error = listing.List(compares ? &filter_ : nullptr, looks, context_, lastName);
+        Error error = listing.List(compares ? &filter_ : nullptr, looks, context_, at);
         if (error.IsOk()) continue;
         known[side] = false;
-        MarkUnlisted(side, child.mode, listing.Sources().front().path, std::move(error), std::move(lastName));
+        MarkUnlisted(side, child.mode, listing.Sources()[at.source].path, std::move(error),
+                     std::move(at.lastName));
     }
     for (const Side side : kBothSides) {
         // Their pairs are not going to be opened.
@@ -212,19 +213,10 @@ void TreeWalk::Finish(Level& child) {
 }
 
 bool TreeWalk::IsUnknown(const Level& level, const Item& item) const {
-    for (const Side side : kBothSides) {
-        for (const FolderListing::Entry& unknown : level.listing[side].Unknown()) {
-            const std::string_view key = level.listing[side].Key(unknown);
-            for (const Side real : kBothSides) {
-                if (item.at[real].IsEmpty()) continue;
-                std::string_view itemKey =
-                    level.listing[real].Key(level.listing[real].At(item.at[real].begin));
-                if (item.isFolder) itemKey.remove_suffix(1);
-                if (itemKey == key) return true;
-            }
-        }
-    }
-    return false;
+    const Side side = item.at[Side::Left].IsEmpty() ? Side::Right : Side::Left;
+    std::string_view key = level.listing[side].Key(level.listing[side].At(item.at[side].begin));
+    if (item.isFolder) key.remove_suffix(1);
+    return level.listing[Side::Left].IsUnknown(key) || level.listing[Side::Right].IsUnknown(key);
 }
 
 PerSide<ScannedFile> TreeWalk::FilesOf(const Level& level, const Item& item) const {
@@ -248,6 +240,8 @@ void TreeWalk::Announce(Level& level) {
         Item item;
         PerSide<std::size_t> cursor = level.ahead;
         if (!NextItem(level, cursor, item) || item.isFolder) return;
+        // Any number of pairs can be opened here of which none needs its contents.
+        context_.ThrowIfCancelled();
         level.ahead = cursor;
         if (!item.IsPair() || IsUnknown(level, item)) continue;
         PerSide<ReadFile> files;

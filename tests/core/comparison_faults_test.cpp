@@ -170,6 +170,26 @@ TEST_P(UnlistedFolder, IsUnknownAndNotEmpty) {
 INSTANTIATE_TEST_SUITE_P(Calls, UnlistedFolder, ::testing::Values(Call::Open, Call::GetDents),
                          [](const auto& tested) { return tested.param == Call::Open ? "Open" : "GetDents"; });
 
+// Of folders that count as one the report names the one that broke off.
+TEST(ComparisonFaults, OfTwinFoldersTheUnlistedOneIsNamed) {
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
+    for (const char* name : {"sub/Twin/a", "sub/twin/b"}) bench.Write(Side::Left, name, "1");
+    bench.Write(Side::Right, "sub/Twin/a", "1");
+    calls.before = [&](const FaultySystemCalls::Record& record) {
+        // "Twin" is listed first, by two calls.
+        if (record.call == Call::Open && record.path == "twin")
+            calls.FailAt(Call::GetDents, calls.Count(Call::GetDents) + 3, EIO);
+    };
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    EXPECT_THAT(bench.Log(), HasSubstr("File Name: " + bench.folder / "left/sub/twin"));
+    EXPECT_TRUE(bench.Records().empty());
+    const CSubFolderDiffs* diffs = bench.results.SubFolderDiffs.Find("sub");
+    ASSERT_NE(diffs, nullptr);
+    ASSERT_EQ(diffs->UnknownPlaces().size(), 1U);
+    EXPECT_EQ(diffs->UnknownPlaces()[0].path, "twin");
+}
+
 // One of the two folders breaks off, vanishes after the check, or may not be read.
 TEST(ComparisonFaults, AnIncompleteScanIsNeverShown) {
     FaultySystemCalls calls;
@@ -300,6 +320,24 @@ TEST(ComparisonFaults, FilesThatChangeBetweenListingAndOpening) {
             EXPECT_EQ(bench.Rows().at(0).find("incomplete") != std::string::npos, each.incomplete);
         }
     }
+}
+
+// Pairs whose sizes differ are opened ahead and need no reading: a slow disk holds up no cancel there.
+TEST(ComparisonFaults, ACancelIsHeardWhileFilesAreOpenedAhead) {
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
+    bench.SetReadingWaits(true);
+    bench.compare.CompareMethod = CompareMethod::Contents;
+    for (int i = 0; i < 100; ++i)
+        for (const Side side : kBothSides)
+            bench.Write(side, "sub/x" + std::to_string(i), side == Side::Left ? "1" : "12");
+    std::size_t opened = 0;
+    calls.before = [&](const FaultySystemCalls::Record& record) {
+        if (record.call == Call::Open && record.path.starts_with('x') && ++opened == 20)
+            bench.tools.loop.cancelled = true;
+    };
+    EXPECT_EQ(bench.Run(), CompareOutcome::NoResult);
+    EXPECT_LE(opened, 22U);
 }
 
 // Trouble that cannot be logged is told at the end, once, whatever part of the comparison met it.
