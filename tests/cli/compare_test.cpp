@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
@@ -223,6 +224,15 @@ TEST_F(CompareCommandTest, WhatCannotBeReadIsTrouble) {
     EXPECT_EQ(2, run.status);
     EXPECT_EQ(std::string::npos, run.out.find("Orphan"));
     EXPECT_THAT(run.err, HasSubstr("closed"));
+}
+
+TEST_F(CompareCommandTest, NothingIsLeftBehindWhereTheReaderHasEnough) {
+    for (int i = 0; i < 400; ++i) folder.Write("left/" + std::to_string(i) + std::string(200, 'x'), "");
+    folder.MakeFolder("logs");
+    const std::string command = "TMPDIR='" + folder / "logs" + "' '" VANTREL_CLI "' compare '" +
+                                folder / "left" + "' '" + folder / "right" + "' | head -c 1 > /dev/null";
+    ASSERT_EQ(0, std::system(command.c_str()));
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "logs"));
 }
 
 TEST_F(CompareCommandTest, AnInterruptLeavesNothingPrinted) {

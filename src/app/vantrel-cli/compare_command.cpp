@@ -1,4 +1,6 @@
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 #include "commands.h"
 #include "compare_output.h"
@@ -41,8 +43,9 @@ int Print(const CompareRequest& request, const CompareReport& report, ConsoleMes
 }
 
 int Compare(const CompareRequest& request, const PerSide<std::string_view>& operands) {
-    const PrivateFolder logs;
-    Engine engine(logs.Path());
+    ConsoleLoop::CatchSignals();
+    std::optional<PrivateFolder> logs(std::in_place);
+    Engine engine(logs->Path());
     ConsoleMessages& messages = engine.Messages();
     Options options;
     if (const Error error = ReadSettings(engine, request, options); !error.IsOk()) {
@@ -57,10 +60,11 @@ int Compare(const CompareRequest& request, const PerSide<std::string_view>& oper
     PerSide<std::string> paths;
     for (const Side side : kBothSides) paths[side] = engine.FullPath(operands[side]);
     ConsoleHost host(engine.Tools(), results, paths);
-    ConsoleLoop::CatchSignals();
     FolderComparison comparison(engine.Tools(), compare, host, engine.Progress(), results);
     const CompareOutcome outcome = comparison.CompareDirs(false, false);
     if (compare.ErrorsDuringCompare) host.ShowErrorLog();
+    // Whoever reads the result may have enough of it: the signal of that ends the process while it prints.
+    logs.reset();
     const bool cancelled = engine.Tools().loop.CancelRequested();
     ConsoleLoop::LeaveSignals();
 
