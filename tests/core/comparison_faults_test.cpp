@@ -257,6 +257,32 @@ TEST(ComparisonFaults, AnUnknownEntryIsLeftOutOnBothSides) {
     }
 }
 
+// What the options leave out, be it a file or a folder, need not be known.
+TEST(ComparisonFaults, AnUnknownEntryThatIsLeftOutAnywayIsNoTrouble) {
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
+    for (const Side side : kBothSides)
+        for (const char* name : {"sub/.x/a", "sub/y"}) bench.Write(side, name, "1");
+    for (const bool foldersToo : {false, true}) {
+        bench.compare.ExcludeHiddenFiles = true;
+        bench.compare.ExcludeHiddenFolders = foldersToo;
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        calls.ResetCount();
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        const auto& sequence = calls.Sequence();
+        const auto look = std::find_if(sequence.begin(), sequence.end(), [](const auto& record) {
+            return record.call == Call::Statx && record.path == ".x";
+        });
+        ASSERT_NE(look, sequence.end());
+        calls.FailAt(static_cast<std::size_t>(look - sequence.begin()) + 1, EACCES);
+        calls.ResetCount();
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        calls.ClearFaults();
+        EXPECT_EQ(bench.compare.ErrorsDuringCompare, !foldersToo);
+        EXPECT_EQ(bench.Rows().at(0).find("incomplete") == std::string::npos, foldersToo);
+    }
+}
+
 // By contents a file is looked at when it is opened: what became of it since the folder was listed counts.
 TEST(ComparisonFaults, FilesThatChangeBetweenListingAndOpening) {
     struct Case {
