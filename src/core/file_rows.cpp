@@ -51,6 +51,7 @@ void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const P
         for (; pairs.ReadsContents() && ahead < allFileNames.size() && pairs.WantsAnnouncements(); ++ahead) {
             const MergedFile& coming = allFileNames[ahead];
             if (!IsPair(coming) || !pairs.NeedsContents(FilesOf(coming))) continue;
+            context.ThrowIfCancelled();
             PerSide<ReadFile> files;
             for (const Side side : kBothSides)
                 if (folders[side].IsOpen())
