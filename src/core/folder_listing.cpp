@@ -30,6 +30,7 @@ FolderListing::Entry FolderListing::MakeEntry(const FolderEntry& entry, std::uin
     if (made.isFolder) text_.push_back('/');
     made.keySize = static_cast<std::uint32_t>(text_.size()) - made.keyAt;
     made.source = source;
+    made.isLink = entry.isLink;
     made.looked = entry.looked;
     made.size = entry.size;
     made.lastWrite = entry.lastWrite;

@@ -28,6 +28,7 @@ class FolderListing {
         std::uint32_t nameAt, nameSize, keyAt, keySize;  // in the text; the key of a folder ends in "/"
         std::uint32_t source;
         bool isFolder;
+        bool isLink;  // it is what the link leads to that is listed
         bool looked;  // size and time are known
         std::uint64_t size;
         FileTime lastWrite;

@@ -63,6 +63,8 @@ struct ResultRow {
     // Folder rows: a part of the tree could not be looked into. Its size is that of the known part, and what
     // is missing from it must not be concluded to be missing on the disk.
     bool incomplete = false;
+    // Folder rows: the other of the two compared folders lies below it.
+    bool holdsOtherFolder = false;
 
     // A real row stands for an object: it counts in totals and can be selected.
     bool IsReal() const { return kind == RowKind::File || kind == RowKind::Folder; }

@@ -50,6 +50,7 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
         row.text = names[i].text;
         row.kind = RowKind::Folder;
         row.incomplete = !answer.walk.complete;
+        row.holdsOtherFolder = answer.walk.holdsOtherFolder;
         row.type = !pair              ? ResultType::OrphanFolder
                    : answer.identical ? ResultType::IdenticalFolder
                                       : ResultType::DifferentFolder;

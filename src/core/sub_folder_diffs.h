@@ -12,6 +12,13 @@
 
 namespace vantrel {
 
+// Whether an object lies in another place as well, so that what is done to it here is done there.
+enum class Elsewhere : std::uint8_t {
+    No,
+    BehindLink,     // a folder on the way to it is a link
+    InOtherFolder,  // it is an object of the other of the two compared folders
+};
+
 // One half of a difference below a sub-folder. Blank where that side has no such file. The texts live in the
 // pool of the CSubFolderDiffs that holds the record.
 struct SubFolderRecord {
@@ -21,6 +28,7 @@ struct SubFolderRecord {
     Currency size;              // by the size rule of a scan
     FileTime lastWrite;         // UTC
     ResultType type = ResultType::None;  // Newer, Older, Orphan or Binary; None: blank
+    Elsewhere elsewhere = Elsewhere::No;
 
     bool IsBlank() const { return type == ResultType::None; }
     // The type as a number of the record: -1 for a blank one.

@@ -23,6 +23,9 @@ TreeWalk::Outcome TreeWalk::Walk(const PerSide<std::string_view>& names, CSubFol
         branch_[side].assign(1, roots_[side].folder.Id());
         first.branchLength[side] = 1;
         if (names[side].empty()) continue;
+        FolderEntry entry;
+        if (!roots_[side].folder.LookAt(names[side], entry) || entry.unknown || entry.isLink)
+            first.elsewhere[side] = Elsewhere::BehindLink;
         base_[side] = roots_[side].path + std::string(names[side]) + "/";
         OpenFolder folder;
         Error error = roots_[side].folder.OpenSub(names[side], folder);
@@ -44,6 +47,7 @@ TreeWalk::Level& TreeWalk::Push(Mode mode) {
         level.branchLength[side] = branch_[side].size();
     }
     level.next = level.nextAside = level.ahead = {};
+    level.elsewhere = {};
     level.mode = mode;
     return level;
 }
@@ -143,6 +147,9 @@ void TreeWalk::DescendAside(Level& level, Side side, const FolderListing::Entry&
 
 bool TreeWalk::OpenInto(Level& child, Side side, Level& parent, const FolderListing::Entry& entry) {
     FolderListing& listing = parent.listing[side];
+    Elsewhere& elsewhere = child.elsewhere[side];
+    elsewhere =
+        std::max({elsewhere, parent.elsewhere[side], entry.isLink ? Elsewhere::BehindLink : Elsewhere::No});
     FolderListing::Source& source = listing.Sources()[entry.source];
     OpenFolder folder;
     Error error = source.folder.IsOpen() ? Error() : Reopen(side, source);
@@ -163,6 +170,10 @@ bool TreeWalk::AddSource(Level& child, Side side, Error error, OpenFolder folder
     std::vector<FileId>& branch = branch_[side];
     if (std::find(branch.begin(), branch.end(), id) != branch.end()) return true;
     branch.push_back(id);
+    if (id == roots_[Other(side)].folder.Id()) {
+        if (child.elsewhere[side] == Elsewhere::No) outcome_.holdsOtherFolder = true;
+        child.elsewhere[side] = Elsewhere::InOtherFolder;
+    }
     FolderListing::Source& source = child.listing[side].AddSource();
     source.folder = std::move(folder);
     source.path = std::move(path);
@@ -366,6 +377,7 @@ void TreeWalk::CompareFiles(Level& level, const Item& item) {
         if (item.at[side].IsEmpty()) continue;
         records[side].size = files[side].size;
         records[side].lastWrite = files[side].lastWrite;
+        records[side].elsewhere = level.elsewhere[side];
         records[side].type = side == Side::Left ? types.left : types.right;
         level.listing[side].PathOf(level.listing[side].At(item.at[side].begin), pathScratch_[side]);
         if (shown.empty()) shown = pathScratch_[side];

@@ -41,6 +41,8 @@ class TreeWalk {
     struct Outcome {
         PerSide<Currency> size;  // bytes of all files, whatever the filters say, as far as they are known
         bool complete = true;
+        // One of the compared folders lies below this sub-folder of the other, not through a link.
+        bool holdsOtherFolder = false;
     };
     // `names` are the real names of the sub-folder, empty on a side that lacks it. With both sides there the
     // differences go to `diffs`, otherwise only the size is found. Throws ComparisonCancelled.
@@ -70,6 +72,7 @@ class TreeWalk {
         PerSide<std::size_t> next, nextAside;
         PerSide<std::size_t> ahead;         // how far pairs were announced; never beyond the next folder
         PerSide<std::size_t> branchLength;  // before this level
+        PerSide<Elsewhere> elsewhere;       // that of all that is in it
         Mode mode = Mode::Compare;
     };
     static constexpr std::size_t kLevelsHeldOpen = 64;

@@ -275,8 +275,8 @@ Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const 
         const int result = TryCopy(shared, from, to, options, copied, again);
         if (!again) {
             // The target is named only where it alone can be meant.
-            const bool ofTarget =
-                result == -EEXIST || result == -ENOSPC || result == -EDQUOT || result == -EROFS;
+            const bool ofTarget = result == -EEXIST || result == -ENOSPC || result == -EDQUOT ||
+                                  result == -EROFS || result == -EFBIG;
             return result < 0 ? Error::FromErrno(-result, (ofTarget ? to : from).Path()) : Error();
         }
         if (options.onRestart) options.onRestart();

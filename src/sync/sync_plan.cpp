@@ -12,6 +12,16 @@ bool IsSelected(const SelectedTexts& selected, std::string_view text) {
     return !selected || selected->contains(std::string(text));
 }
 
+// The trash of a volume stands in its top folder. What was put there is no part of what is kept in line: it
+// would be deleted for good, and a trash cannot be put into itself.
+bool IsTrash(const ResultRow& row) {
+    constexpr std::string_view kTrash = ".Trash";
+    if (row.kind != RowKind::Folder || !row.realName.starts_with(kTrash)) return false;
+    const std::string_view user = row.realName.substr(kTrash.size());
+    return user.empty() || (user.size() > 1 && user.front() == '-' &&
+                            user.find_first_not_of("0123456789", 1) == std::string_view::npos);
+}
+
 // Puts `planned` where it belongs, if it is something that is done at all. A copy goes over its counterpart,
 // by the name that this one bears; where there is none (`counterpart` is empty) it goes to `newPath`.
 void PlanHalf(PlannedAction planned, const std::string& counterpart, const std::string& newPath,
@@ -38,6 +48,11 @@ void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, c
             if (!row.IsReal() || !IsSelected(selected, row.text)) continue;
             // What could not be looked into is not known, and what is not known is not deleted.
             if (row.incomplete && action == SyncAction::Delete) continue;
+            if (row.holdsOtherFolder && action == SyncAction::Delete) {
+                ++plan.spared[side];
+                continue;
+            }
+            if (IsTrash(row)) continue;
             const ResultRow& other = lists[Other(side)][i];
             PlannedAction planned{.side = side,
                                   .action = action,
@@ -77,8 +92,14 @@ Currency Shown(Currency size) {
     return size > Currency() ? size : Currency();
 }
 
+// A delete follows no link, and what is done to one of the two folders is never done to the other with it.
+bool IsSpared(SyncAction action, const SubFolderRecord& record, const SubFolderRecord& other) {
+    if (action == SyncAction::Delete) return record.elsewhere != Elsewhere::No;
+    return action == SyncAction::Copy && other.elsewhere == Elsewhere::InOtherFolder;
+}
+
 SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<std::string>& roots,
-                                  const CSyncSettings& settings) {
+                                  const CSyncSettings& settings, PerSide<std::size_t>& spared) {
     SyncPlan::SubFolder plan{diffs.Name(), {}, {}};
     for (Side side : kBothSides) {
         const auto& records = diffs.Records(side);
@@ -87,6 +108,10 @@ SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<st
             const SubFolderRecord& record = records[i];
             if (record.IsBlank()) continue;
             const SubFolderRecord& other = otherRecords[i];
+            if (IsSpared(settings.ActionFor(side, record.type), record, other)) {
+                ++spared[side];
+                continue;
+            }
             PlannedAction planned{.side = side,
                                   .action = settings.ActionFor(side, record.type),
                                   .type = record.type,
@@ -139,7 +164,9 @@ SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CS
     for (const CSubFolderDiffs& diffs : results.SubFolderDiffs) {
         const auto row = rows.find(diffs.Name());
         if (row == rows.end() || !IsSelected(selected, diffs.Name())) continue;
-        plan.subFolders.push_back(PlanSubFolder(diffs, SubFolderRoots(results, row->second), settings));
+        if (IsTrash(results.hold[Side::Left][row->second])) continue;
+        const PerSide<std::string> roots = SubFolderRoots(results, row->second);
+        plan.subFolders.push_back(PlanSubFolder(diffs, roots, settings, plan.spared));
     }
     return plan;
 }

@@ -47,6 +47,10 @@ struct SyncPlan {
     // Every differing sub-folder that the run takes in, also one in which nothing is to be done.
     std::vector<SubFolder> subFolders;
 
+    // How many of the table's actions are left out because they would reach too far: deletes of files behind
+    // a link to a folder, and of what is or holds the other of the two folders, and copies over that.
+    PerSide<std::size_t> spared;
+
     bool IsEmpty() const;
     // All actions in the order of execution: deletes left, deletes right, copies left, copies right, then the
     // same four passes for each sub-folder.
@@ -58,6 +62,7 @@ using SelectedTexts = std::optional<std::unordered_set<std::string>>;
 
 // The plan for `results` under `settings`. Nothing is asked of the disk. Only Copy and Delete cells act. What
 // the comparison does not know (a folder that could not be listed) is in no record, so it is in no plan.
+// Neither is the trash of a volume.
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
                                       const SelectedTexts& selected);
 

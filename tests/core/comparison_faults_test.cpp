@@ -240,10 +240,12 @@ TEST(ComparisonFaults, AnUnknownEntryIsLeftOutOnBothSides) {
         calls.ResetCount();
         ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
         const auto& sequence = calls.Sequence();
-        // The first look may be that of the check; the last two are those of the listings, left and right.
+        // The first look may be that of the check; the last two are those of the listings, left and right,
+        // but that the walk looks once more whether its sub-folder is a link.
         std::vector<std::size_t> looks;
         for (std::size_t i = 0; i < sequence.size(); ++i)
             if (sequence[i].call == Call::Statx && sequence[i].path == name) looks.push_back(i + 1);
+        if (name == "sub") looks.resize(looks.size() - std::min<std::size_t>(looks.size(), 2));
         ASSERT_GE(looks.size(), 2U);
         calls.FailAt(looks[looks.size() - 2], EIO);
         calls.ResetCount();

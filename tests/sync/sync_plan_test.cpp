@@ -115,6 +115,18 @@ TEST(SyncPlan, DeletesNothingThatCouldNotBeLookedInto) {
     EXPECT_TRUE(GetListOfFilesAffectedBySync(results, settings, {}).IsEmpty());
 }
 
+TEST(SyncPlan, LeavesTheTrashOfAVolumeAlone) {
+    ComparisonResults results;
+    results.folders = {{"/l/", "/r/"}};
+    for (const std::string name : {"\\.Trash", "\\.Trash-1000", "\\.Trash-", "\\.Trash-1a"}) {
+        results.hold[Side::Left].AddCopy(Row(name, OrphanFolder, 1));
+        results.hold[Side::Right].AddPlaceholder();
+    }
+    CSyncSettings settings;
+    EXPECT_EQ((std::multiset<std::string>{"copy /l/.Trash- /r/.Trash-", "copy /l/.Trash-1a /r/.Trash-1a"}),
+              Words(GetListOfFilesAffectedBySync(results, settings, {})));
+}
+
 ComparisonResults ResultsWithSubFolders() {
     ComparisonResults results;
     results.folders[Side::Left] = "/l/";

@@ -95,6 +95,48 @@ TEST(Synchronization, ACopyGoesOverItsCounterpartOfOtherLetterCase) {
     EXPECT_FALSE(world.tools.folder.Exists("right/A.txt"));
 }
 
+TEST(Synchronization, NothingBehindALinkIsDeleted) {
+    SyncWorld world;
+    world.tools.folder.Write("elsewhere/precious", "stays", 1'600'000'000);
+    world.tools.folder.Write("left/sub/link/a", "a", 1'600'000'000);
+    world.tools.folder.Write("left/top/a", "a", 1'600'000'000);
+    world.tools.folder.MakeFolder("right/sub");
+    for (const char* link : {"right/sub/link", "right/top"})
+        std::filesystem::create_directory_symlink(world.tools.folder / "elsewhere",
+                                                  world.tools.folder / link);
+    world.settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
+    world.Compare();
+    const auto report = world.sync.AutoSync(false, false);
+    EXPECT_FALSE(report->cancelled);
+    EXPECT_EQ("stays", world.tools.folder.Read("elsewhere/precious"));
+    EXPECT_EQ("a", world.tools.folder.Read("elsewhere/a"));
+}
+
+// The right folder lies in the left one, below a sub-folder that the right one has as well or lacks.
+TEST(Synchronization, WhatIsDoneToOneFolderIsNotDoneToTheOtherInIt) {
+    for (const bool rightHasIt : {true, false}) {
+        SyncWorld world;
+        const testing::TempFolder& folder = world.tools.folder;
+        std::filesystem::remove(folder / "right");
+        std::filesystem::create_directory_symlink("left/in/right", folder / "right");
+        folder.Write("left/in/right/x", "x", 1'600'000'000);
+        folder.Write("left/in/right/top/z", "z", 1'600'000'000);
+        folder.MakeFolder("left/top");
+        if (rightHasIt) {
+            folder.Write("left/in/right/in/right/x", "newer x", 1'600'000'100);
+            folder.Write("left/in/right/in/y", "y", 1'600'000'000);
+        }
+        const testing::Tree before = ReadTree(folder / "left/in/right/");
+        world.settings.SetSyncMethod(SyncMethod::MakeLeftSameAsRight);
+        world.Compare();
+        const auto report = world.sync.AutoSync(false, false);
+        ASSERT_TRUE(report);
+        EXPECT_FALSE(report->cancelled);
+        EXPECT_EQ(before, ReadTree(folder / "left/in/right/"));
+        EXPECT_EQ("z", folder.Read("left/top/z"));
+    }
+}
+
 TEST(Synchronization, AFileWhereAFolderIsToGoFailsAndIsNotCountedAsDone) {
     SyncWorld world;
     world.tools.folder.Write("left/x", "a file", 1'600'000'000);
