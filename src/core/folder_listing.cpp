@@ -1,5 +1,6 @@
 #include "core/folder_listing.h"
 
+#include <algorithm>
 #include <tuple>
 
 #include "core/result_row.h"
@@ -90,8 +91,12 @@ bool FolderListing::LookAt(std::size_t position) {
     const Found found = LookAt(entry);
     if (found == Found::File) return true;
     if (found == Found::Unknown) AddUnknown(entry);
-    order_.erase(order_.begin() + static_cast<std::ptrdiff_t>(position));
     return false;
+}
+
+void FolderListing::PutBefore(std::size_t first, std::size_t position) {
+    const auto at = order_.begin() + static_cast<std::ptrdiff_t>(position);
+    std::rotate(order_.begin() + static_cast<std::ptrdiff_t>(first), at, at + 1);
 }
 
 void FolderListing::LookAtRest(const ComparisonContext& context) {

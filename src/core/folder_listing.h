@@ -55,9 +55,10 @@ class FolderListing {
     Currency TotalSize() const { return totalSize_; }
     // What the caller found out about an entry by opening it.
     void Learn(std::size_t position, std::uint64_t size, FileTime lastWrite);
-    // Looks at an entry. False where it is gone or unknown, which it is too where its source is not open:
-    // then there is one entry less, and what stood behind it has moved up.
+    // Looks at an entry. False where it is gone or unknown, which it is too where its source is not open.
     bool LookAt(std::size_t position);
+    // Brings the entry at `position` before those from `first` on, whose order stays.
+    void PutBefore(std::size_t first, std::size_t position);
     // Looks at all files that are still unlooked, for their sizes; also after an error of List. Throws
     // ComparisonCancelled.
     void LookAtRest(const ComparisonContext& context);

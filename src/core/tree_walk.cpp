@@ -341,25 +341,19 @@ bool TreeWalk::AreAlikeAtOnce(Level& level, const Item& item) {
 void TreeWalk::LookAtFiles(Level& level, Item& item) {
     for (const Side side : kBothSides) {
         FolderListing& listing = level.listing[side];
-        for (std::size_t at = item.at[side].begin; at < item.at[side].end;) {
+        for (std::size_t at = item.at[side].begin; at < item.at[side].end; ++at) {
             const FolderListing::Entry entry = listing.At(at);
-            if (entry.looked) {
-                ++at;
-                continue;
-            }
+            if (entry.looked) continue;
             FolderListing::Source& source = listing.Sources()[entry.source];
             if (!source.folder.IsOpen()) (void)Reopen(side, source);
             const std::size_t unknown = listing.Unknown().size();
             const Currency before = listing.TotalSize();
             if (listing.LookAt(at)) {
                 outcome_.size[side] += listing.TotalSize() - before;
-                ++at;
                 continue;
             }
             if (listing.Unknown().size() > unknown) MarkUnknownEntry(side, level, entry);
-            --item.at[side].end;
-            --level.next[side];
-            --level.ahead[side];
+            listing.PutBefore(item.at[side].begin++, at);
         }
     }
 }
