@@ -179,6 +179,18 @@ SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const Pe
     return plan;
 }
 
+std::string DescribeSpared(const SyncPlan& plan) {
+    std::string text;
+    for (const Side side : kBothSides) {
+        if (plan.spared[side] == 0) continue;
+        if (!text.empty()) text += "\r\n";
+        text += "Left alone: " + std::to_string(plan.spared[side]) + " object(s) of the ";
+        text += side == Side::Left ? "left" : "right";
+        text += " folder that lie behind a link to a folder, or in the other of the two folders as well.";
+    }
+    return text;
+}
+
 SyncSpaceNeed SpaceNeededBySync(const SyncPlan& plan) {
     SyncSpaceNeed need;
     for (Side side : kBothSides) {

@@ -66,6 +66,9 @@ using SelectedTexts = std::optional<std::unordered_set<std::string>>;
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
                                       const SelectedTexts& selected);
 
+// What is told of SyncPlan::spared, a line for each side; empty where there is nothing to tell.
+std::string DescribeSpared(const SyncPlan& plan);
+
 // The same for any aligned pair of lists, such as those of the window of sub-folder differences. There are no
 // sub-folders in it.
 SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const PerSide<std::string>& folders,

@@ -36,6 +36,9 @@ std::optional<SyncReport> Synchronization::Run(bool showConfirmation, bool noSou
             plan_ = GetListOfFilesAffectedBySync(host_.Results(), settings_, selected);
         }))
         return std::nullopt;
+    // The list of the confirmation does not show what is not done.
+    if (const std::string spared = DescribeSpared(plan_); !spared.empty())
+        tools_.messages.Ask({"Synchronization", spared, MessageIcon::Warning, MessageButtons::Ok, {}});
     if (showConfirmation && !host_.ShowConfirmSync(plan_)) return std::nullopt;
     tools_.loop.Yield();
     if (!SpaceSufficesOrUserGoesOn(tools_, plan_, "frmMain.EnoughSpaceForSync")) return std::nullopt;

@@ -37,18 +37,6 @@ constexpr std::string_view kNotes =
 
 constexpr int kDone = 0, kPartlyDone = 1;  // with kTrouble, the statuses of this command
 
-bool TellSpared(const SyncPlan& plan, ConsoleMessages& messages) {
-    bool any = false;
-    for (const Side side : kBothSides) {
-        if (plan.spared[side] == 0) continue;
-        any = true;
-        messages.Say("left alone: " + std::to_string(plan.spared[side]) + " of the " +
-                     (side == Side::Left ? "left" : "right") +
-                     " that lie behind a link to a folder, or in the other of the two folders as well");
-    }
-    return any;
-}
-
 // What the user decides before anything is done, and what a window would show afterwards.
 class ConsoleSyncHost : public SyncHost {
   public:
@@ -66,7 +54,6 @@ class ConsoleSyncHost : public SyncHost {
     explicit ConsoleSyncHost(Parts parts) : parts_(std::move(parts)) {}
 
     Decision Decided() const { return decision_; }
-    bool SparedAny() const { return spared_; }
 
     const ComparisonResults& Results() const override { return parts_.results; }
     bool NoResults() const override { return !parts_.results.HasResult(); }
@@ -74,7 +61,6 @@ class ConsoleSyncHost : public SyncHost {
     bool PromptForSyncMethod() const override { return false; }
     bool ShowSyncWizard() override { return true; }
     bool ShowConfirmSync(const SyncPlan& plan) override {
-        spared_ = TellSpared(plan, parts_.messages);
         decision_ = Decide(plan);
         if (decision_ == Decision::GoOn) LeaveToReport(plan);
         return decision_ == Decision::GoOn;
@@ -108,7 +94,6 @@ class ConsoleSyncHost : public SyncHost {
 
     Parts parts_;
     Decision decision_ = Decision::None;
-    bool spared_ = false;
 };
 
 // What the comparison could not look into, and so is in no plan.
@@ -200,7 +185,10 @@ class SyncRun {
 
     int ShowPlan(const SelectedTexts& selected) {
         const SyncPlan plan = GetListOfFilesAffectedBySync(results_, settings_, selected);
-        if (TellSpared(plan, console_)) complete_ = false;
+        if (const std::string spared = DescribeSpared(plan); !spared.empty()) {
+            complete_ = false;
+            console_.Say(spared);
+        }
         if (!Print(request_, ActionsOf(plan), Told::Planned, console_)) return kTrouble;
         return complete_ ? kDone : kPartlyDone;
     }
@@ -229,8 +217,8 @@ class SyncRun {
         }
         const bool printed = Print(request_, ActionsDone(*report), Told::Done, console_);
         TellNotDone(*report, cancelledByUser, [this](const std::string& text) { console_.Say(text); });
-        const bool wholly = !report->cancelled && !host.SparedAny() && report->notDone == 0 && printed &&
-                            complete_ && messages_.Warnings() == warnings;
+        const bool wholly = !report->cancelled && report->notDone == 0 && printed && complete_ &&
+                            messages_.Warnings() == warnings;
         return wholly ? kDone : kPartlyDone;
     }
 
