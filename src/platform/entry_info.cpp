@@ -59,6 +59,43 @@ std::uint32_t LowestByte(SystemCalls& calls, DosAttributeSource source, int fd) 
     return 0;
 }
 
+DosAttributeSource FindDosAttributes(SystemCalls& calls, int fd, std::uint32_t magic) {
+    switch (magic) {
+        case MSDOS_SUPER_MAGIC:
+        case kExfatMagic:
+            return DosAttributeSource::FatIoctl;
+        case kNtfs3Magic:
+            return DosAttributeSource::NtfsXattr;
+        case kCifsMagic:
+        case kSmb2Magic:
+            return DosAttributeSource::CifsXattr;
+        case kFuseMagic: {
+            // Every file system in user space shows this number: only asking tells which has them.
+            unsigned char bytes[4];
+            return calls.GetXattr(fd, kNtfsBigEndianXattr, bytes, sizeof bytes) == sizeof bytes
+                       ? DosAttributeSource::NtfsBigEndianXattr
+                       : DosAttributeSource::None;
+        }
+        default:
+            return DosAttributeSource::None;
+    }
+}
+
+// Those whose files are read through the page cache, which holds a page whole or not at all. Of others
+// nothing is promised: one in user space may give less than it has.
+bool ReadsWholePages(std::uint32_t magic) {
+    switch (magic) {
+        case EXT4_SUPER_MAGIC:  // and its forerunners
+        case XFS_SUPER_MAGIC:
+        case BTRFS_SUPER_MAGIC:
+        case F2FS_SUPER_MAGIC:
+        case TMPFS_MAGIC:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 FileId IdOf(const struct statx& found) {
@@ -86,28 +123,11 @@ bool LeadsNowhere(int code) {
     return code == ENOENT || code == ENOTDIR || code == ELOOP || code == ENAMETOOLONG;
 }
 
-DosAttributeSource FindDosAttributeSource(SystemCalls& calls, int fd) {
+FileSystemTraits FindFileSystemTraits(SystemCalls& calls, int fd) {
     struct statfs system {};
-    if (calls.FstatFs(fd, system) != 0) return DosAttributeSource::None;
-    switch (static_cast<std::uint32_t>(system.f_type)) {
-        case MSDOS_SUPER_MAGIC:
-        case kExfatMagic:
-            return DosAttributeSource::FatIoctl;
-        case kNtfs3Magic:
-            return DosAttributeSource::NtfsXattr;
-        case kCifsMagic:
-        case kSmb2Magic:
-            return DosAttributeSource::CifsXattr;
-        case kFuseMagic: {
-            // Every file system in user space shows this number: only asking tells which has them.
-            unsigned char bytes[4];
-            return calls.GetXattr(fd, kNtfsBigEndianXattr, bytes, sizeof bytes) == sizeof bytes
-                       ? DosAttributeSource::NtfsBigEndianXattr
-                       : DosAttributeSource::None;
-        }
-        default:
-            return DosAttributeSource::None;
-    }
+    if (calls.FstatFs(fd, system) != 0) return {};
+    const auto magic = static_cast<std::uint32_t>(system.f_type);
+    return {FindDosAttributes(calls, fd, magic), ReadsWholePages(magic)};
 }
 
 std::uint8_t ReadDosAttributes(SystemCalls& calls, DosAttributeSource source, int folder, const char* name) {

@@ -20,8 +20,9 @@ std::uint8_t AttributesOf(const struct statx& found, bool nameStartsWithDot, std
 // The errno value says that a link leads nowhere, or round in a ring.
 bool LeadsNowhere(int code);
 
-// How the file system of the open folder `fd` carries the DOS attributes. `fd` must be open for reading.
-DosAttributeSource FindDosAttributeSource(SystemCalls& calls, int fd);
+// Of the file system that `fd` is on. Where `fd` is not open for reading, the DOS attributes of a file system
+// in user space are not found.
+FileSystemTraits FindFileSystemTraits(SystemCalls& calls, int fd);
 // kHidden and kSystem of an entry; 0 where they cannot be read. Opens the entry: only for files and folders.
 std::uint8_t ReadDosAttributes(SystemCalls& calls, DosAttributeSource source, int folder, const char* name);
 

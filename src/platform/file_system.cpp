@@ -24,9 +24,9 @@ bool NameStartsWithDot(const LocatedPath& path) {
 std::uint8_t DosAttributesAt(SystemCalls& calls, const LocatedPath& path) {
     const int fd = calls.OpenAt(path.Folder(), path.Rest(), O_PATH | O_CLOEXEC, 0);
     if (fd < 0) return 0;
-    const DosAttributeSource source = FindDosAttributeSource(calls, fd);
+    const FileSystemTraits traits = FindFileSystemTraits(calls, fd);
     calls.Close(fd);
-    return ReadDosAttributes(calls, source, path.Folder(), path.Rest());
+    return ReadDosAttributes(calls, traits.dosAttributes, path.Folder(), path.Rest());
 }
 
 void Fill(const struct statx& found, FileInfo& out) {

@@ -79,6 +79,14 @@ class ReadFile;
 // How the file system of a folder tells hidden and system, where it can.
 enum class DosAttributeSource : std::uint8_t { None, FatIoctl, NtfsXattr, NtfsBigEndianXattr, CifsXattr };
 
+// What is known of the file system that a folder is on.
+struct FileSystemTraits {
+    DosAttributeSource dosAttributes = DosAttributeSource::None;
+    // Within its first page (4,096 bytes, the smallest there is) a read of a file ends early at the file's
+    // end only, never in front of an error or for want of data.
+    bool readsWholePages = false;
+};
+
 // A folder held open: its listing and the stats of its entries are made relative to it, and it stays the same
 // folder whatever happens to its path meanwhile. Links are followed for kind, size and time.
 class OpenFolder {
@@ -118,7 +126,7 @@ class OpenFolder {
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
     FileId id_;
-    DosAttributeSource dosAttributes_ = DosAttributeSource::None;
+    FileSystemTraits traits_;
     bool listed_ = false;
     mutable bool keepsAccessTimes_ = true;  // until that is refused for a file
 };
@@ -142,8 +150,8 @@ class ReadFile {
     // refused.
     Error Look();
     // Reads a small file that OpenUnlookedFile gave with as few calls as can be. False unless all of it was
-    // read for certain: it has `size` bytes or more, or none, or an error stands in the way, or it is no
-    // regular file, which is not read at all then.
+    // read for certain: it has `size` bytes or more, or none, or an error stands in the way. Of what is no
+    // regular file nothing waits: pipes, sockets and terminals cannot be read at an offset.
     bool ReadWhole(void* buffer, std::size_t size, std::size_t& got);
     // Tells the kernel that the first `length` bytes (0: all) are wanted soon.
     void AnnounceReading(std::uint64_t length = 0);
@@ -158,6 +166,7 @@ class ReadFile {
 
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
+    bool readsWholePages_ = false;  // of FileSystemTraits, where that is known
     std::uint64_t size_ = 0;
     FileTime lastWrite_;
 };

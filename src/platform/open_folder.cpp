@@ -100,7 +100,7 @@ OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept {
     std::swap(calls_, other.calls_);
     std::swap(fd_, other.fd_);
     std::swap(id_, other.id_);
-    std::swap(dosAttributes_, other.dosAttributes_);
+    std::swap(traits_, other.traits_);
     std::swap(listed_, other.listed_);
     std::swap(keepsAccessTimes_, other.keepsAccessTimes_);
     return *this;
@@ -111,7 +111,7 @@ OpenFolder::~OpenFolder() {
 }
 
 bool OpenFolder::LookAt(std::string_view name, FolderEntry& entry) const {
-    return vantrel::LookAt(*calls_, fd_, EntryName(name).Bytes(), DT_UNKNOWN, dosAttributes_, entry) ==
+    return vantrel::LookAt(*calls_, fd_, EntryName(name).Bytes(), DT_UNKNOWN, traits_.dosAttributes, entry) ==
            Look::Seen;
 }
 
@@ -132,12 +132,12 @@ Error OpenFolder::ForEach(const EntrySink& sink, Looks looks) {
             if (IsDotOrDotDot(found->d_name) || IsTemporaryCopyName(found->d_name)) continue;
             FolderEntry entry;
             if (looks == Looks::NotAtFiles && found->d_type == DT_REG &&
-                dosAttributes_ == DosAttributeSource::None) {
+                traits_.dosAttributes == DosAttributeSource::None) {
                 entry.kind = EntryKind::File;
                 entry.looked = false;
                 if (found->d_name[0] == '.') entry.attributes = kHidden;
-            } else if (vantrel::LookAt(*calls_, fd_, found->d_name, found->d_type, dosAttributes_, entry) ==
-                       Look::Gone) {
+            } else if (vantrel::LookAt(*calls_, fd_, found->d_name, found->d_type, traits_.dosAttributes,
+                                       entry) == Look::Gone) {
                 continue;
             }
             if (!HandOut(sink, found->d_name, entry)) return {};
@@ -162,9 +162,9 @@ int OpenFolder::OpenAt(SystemCalls& calls, int base, const char* path, const Ope
     const int result = calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_INO, found);
     if (result != 0) return result;
     opened.id_ = IdOf(found);
-    opened.dosAttributes_ = above != nullptr && above->id_.device == opened.id_.device
-                                ? above->dosAttributes_
-                                : FindDosAttributeSource(calls, opened.fd_);
+    opened.traits_ = above != nullptr && above->id_.device == opened.id_.device
+                         ? above->traits_
+                         : FindFileSystemTraits(calls, opened.fd_);
     out = std::move(opened);
     return 0;
 }

@@ -19,6 +19,9 @@ int RefuseUnlessRegular(const struct statx& found) {
     return S_ISDIR(found.stx_mode) ? -EISDIR : -ENXIO;
 }
 
+// The smallest page that the kernel knows.
+constexpr std::size_t kLeastPage = 4'096;
+
 constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 }  // namespace
@@ -30,6 +33,7 @@ ReadFile::ReadFile(ReadFile&& other) noexcept {
 ReadFile& ReadFile::operator=(ReadFile&& other) noexcept {
     std::swap(calls_, other.calls_);
     std::swap(fd_, other.fd_);
+    std::swap(readsWholePages_, other.readsWholePages_);
     std::swap(size_, other.size_);
     std::swap(lastWrite_, other.lastWrite_);
     return *this;
@@ -57,12 +61,10 @@ void ReadFile::AnnounceReading(std::uint64_t length) {
 }
 
 bool ReadFile::ReadWhole(void* buffer, std::size_t size, std::size_t& got) {
-    // Pipes, sockets and terminals have no end to seek, and the ends of other devices do not fit.
-    const off_t end = calls_->Seek(fd_, 0, SEEK_END);
-    if (end <= 0 || end >= static_cast<off_t>(size)) return false;
-    got = static_cast<std::size_t>(end);
-    // One byte more is asked for, so that a file that has grown since is not taken for whole.
-    return calls_->PRead(fd_, buffer, got + 1, 0) == end;
+    const ssize_t result = calls_->PRead(fd_, buffer, size, 0);
+    if (result <= 0 || static_cast<std::size_t>(result) >= size) return false;
+    got = static_cast<std::size_t>(result);
+    return (readsWholePages_ && got < kLeastPage) || calls_->Seek(fd_, 0, SEEK_END) == result;
 }
 
 Error ReadFile::Look() {
@@ -100,6 +102,7 @@ int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, bool lookFi
 
 int ReadFile::OpenIn(const OpenFolder& folder, const char* name, int flags) {
     calls_ = folder.calls_;
+    readsWholePages_ = folder.traits_.readsWholePages;
     flags |= kOpenFlags;
     // The system lets the owner of a file have this, and no other user: in a folder of somebody else's files
     // it is asked for once.

@@ -81,9 +81,9 @@ bool TellsNtfsAttributes(SystemCalls& calls, const Mount& mount) {
     if (path.Failure() != 0) return false;
     const int fd = calls.OpenAt(path.Folder(), path.Rest(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
     if (fd < 0) return false;
-    const DosAttributeSource source = FindDosAttributeSource(calls, fd);
+    const FileSystemTraits traits = FindFileSystemTraits(calls, fd);
     calls.Close(fd);
-    return source == DosAttributeSource::NtfsBigEndianXattr;
+    return traits.dosAttributes == DosAttributeSource::NtfsBigEndianXattr;
 }
 
 }  // namespace

@@ -388,7 +388,7 @@ TEST(ComparisonFaults, ALogThatCannotBeWrittenIsTold) {
 }
 
 // What makes trees of small files fast: where reading does not wait, a file that is like its counterpart
-// costs three calls, and the closing of many at once.
+// costs two or three calls, and the closing of many at once.
 TEST(ComparisonFaults, SmallFilesThatAreAlikeCostFewCalls) {
     constexpr std::size_t kFiles = 300;
     for (const bool readingWaits : {false, true}) {
