@@ -352,15 +352,6 @@ bool ContentComparator::DifferBySizeAndDate(const Pair& pair) const {
            AllowedTimeDifference(left.lastWrite, right.lastWrite, compare_) != Currency();
 }
 
-bool ContentComparator::Announce(std::string_view leftPath, std::string_view rightPath) {
-    if (!WantsAnnouncements()) return false;
-    PerSide<ReadFile> files;
-    // A file that cannot be opened now is tried again, and its error told, when the pair is asked for.
-    (void)tools_.files.OpenScannedFile(leftPath, files[Side::Left]);
-    (void)tools_.files.OpenScannedFile(rightPath, files[Side::Right]);
-    return Announce(leftPath, rightPath, std::move(files));
-}
-
 bool ContentComparator::Announce(std::string_view leftPath, std::string_view rightPath,
                                  PerSide<ReadFile> files) {
     if (!WantsAnnouncements()) return false;
@@ -389,11 +380,6 @@ void ContentComparator::LookWhetherReadingWaits() {
     readingWaits_ = waits;
     pairsSinceVerdict_ = 1;
     lastVerdict_ = now;
-}
-
-void ContentComparator::ForgetAnnounced() {
-    announced_.clear();
-    closer_.CloseAll();
 }
 
 void ContentComparator::LetGo(PerSide<ReadFile> files) {

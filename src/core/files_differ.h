@@ -61,15 +61,11 @@ class ContentComparator {
                         std::uint64_t& size);
 
     bool WantsAnnouncements() const { return announced_.size() < kAnnouncedPairs; }
-    // Says that this pair will be asked for soon: both are opened and the kernel is told to read them. Pairs
-    // are asked for in the order in which they were announced, others may come in between, and one that is
-    // never asked for does no harm. Beyond kAnnouncedPairs nothing happens and the result is false.
-    bool Announce(std::string_view leftPath, std::string_view rightPath);
-    // The same with what the caller could open already; a file that is not open is opened when it is asked
-    // for.
+    // Says that this pair will be asked for soon, and tells the kernel to read what the caller could open of
+    // it already; a file that is not open is opened when it is asked for. Pairs are asked for in the order in
+    // which they were announced, others may come in between, and one that is never asked for does no harm.
+    // Beyond kAnnouncedPairs nothing happens and the result is false.
     bool Announce(std::string_view leftPath, std::string_view rightPath, PerSide<ReadFile> files);
-    // Lets go of what was announced and not asked for; at the end of a comparison.
-    void ForgetAnnounced();
     // Closes files in passing, together with those of the pairs that were compared.
     void LetGo(PerSide<ReadFile> files);
 

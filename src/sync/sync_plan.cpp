@@ -186,7 +186,9 @@ std::string DescribeSpared(const SyncPlan& plan) {
         if (!text.empty()) text += "\r\n";
         text += "Left alone: " + std::to_string(plan.spared[side]) + " object(s) of the ";
         text += side == Side::Left ? "left" : "right";
-        text += " folder that lie behind a link to a folder, or in the other of the two folders as well.";
+        text +=
+            " folder.  They, or what they would replace, lie behind a link to a folder, or belong to both "
+            "folders.";
     }
     return text;
 }

@@ -4,12 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QByteArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
 
 #include "program_support.h"
 #include "support/temp_folder.h"
@@ -18,6 +15,7 @@ namespace vantrel {
 namespace {
 
 using ::testing::HasSubstr;
+using testing::Objects;
 using testing::ProgramRun;
 using testing::RunProgram;
 using testing::TempFolder;
@@ -38,18 +36,6 @@ class CompareCommandTest : public ::testing::Test {
         options.push_back(folder / "left");
         options.push_back(folder / "right");
         return RunProgram(options, whileRunning);
-    }
-    // Each line as a JSON object of its own.
-    static std::vector<QJsonObject> Objects(const std::string& text) {
-        std::vector<QJsonObject> objects;
-        std::istringstream lines(text);
-        for (std::string line; std::getline(lines, line);) {
-            QJsonParseError error;
-            const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(line), &error);
-            EXPECT_EQ(QJsonParseError::NoError, error.error) << line;
-            objects.push_back(document.object());
-        }
-        return objects;
     }
     static std::string Text(const QJsonObject& object, const char* half, const char* key) {
         return object[QLatin1String(half)].toObject()[QLatin1String(key)].toString().toStdString();

@@ -1,12 +1,16 @@
 #include "program_support.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QByteArray>
+#include <QJsonDocument>
 #include <array>
+#include <sstream>
 #include <stdexcept>
 
 extern char** environ;
@@ -83,6 +87,18 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments,
     waitpid(process, &status, 0);
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     return run;
+}
+
+std::vector<QJsonObject> Objects(const std::string& text) {
+    std::vector<QJsonObject> objects;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        QJsonParseError error;
+        const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(line), &error);
+        EXPECT_EQ(QJsonParseError::NoError, error.error) << line;
+        objects.push_back(document.object());
+    }
+    return objects;
 }
 
 }  // namespace vantrel::testing

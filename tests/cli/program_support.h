@@ -1,6 +1,8 @@
 #pragma once
 
 #include <sys/types.h>
+
+#include <QJsonObject>
 #include <functional>
 #include <string>
 #include <vector>
@@ -16,5 +18,8 @@ struct ProgramRun {
 // id right after the start.
 ProgramRun RunProgram(const std::vector<std::string>& arguments,
                       const std::function<void(pid_t)>& whileRunning = {});
+
+// Each line of an output as a JSON object of its own; one that is none fails the test.
+std::vector<QJsonObject> Objects(const std::string& text);
 
 }  // namespace vantrel::testing

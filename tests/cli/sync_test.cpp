@@ -7,13 +7,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QByteArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <sstream>
 
 #include "program_support.h"
 #include "support/temp_folder.h"
@@ -23,6 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
+using testing::Objects;
 using testing::ProgramRun;
 using testing::RunProgram;
 using testing::TempFolder;
@@ -95,18 +93,6 @@ class SyncCommandTest : public ::testing::Test {
   private:
     std::string oldData_;
 };
-
-std::vector<QJsonObject> Objects(const std::string& text) {
-    std::vector<QJsonObject> objects;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        QJsonParseError error;
-        const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(line), &error);
-        EXPECT_EQ(QJsonParseError::NoError, error.error) << line;
-        objects.push_back(document.object());
-    }
-    return objects;
-}
 
 std::string Text(const QJsonObject& object, const char* key) {
     return object[QLatin1String(key)].toString().toStdString();

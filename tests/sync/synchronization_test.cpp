@@ -108,9 +108,10 @@ TEST(Synchronization, NothingBehindALinkIsDeleted) {
     world.Compare();
     const auto report = world.sync.AutoSync(false, false);
     EXPECT_FALSE(report->cancelled);
-    EXPECT_EQ(world.tools.messages.Line(0),
-              "Synchronization: Left alone: 2 object(s) of the right folder that lie behind a link to a "
-              "folder, or in the other of the two folders as well.");
+    EXPECT_EQ(
+        world.tools.messages.Line(0),
+        "Synchronization: Left alone: 2 object(s) of the right folder.  They, or what they would replace, "
+        "lie behind a link to a folder, or belong to both folders.");
     EXPECT_EQ("stays", world.tools.folder.Read("elsewhere/precious"));
     EXPECT_EQ("a", world.tools.folder.Read("elsewhere/a"));
 }
