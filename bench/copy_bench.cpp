@@ -6,7 +6,7 @@
 #include <iostream>
 #include <string>
 
-#include "platform/shell_operations.h"
+#include "shell/shell_operations.h"
 #include "timed_command.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include "core/name_order.h"
 #include "core/result_row.h"
 #include "diagnostics/performance_check.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

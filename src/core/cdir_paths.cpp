@@ -1,6 +1,6 @@
 // The path services of CDir: is a path valid, make a nested one, find the parent.
 #include "core/cdir.h"
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/currency.h"
-#include "platform/file_time.h"
+#include "platform/locale/file_time.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/result_row.h"
+#include "core/side.h"
 
 namespace vantrel {
 

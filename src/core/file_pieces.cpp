@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 

@@ -48,7 +48,7 @@ void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const P
         if (pairs.ReadsContents()) (void)context.tools.files.Open(dirs[side]->Path(), folders[side]);
     std::size_t ahead = 0;
     for (std::size_t i = 0; i < allFileNames.size(); ++i) {
-        for (; pairs.ReadsContents() && ahead < allFileNames.size() && pairs.WantsAnnouncements(); ++ahead) {
+        for (; pairs.ReadsContents() && ahead < allFileNames.size() && pairs.WantsPrefetch(); ++ahead) {
             const MergedFile& coming = allFileNames[ahead];
             if (!IsPair(coming) || !pairs.NeedsContents(FilesOf(coming))) continue;
             context.ThrowIfCancelled();
@@ -56,7 +56,7 @@ void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const P
             for (const Side side : kBothSides)
                 if (folders[side].IsOpen())
                     (void)folders[side].OpenScannedFile(coming.file[side]->FileName, files[side]);
-            pairs.Announce(PathOf(dirs, coming, Side::Left), PathOf(dirs, coming, Side::Right),
+            pairs.Prefetch(PathOf(dirs, coming, Side::Left), PathOf(dirs, coming, Side::Right),
                            std::move(files));
         }
         const MergedFile& name = allFileNames[i];

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/result_row.h"
-#include "platform/file_system.h"
-#include "platform/names.h"
+#include "platform/files/file_system.h"
+#include "platform/names/names.h"
 
 namespace vantrel {
 namespace {

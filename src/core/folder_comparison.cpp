@@ -2,7 +2,7 @@
 
 #include "core/file_rows.h"
 #include "core/sub_folder_analysis.h"
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel {
 namespace {

@@ -4,7 +4,7 @@
 #include <tuple>
 
 #include "core/result_row.h"
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel {
 
@@ -32,7 +32,7 @@ FolderListing::Entry FolderListing::MakeEntry(const FolderEntry& entry, std::uin
     made.keySize = static_cast<std::uint32_t>(text_.size()) - made.keyAt;
     made.source = source;
     made.isLink = entry.isLink;
-    made.looked = entry.looked;
+    made.hasStat = entry.hasStat;
     made.size = entry.size;
     made.lastWrite = entry.lastWrite;
     return made;
@@ -42,8 +42,8 @@ void FolderListing::Take(const FolderEntry& entry, std::uint32_t source, const N
     switch (entry.kind) {
         case EntryKind::File: {
             const bool kept = filter && filter->KeepsFile(entry.name, entry.attributes);
-            if (entry.looked) totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
-            if (!kept && entry.looked) break;
+            if (entry.hasStat) totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
+            if (!kept && entry.hasStat) break;
             Entry made = MakeEntry(entry, source);
             if (kept)
                 entries_.push_back(made);
@@ -79,7 +79,7 @@ FolderListing::Found FolderListing::LookAt(Entry& entry) {
     if (!folder.LookAt(Name(entry), found)) return Found::Gone;
     // Something else may have taken the name since it was listed.
     if (found.kind != EntryKind::File) return Found::Unknown;
-    entry.looked = true;
+    entry.hasStat = true;
     entry.size = found.size;
     entry.lastWrite = found.lastWrite;
     totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
@@ -101,7 +101,7 @@ void FolderListing::PutBefore(std::size_t first, std::size_t position) {
 
 void FolderListing::LookAtRest(const ComparisonContext& context) {
     for (Entry& entry : entries_) {
-        if (entry.isFolder || entry.looked) continue;
+        if (entry.isFolder || entry.hasStat) continue;
         context.ThrowIfCancelled();
         if (LookAt(entry) == Found::Unknown) AddUnknown(entry);
     }
@@ -109,13 +109,13 @@ void FolderListing::LookAtRest(const ComparisonContext& context) {
 
 void FolderListing::Learn(std::size_t position, std::uint64_t size, FileTime lastWrite) {
     Entry& entry = entries_[order_[position].index];
-    entry.looked = true;
+    entry.hasStat = true;
     entry.size = size;
     entry.lastWrite = lastWrite;
     totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(size));
 }
 
-Error FolderListing::List(const NameFilter* filter, Looks looks, const ComparisonContext& context,
+Error FolderListing::List(const NameFilter* filter, StatPolicy statPolicy, const ComparisonContext& context,
                           BreakingOff& at) {
     for (std::uint32_t source = 0; source < sources_.size(); ++source) {
         bool cancelled = false;
@@ -126,7 +126,7 @@ Error FolderListing::List(const NameFilter* filter, Looks looks, const Compariso
                 Take(entry, source, filter);
                 return true;
             },
-            looks);
+            statPolicy);
         if (cancelled) throw ComparisonCancelled();
         if (!error.IsOk()) {
             at = {source, {}};

@@ -9,7 +9,7 @@
 #include "core/comparison_context.h"
 #include "core/filters.h"
 #include "core/name_order.h"
-#include "platform/file_system.h"
+#include "platform/files/file_system.h"
 
 namespace vantrel {
 
@@ -28,8 +28,8 @@ class FolderListing {
         std::uint32_t nameAt, nameSize, keyAt, keySize;  // in the text; the key of a folder ends in "/"
         std::uint32_t source;
         bool isFolder;
-        bool isLink;  // it is what the link leads to that is listed
-        bool looked;  // size and time are known
+        bool isLink;   // it is what the link leads to that is listed
+        bool hasStat;  // size and time are known
         std::uint64_t size;
         FileTime lastWrite;
     };
@@ -47,9 +47,10 @@ class FolderListing {
 
     // Lists all sources. What the filter keeps becomes entries; folders that it drops are kept aside, because
     // they count in the size. Without a filter there are folders aside only. Throws ComparisonCancelled. At
-    // an error the entries are not to be used, and `at` says where it was. With Looks::NotAtFiles the files
-    // that the filter keeps may come out unlooked.
-    Error List(const NameFilter* filter, Looks looks, const ComparisonContext& context, BreakingOff& at);
+    // an error the entries are not to be used, and `at` says where it was. With StatPolicy::NonFilesOnly the
+    // files that the filter keeps may come out unlooked.
+    Error List(const NameFilter* filter, StatPolicy statPolicy, const ComparisonContext& context,
+               BreakingOff& at);
 
     // Bytes of all files that were looked at, whether kept or not.
     Currency TotalSize() const { return totalSize_; }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/result_row.h"
+
 namespace vantrel {
 namespace {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/cdir.h"
-#include "core/result_row.h"
+#include "core/side.h"
 
 namespace vantrel {
 

@@ -8,7 +8,7 @@
 #include <span>
 #include <string>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel {
 

@@ -5,7 +5,7 @@
 #include "core/ccompare.h"
 #include "core/toolbox.h"
 #include "platform/currency.h"
-#include "platform/file_time.h"
+#include "platform/locale/file_time.h"
 
 namespace vantrel {
 

@@ -5,7 +5,7 @@
 
 #include "core/classification.h"
 #include "core/comparison_context.h"
-#include "core/files_differ.h"
+#include "core/content_comparator.h"
 
 namespace vantrel {
 
@@ -39,11 +39,11 @@ class PairComparison {
                             contentsDiffer);
     }
 
-    // Pairs that need contents may be announced ahead, in the order in which they will be classified and
-    // without leaving one out; while as many as can be are announced, nothing more is wanted.
-    bool WantsAnnouncements() const { return comparator_.WantsAnnouncements(); }
-    void Announce(const std::string& leftPath, const std::string& rightPath, PerSide<ReadFile> files) {
-        (void)comparator_.Announce(leftPath, rightPath, std::move(files));
+    // Pairs that need contents may be prefetched, in the order in which they will be classified and
+    // without leaving one out; while as many as can be are prefetched, nothing more is wanted.
+    bool WantsPrefetch() const { return comparator_.WantsPrefetch(); }
+    void Prefetch(const std::string& leftPath, const std::string& rightPath, PerSide<ReadFile> files) {
+        (void)comparator_.Prefetch(leftPath, rightPath, std::move(files));
     }
     bool ReadingWaits() const { return comparator_.ReadingWaits(); }
     bool AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown, std::uint64_t& size) {

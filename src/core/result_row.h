@@ -1,29 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <string_view>
 
+#include "core/side.h"
 #include "platform/currency.h"
-#include "platform/file_time.h"
+#include "platform/locale/file_time.h"
 
 namespace vantrel {
-
-enum class Side : std::uint8_t { Left = 0, Right = 1 };
-inline constexpr std::array<Side, 2> kBothSides{Side::Left, Side::Right};
-constexpr Side Other(Side side) {
-    return side == Side::Left ? Side::Right : Side::Left;
-}
-constexpr std::size_t Index(Side side) {
-    return static_cast<std::size_t>(side);
-}
-// What exists once for each side: array[Index(side)].
-template <typename T>
-struct PerSide {
-    std::array<T, 2> values{};
-    T& operator[](Side side) { return values[Index(side)]; }
-    const T& operator[](Side side) const { return values[Index(side)]; }
-};
 
 // The number of a row's small icon, which is what all code tests.
 enum class ResultType : std::uint8_t {

@@ -1,6 +1,6 @@
 #include "core/row_texts.h"
 
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 

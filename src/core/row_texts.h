@@ -3,7 +3,7 @@
 #include <string>
 
 #include "core/result_row.h"
-#include "platform/locale_formats.h"
+#include "platform/locale/locale_formats.h"
 
 namespace vantrel {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/merged_names.h"
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

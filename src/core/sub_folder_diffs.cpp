@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

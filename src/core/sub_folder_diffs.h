@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/result_row.h"
-#include "platform/locale_formats.h"
+#include "platform/locale/locale_formats.h"
 #include "platform/text_pool.h"
 
 namespace vantrel {

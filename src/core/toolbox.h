@@ -3,11 +3,11 @@
 #include "diagnostics/comparison_log.h"
 #include "diagnostics/error_reporter.h"
 #include "platform/clock.h"
-#include "platform/file_system.h"
-#include "platform/locale_formats.h"
+#include "platform/files/file_system.h"
+#include "platform/files/support_files.h"
+#include "platform/files/volumes.h"
+#include "platform/locale/locale_formats.h"
 #include "platform/ports.h"
-#include "platform/support_files.h"
-#include "platform/volumes.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/cfile.h"
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 
@@ -65,7 +65,7 @@ void TreeWalk::Pop() {
 bool TreeWalk::Step(Level& level) {
     if (level.mode == Mode::Compare) {
         Item item;
-        if (pairs_.ReadsContents() && pairs_.ReadingWaits()) Announce(level);
+        if (pairs_.ReadsContents() && pairs_.ReadingWaits()) Prefetch(level);
         if (NextItem(level, level.next, item)) {
             for (const Side side : kBothSides)
                 level.ahead[side] = std::max(level.ahead[side], level.next[side]);
@@ -199,8 +199,9 @@ void TreeWalk::Finish(Level& child) {
         context_.progress.SetFileName(WithoutTrailingSlash(FullPath(side, listing.Sources().front().path)));
         FolderListing::BreakingOff at;
         const bool compares = child.mode == Mode::Compare;
-        const Looks looks = compares && pairs_.ReadsContents() ? Looks::NotAtFiles : Looks::AtAll;
-        Error error = listing.List(compares ? &filter_ : nullptr, looks, context_, at);
+        const StatPolicy statPolicy =
+            compares && pairs_.ReadsContents() ? StatPolicy::NonFilesOnly : StatPolicy::All;
+        Error error = listing.List(compares ? &filter_ : nullptr, statPolicy, context_, at);
         if (error.IsOk()) continue;
         known[side] = false;
         MarkUnlisted(side, child.mode, listing.Sources()[at.source].path, std::move(error),
@@ -246,8 +247,8 @@ std::string TreeWalk::FilePath(const Level& level, const Item& item, Side side) 
     return FullPath(side, path);
 }
 
-void TreeWalk::Announce(Level& level) {
-    while (pairs_.WantsAnnouncements()) {
+void TreeWalk::Prefetch(Level& level) {
+    while (pairs_.WantsPrefetch()) {
         Item item;
         PerSide<std::size_t> cursor = level.ahead;
         if (!NextItem(level, cursor, item) || item.isFolder) return;
@@ -256,12 +257,11 @@ void TreeWalk::Announce(Level& level) {
         level.ahead = cursor;
         if (!item.IsPair() || IsUnknown(level, item)) continue;
         PerSide<ReadFile> files;
-        bool looked = true;
+        bool known = true;
         for (const Side side : kBothSides)
-            looked =
-                looked && (IsLooked(level, item, side) || LearnByOpening(level, item, side, files[side]));
-        // What does not open is looked at when its turn comes.
-        if (!looked) continue;
+            known = known && (HasStat(level, item, side) || LearnByOpening(level, item, side, files[side]));
+        // What does not open is known at when its turn comes.
+        if (!known) continue;
         if (!pairs_.NeedsContents(FilesOf(level, item))) {
             pairs_.LetGo(std::move(files));
             continue;
@@ -269,13 +269,13 @@ void TreeWalk::Announce(Level& level) {
         // What cannot be opened now is tried again by its path, and its error told then.
         for (const Side side : kBothSides)
             if (!files[side].IsOpen()) (void)OpenFile(level, item, side, files[side]);
-        pairs_.Announce(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),
+        pairs_.Prefetch(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),
                         std::move(files));
     }
 }
 
-bool TreeWalk::IsLooked(const Level& level, const Item& item, Side side) {
-    return level.listing[side].At(item.at[side].begin).looked;
+bool TreeWalk::HasStat(const Level& level, const Item& item, Side side) {
+    return level.listing[side].At(item.at[side].begin).hasStat;
 }
 
 const OpenFolder& TreeWalk::FolderOf(const Level& level, const Item& item, Side side) {
@@ -309,7 +309,7 @@ bool TreeWalk::AreAlikeAtOnce(Level& level, const Item& item) {
         return false;
     for (const Side side : kBothSides) {
         const Range& at = item.at[side];
-        if (at.end - at.begin > 1 || IsLooked(level, item, side) || !FolderOf(level, item, side).IsOpen())
+        if (at.end - at.begin > 1 || HasStat(level, item, side) || !FolderOf(level, item, side).IsOpen())
             return false;
     }
     PerSide<ReadFile> files;
@@ -330,7 +330,7 @@ bool TreeWalk::AreAlikeAtOnce(Level& level, const Item& item) {
         if (!files[side].Look().IsOk()) return false;
     for (const Side side : kBothSides) Learn(level, item, side, files[side]);
     if (pairs_.NeedsContents(FilesOf(level, item)))
-        pairs_.Announce(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),
+        pairs_.Prefetch(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),
                         std::move(files));
     else
         pairs_.LetGo(std::move(files));
@@ -343,7 +343,7 @@ void TreeWalk::LookAtFiles(Level& level, Item& item) {
         FolderListing& listing = level.listing[side];
         for (std::size_t at = item.at[side].begin; at < item.at[side].end; ++at) {
             const FolderListing::Entry entry = listing.At(at);
-            if (entry.looked) continue;
+            if (entry.hasStat) continue;
             FolderListing::Source& source = listing.Sources()[entry.source];
             if (!source.folder.IsOpen()) (void)Reopen(side, source);
             const std::size_t unknown = listing.Unknown().size();

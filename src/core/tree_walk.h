@@ -7,7 +7,7 @@
 
 #include "core/folder_listing.h"
 #include "core/pair_comparison.h"
-#include "core/result_row.h"
+#include "core/side.h"
 #include "core/sub_folder_diffs.h"
 
 namespace vantrel {
@@ -70,7 +70,7 @@ class TreeWalk {
     struct Level {
         PerSide<FolderListing> listing;
         PerSide<std::size_t> next, nextAside;
-        PerSide<std::size_t> ahead;         // how far pairs were announced; never beyond the next folder
+        PerSide<std::size_t> ahead;         // how far pairs were prefetched; never beyond the next folder
         PerSide<std::size_t> branchLength;  // before this level
         PerSide<Elsewhere> elsewhere;       // that of all that is in it
         Mode mode = Mode::Compare;
@@ -88,8 +88,8 @@ class TreeWalk {
     bool AddSource(Level& child, Side side, Error error, OpenFolder folder, std::string path);
     Error Reopen(Side side, FolderListing::Source& source) const;
     bool IsUnknown(const Level& level, const Item& item) const;
-    void Announce(Level& level);
-    static bool IsLooked(const Level& level, const Item& item, Side side);
+    void Prefetch(Level& level);
+    static bool HasStat(const Level& level, const Item& item, Side side);
     static const OpenFolder& FolderOf(const Level& level, const Item& item, Side side);
     static bool OpenFile(const Level& level, const Item& item, Side side, ReadFile& file);
     bool LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file);

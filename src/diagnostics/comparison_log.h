@@ -7,9 +7,9 @@
 
 #include "platform/clock.h"
 #include "platform/error.h"
-#include "platform/file_system.h"
-#include "platform/locale_formats.h"
-#include "platform/support_files.h"
+#include "platform/files/file_system.h"
+#include "platform/files/support_files.h"
+#include "platform/locale/locale_formats.h"
 
 namespace vantrel {
 

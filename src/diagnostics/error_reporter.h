@@ -7,10 +7,10 @@
 
 #include "platform/clock.h"
 #include "platform/error.h"
-#include "platform/file_system.h"
-#include "platform/locale_formats.h"
+#include "platform/files/file_system.h"
+#include "platform/files/support_files.h"
+#include "platform/locale/locale_formats.h"
 #include "platform/ports.h"
-#include "platform/support_files.h"
 
 namespace vantrel {
 

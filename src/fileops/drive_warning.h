@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/files/volumes.h"
 #include "platform/ports.h"
-#include "platform/volumes.h"
 
 namespace vantrel {
 

@@ -5,7 +5,7 @@
 
 #include "core/row_texts.h"
 #include "fileops/drive_warning.h"
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/ports.h"
-#include "platform/shell_operations.h"
+#include "shell/shell_operations.h"
 
 namespace vantrel {
 

@@ -1,8 +1,8 @@
 #include "fileops/space_check.h"
 
 #include "fileops/tree_size.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

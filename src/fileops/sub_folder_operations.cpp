@@ -3,8 +3,8 @@
 #include "core/row_texts.h"
 #include "fileops/drive_warning.h"
 #include "fileops/space_check.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 

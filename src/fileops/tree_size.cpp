@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/file_time.h"
+#include "platform/locale/file_time.h"
 
 namespace vantrel {
 

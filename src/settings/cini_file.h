@@ -4,9 +4,9 @@
 #include <string>
 
 #include "platform/error.h"
-#include "platform/file_system.h"
+#include "platform/files/file_system.h"
+#include "platform/files/support_files.h"
 #include "platform/ports.h"
-#include "platform/support_files.h"
 
 namespace vantrel {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/support_files.h"
+#include "platform/files/support_files.h"
 #include "settings/options.h"
 #include "settings/settings_file.h"
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <type_traits>
 
-#include "platform/numeric_text.h"
+#include "platform/locale/numeric_text.h"
 
 namespace vantrel {
 namespace {

@@ -1,7 +1,7 @@
 #include "settings/path_history.h"
 
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/support_files.h"
+#include "platform/files/support_files.h"
 #include "settings/settings_file.h"
 
 namespace vantrel {

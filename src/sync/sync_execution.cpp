@@ -3,8 +3,8 @@
 #include <unordered_set>
 
 #include "core/cdir.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

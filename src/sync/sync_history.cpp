@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "core/mod_date_time.h"
-#include "platform/numeric_text.h"
+#include "platform/locale/numeric_text.h"
 
 namespace vantrel {
 namespace {

@@ -3,7 +3,7 @@
 #include <unordered_map>
 
 #include "core/row_texts.h"
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

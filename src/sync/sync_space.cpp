@@ -1,6 +1,6 @@
 #include "sync/sync_space.h"
 
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 

@@ -2,9 +2,9 @@
 
 #include <tuple>
 
-#include "platform/fold.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/fold.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/file_system.h"
+#include "platform/files/file_system.h"
 #include "platform/ports.h"
 
 namespace vantrel {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 

@@ -9,7 +9,7 @@
 #include <map>
 #include <set>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel::testing {
 namespace {

@@ -73,7 +73,7 @@ class ComparisonBench {
         }
     }
 
-    // From here on contents seem to come from a slow disk, so that files are opened and announced ahead, or
+    // From here on contents seem to come from a slow disk, so that files are opened and prefetched, or
     // from memory.
     void SetReadingWaits(bool waits) { tools.clock.step = waits ? 100 : 0; }
 

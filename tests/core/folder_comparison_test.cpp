@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "core/comparison_support.h"
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel::testing {
 namespace {

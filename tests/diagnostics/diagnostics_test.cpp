@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "diagnostics/comparison_log.h"
-#include "diagnostics/confirmation_details.h"
 #include "diagnostics/csound_settings.h"
 #include "diagnostics/performance_check.h"
 #include "support/faulty_system_calls.h"
@@ -140,15 +139,6 @@ TEST_F(DiagnosticsTest, PerformanceIsLoggedAfterBothEnds) {
     EXPECT_EQ("\r\n*****\r\nscan checked on " + Now() +
                   "\r\nChanges Made: none\r\nnotes\r\nElapsed Time: 257 milliseconds",
               folder.Read("perf.txt"));
-}
-
-TEST(ConfirmationDetails, HasALineForEachName) {
-    Confirmation confirmation{"", "", "Copy", {"/a/x.txt", "/a/Sub/"}, "/a", "/b"};
-    EXPECT_EQ("COPY x.txt FROM /a TO /b\r\nCOPY Sub FROM /a TO /b\r\n", ConfirmationDetails(confirmation));
-    EXPECT_EQ("COPY x.txt FROM /a TO /b\r\n... and 1 more", ConfirmationDetails(confirmation, 1));
-    confirmation.operation = "Delete";
-    confirmation.names = {"/a/x.txt"};
-    EXPECT_EQ("DELETE x.txt FROM /a\r\n", ConfirmationDetails(confirmation));
 }
 
 struct FakeSound : SoundDevice {

@@ -6,7 +6,7 @@
 #include "fileops/shell_calls.h"
 #include "fileops/sub_folder_operations.h"
 #include "fileops/tree_size.h"
-#include "platform/names.h"
+#include "platform/names/names.h"
 #include "support/fake_volumes.h"
 #include "support/shell_fixture.h"
 #include "support/test_toolbox.h"

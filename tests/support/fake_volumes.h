@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/volumes.h"
+#include "platform/files/volumes.h"
 
 namespace vantrel::testing {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
 
 namespace vantrel::testing {
 

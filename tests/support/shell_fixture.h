@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/paths.h"
-#include "platform/shell_operations.h"
+#include "platform/names/paths.h"
+#include "shell/shell_operations.h"
 #include "support/fake_volumes.h"
 #include "support/faulty_system_calls.h"
 #include "support/scripted_ports.h"

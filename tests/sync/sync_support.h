@@ -5,7 +5,7 @@
 
 #include "core/folder_comparison.h"
 #include "fileops/shell_wrappers.h"
-#include "platform/shell_operations.h"
+#include "shell/shell_operations.h"
 #include "support/fake_volumes.h"
 #include "support/test_toolbox.h"
 #include "sync/synchronization.h"

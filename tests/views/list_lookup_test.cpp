@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <random>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/paths.h"
+#include "platform/names/paths.h"
 #include "views/panes_support.h"
 
 namespace vantrel {

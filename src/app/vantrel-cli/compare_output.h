@@ -2,7 +2,7 @@
 
 #include "core/comparison_results.h"
 #include "output.h"
-#include "platform/locale_formats.h"
+#include "platform/locale/locale_formats.h"
 #include "views/cview_selections.h"
 
 namespace vantrel::cli {

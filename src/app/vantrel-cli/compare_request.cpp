@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/compare_options.h"
-#include "platform/names.h"
+#include "platform/names/names.h"
 #include "settings/settings_file.h"
 
 namespace vantrel::cli {

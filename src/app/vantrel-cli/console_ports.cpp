@@ -9,7 +9,7 @@
 #include <ctime>
 
 #include "display_width.h"
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel::cli {
 

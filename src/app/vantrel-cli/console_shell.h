@@ -7,7 +7,7 @@
 #include <unordered_set>
 
 #include "console_ports.h"
-#include "platform/shell_operations.h"
+#include "shell/shell_operations.h"
 
 namespace vantrel::cli {
 

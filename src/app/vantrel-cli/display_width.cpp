@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel::cli {
 

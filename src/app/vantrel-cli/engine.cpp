@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel::cli {
 

@@ -8,7 +8,7 @@
 #include "exit_status.h"
 #include "json_lines.h"
 #include "output.h"
-#include "platform/names.h"
+#include "platform/names/names.h"
 #include "sync/sync_history.h"
 #include "sync_request.h"
 

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "output.h"
-#include "platform/file_time.h"
+#include "platform/locale/file_time.h"
 
 namespace vantrel::cli {
 

@@ -9,7 +9,7 @@
 #include "core/folder_comparison.h"
 #include "engine.h"
 #include "exit_status.h"
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
 #include "sync/synchronization.h"
 #include "sync_output.h"
 #include "sync_request.h"

@@ -4,8 +4,8 @@
 
 #include "display_width.h"
 #include "json_lines.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel::cli {
 

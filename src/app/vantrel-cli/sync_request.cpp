@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 #include "settings/settings_file.h"
 #include "sync/sync_options.h"
 

@@ -4,8 +4,8 @@
 
 #include "compare_output.h"
 #include "display_width.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel::cli {
 

@@ -7,14 +7,14 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "application.h"
 #include "config.h"
-#include "diagnostics/forms/frm_confirmation.h"
 #include "diagnostics/forms/qt_sound_device.h"
-#include "frm_splash.h"
+#include "fileops/forms/frm_confirmation.h"
+#include "main/application.h"
+#include "main/forms/frm_splash.h"
+#include "platform/files/system_calls.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
-#include "platform/system_calls.h"
 #include "settings/cini_file.h"
 #include "single_instance.h"
 

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "core/compare_ports.h"
-#include "platform/file_system.h"
+#include "platform/files/file_system.h"
+#include "platform/files/support_files.h"
 #include "platform/forms/qt_ports.h"
-#include "platform/support_files.h"
 
 class QLabel;
 class QProgressBar;

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "diagnostics/error_reporter.h"
-#include "platform/file_system.h"
+#include "platform/files/file_system.h"
 
 class QPlainTextEdit;
 class QPushButton;

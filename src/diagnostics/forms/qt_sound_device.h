@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "diagnostics/sound_device.h"
-#include "platform/file_system.h"
+#include "platform/files/file_system.h"
 
 namespace vantrel {
 

@@ -17,8 +17,8 @@
 
 #include "fileops/tree_size.h"
 #include "platform/forms/qt_text.h"
-#include "platform/names.h"
-#include "platform/paths.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {

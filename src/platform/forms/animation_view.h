@@ -6,8 +6,8 @@
 #include <QWidget>
 #include <string>
 
-#include "platform/avi_reader.h"
-#include "platform/file_system.h"
+#include "platform/files/file_system.h"
+#include "platform/pictures/avi_reader.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <QDesktopServices>
 #include <QUrl>
 
-#include "platform/uri_list.h"
+#include "platform/names/uri_list.h"
 
 namespace vantrel {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-#include "platform/names.h"
+#include "platform/names/names.h"
 
 namespace vantrel {
 

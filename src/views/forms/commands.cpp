@@ -5,7 +5,6 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
-#include <array>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -15,9 +14,6 @@
 
 namespace vantrel {
 namespace {
-
-constexpr std::array<std::string_view, 5> kBusyMenus{"mnuFile", "mnuOptions", "mnuSelect", "mnuView",
-                                                     "mnuHelp"};
 
 // The items of one menu that exclude each other form one group.
 QActionGroup* GroupOf(QMenu* menu) {
@@ -36,12 +32,12 @@ Commands::Commands(QObject* parent) : QObject(parent) {
 }
 Commands::~Commands() = default;
 
-void Commands::Build(QMenuBar* bar) {
+void Commands::Build(QMenuBar* bar, const CommandTables& tables) {
     owner_ = bar->window();
-    for (const CommandEntry& entry : MainMenuEntries()) Add(entry, bar);
-    for (const CommandEntry& entry : PopupMenuEntries()) Add(entry, nullptr);
-    AddSeparate(kCommandOpenOptions);
-    AddSeparate(kCommandOpenHelp);
+    busyMenus_ = tables.busyMenus;
+    for (const CommandEntry& entry : tables.menuBar) Add(entry, bar);
+    for (const CommandEntry& entry : tables.popups) Add(entry, nullptr);
+    for (const std::string_view name : tables.separate) AddSeparate(name);
     ShowEnabled();
 }
 
@@ -121,15 +117,8 @@ void Commands::SetHandler(std::string_view name, std::function<void()> handler) 
     ShowEnabled();
 }
 
-void Commands::SetAvailable(std::string_view name, bool available) {
-    Find(name).available = available;
-    ShowEnabled();
-}
-
 bool Commands::IsEnabled(std::string_view name) const {
-    const Item& item = Find(name);
-    const Item& acting = Acting(item);
-    return item.available && acting.available && acting.handler;
+    return static_cast<bool>(Acting(Find(name)).handler);
 }
 
 void Commands::ShowEnabled() {
@@ -163,7 +152,7 @@ void Commands::Start(const QString& name) {
 
 void Commands::SetMenusEnabled(bool enabled) {
     menusEnabled_ = enabled;
-    for (const std::string_view name : kBusyMenus) Action(name)->setEnabled(enabled);
+    for (const std::string_view name : busyMenus_) Action(name)->setEnabled(enabled);
     Q_EMIT MenusEnabledChanged(enabled);
 }
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string_view>
 
-#include "views/forms/command_table.h"
+#include "views/forms/command_entry.h"
 
 class QAction;
 class QMenu;
@@ -13,7 +13,7 @@ class QMenuBar;
 
 namespace vantrel {
 
-// Every command of the main window as one QAction that bears the item's name; menus, pop-ups, tool bars and
+// Every command of a window as one QAction that bears the item's name; menus, pop-ups, tool bars and
 // keys share it. An item of a pop-up that stands for a command has an action of its own, with its own
 // caption, which follows and runs that command.
 class Commands : public QObject {
@@ -23,8 +23,8 @@ class Commands : public QObject {
     explicit Commands(QObject* parent = nullptr);
     ~Commands() override;
 
-    // Makes all menus, those of the menu bar in `bar`.
-    void Build(QMenuBar* bar);
+    // Makes all menus, those of the menu bar in `bar`. The tables must outlive the object.
+    void Build(QMenuBar* bar, const CommandTables& tables);
 
     // Of an item or a menu; the name must be one of the tables.
     QAction* Action(std::string_view name) const;
@@ -32,8 +32,6 @@ class Commands : public QObject {
 
     // What the command does. A command without a handler is disabled.
     void SetHandler(std::string_view name, std::function<void()> handler);
-    // Takes a command that has a handler away for a time, or for this machine, and gives it back.
-    void SetAvailable(std::string_view name, bool available);
     bool IsEnabled(std::string_view name) const;
     // The state that the check mark shows; read whenever the menus may be looked at.
     void BindCheck(std::string_view name, std::function<bool()> isChecked);
@@ -42,8 +40,8 @@ class Commands : public QObject {
     // Runs a command as its menu item does: not while a job runs, and not while it is disabled.
     void Run(std::string_view name);
 
-    // The busy state: mnuFile, mnuOptions, mnuSelect, mnuView and mnuHelp together. While they are disabled
-    // no command runs, by whatever way it is called.
+    // The busy state: all busyMenus of the tables together. While they are disabled no command runs, by
+    // whatever way it is called.
     void SetMenusEnabled(bool enabled);
     bool MenusEnabled() const { return menusEnabled_; }
 
@@ -59,7 +57,6 @@ class Commands : public QObject {
         QString sameAs{};
         std::function<void()> handler{};
         std::function<bool()> isChecked{};
-        bool available = true;
     };
     void Add(const CommandEntry& entry, QMenuBar* bar);
     void AddSeparate(std::string_view name);
@@ -71,6 +68,7 @@ class Commands : public QObject {
     void ShowEnabled();
 
     QHash<QString, Item> items_;
+    std::span<const std::string_view> busyMenus_;
     QWidget* owner_ = nullptr;
     bool menusEnabled_ = true;
 };

@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "platform/locale_formats.h"
+#include "platform/locale/locale_formats.h"
 #include "views/forms/result_icons.h"
 #include "views/pane_list.h"
 

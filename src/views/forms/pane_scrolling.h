@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-#include "core/result_row.h"
+#include "core/side.h"
 
 namespace vantrel {
 

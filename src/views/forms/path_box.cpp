@@ -12,9 +12,9 @@
 
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
-#include "platform/names.h"
-#include "platform/paths.h"
-#include "views/forms/main_window_drag_drop.h"
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
+#include "views/forms/dragged_paths.h"
 
 namespace vantrel {
 namespace {

@@ -7,14 +7,17 @@
 #include <string>
 #include <vector>
 
-#include "core/result_row.h"
+#include "core/side.h"
 #include "views/auto_complete_path.h"
-#include "views/forms/command_table.h"
 
 class QComboBox;
 class QToolButton;
 
 namespace vantrel {
+
+// The four pictures beside each path box: imgSelectSource(0..3) and imgSelectTarget(0..3).
+enum class PathIcon : std::uint8_t { Select = 0, UpToParent = 1, CreateSubFolder = 2, Explore = 3 };
+inline constexpr int kPathIconCount = 4;
 
 // A path box, cboSourcePath or cboTargetPath, with the four pictures beside it. It only tells what the user
 // did: what follows is the window's.

@@ -37,7 +37,8 @@ void CommandButton::paintEvent(QPaintEvent*) {
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
 }
 
-CommandStrip::CommandStrip(ToolbarStyle style, Commands& commands, QWidget* parent)
+CommandStrip::CommandStrip(ToolbarStyle style, std::span<const ToolbarEntry> entries, Commands& commands,
+                           QWidget* parent)
     : QToolBar(parent), commands_(commands) {
     const bool large = style == ToolbarStyle::Coolbar;
     const int size = large ? 32 : 16;
@@ -46,7 +47,7 @@ CommandStrip::CommandStrip(ToolbarStyle style, Commands& commands, QWidget* pare
     setMovable(false);
     setFloatable(false);
     setIconSize(QSize(size, size));
-    for (const ToolbarEntry& entry : ToolbarEntries()) {
+    for (const ToolbarEntry& entry : entries) {
         const QString caption = ToQString(large ? entry.coolbarCaption : entry.toolbarCaption);
         auto* button = new CommandButton(commands.Action(entry.command), caption, ToQString(entry.tip), this);
         button->setObjectName(ToQString(entry.command));

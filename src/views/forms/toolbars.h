@@ -2,8 +2,9 @@
 
 #include <QToolBar>
 #include <QToolButton>
+#include <span>
 
-#include "views/forms/command_table.h"
+#include "views/forms/command_entry.h"
 
 class QAction;
 
@@ -36,7 +37,9 @@ class CommandStrip : public QToolBar {
     Q_OBJECT
 
   public:
-    CommandStrip(ToolbarStyle style, Commands& commands, QWidget* parent);
+    // A button for each of `entries`, which must outlive the strip.
+    CommandStrip(ToolbarStyle style, std::span<const ToolbarEntry> entries, Commands& commands,
+                 QWidget* parent);
 
     CommandButton* Button(std::string_view command) const;
 

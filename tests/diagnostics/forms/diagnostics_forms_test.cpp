@@ -11,7 +11,6 @@
 #include <cerrno>
 
 #include "diagnostics/csound_settings.h"
-#include "diagnostics/forms/frm_confirmation.h"
 #include "diagnostics/forms/frm_error_log.h"
 #include "diagnostics/forms/qt_sound_device.h"
 #include "platform/forms/qt_text.h"
@@ -21,11 +20,6 @@
 
 namespace vantrel {
 namespace {
-
-void Press(QWidget& widget, int key) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &press);
-}
 
 class ErrorLogTest : public ::testing::Test {
   protected:
@@ -82,62 +76,6 @@ TEST_F(ErrorLogTest, ReportsAFileThatCannotBeReadOrEmptied) {
     form.DisplayFile(folder / "log");
     EXPECT_EQ("Unexpected Error in frmErrorLog.DisplayFile", messages.shown.at(1).title);
     EXPECT_EQ("", Shown());
-}
-
-class ConfirmationTest : public ::testing::Test {
-  protected:
-    frmConfirmation form;
-    Confirmation copy{"Confirm", "Copy them?", "Copy", {"/a/x", "/a/y"}, "/a", "/b"};
-
-    // Does `act` while the form stands.
-    MessageAnswer Show(const Confirmation& confirmation, const std::function<void()>& act) {
-        QTimer::singleShot(0, &form, act);
-        return form.ShowForm(confirmation);
-    }
-};
-
-TEST_F(ConfirmationTest, GivesTheAnswerOfButtonsAndKeys) {
-    EXPECT_EQ(MessageAnswer::Yes, Show(copy, [this] { form.cmdYes->click(); }));
-    EXPECT_EQ(MessageAnswer::Yes, form.Answer());
-    EXPECT_EQ(MessageAnswer::No, Show(copy, [this] { form.cmdNo->click(); }));
-    EXPECT_EQ(MessageAnswer::Yes, Show(copy, [this] { Press(form, Qt::Key_Return); }));
-    EXPECT_EQ(MessageAnswer::No, Show(copy, [this] { Press(form, Qt::Key_Escape); }));
-    EXPECT_EQ(MessageAnswer::No, Show(copy, [this] { form.close(); }));
-
-    Confirmation remove = copy;
-    remove.operation = "Delete";
-    EXPECT_EQ(MessageAnswer::No, Show(remove, [this] { Press(form, Qt::Key_Return); }));
-}
-
-TEST_F(ConfirmationTest, ListsTheNamesOnDemand) {
-    Show(copy, [this] {
-        EXPECT_EQ(QStringLiteral("Confirm"), form.windowTitle());
-        EXPECT_EQ(QStringLiteral("Copy them?"), form.lblMsg->text());
-        EXPECT_FALSE(form.imgIcon->pixmap(Qt::ReturnByValue).isNull());
-        const int height = form.height();
-        EXPECT_EQ(QStringLiteral("&Details..."), form.cmdDetails->text());
-        EXPECT_FALSE(form.txtDetails->isVisible());
-        form.cmdDetails->click();
-        EXPECT_EQ(QStringLiteral("&Hide"), form.cmdDetails->text());
-        EXPECT_EQ(QStringLiteral("COPY x FROM /a TO /b\nCOPY y FROM /a TO /b\n"),
-                  form.txtDetails->toPlainText());
-        EXPECT_TRUE(form.txtDetails->isVisible());
-        EXPECT_GT(form.height(), height);
-        form.cmdDetails->click();
-        EXPECT_EQ(QStringLiteral("&Details..."), form.cmdDetails->text());
-        EXPECT_EQ(QString(), form.txtDetails->toPlainText());
-        EXPECT_EQ(height, form.height());
-        form.close();
-    });
-}
-
-TEST_F(ConfirmationTest, StandsOverTheWindowThatAsks) {
-    QTimer::singleShot(0, [] {
-        auto* shown = qobject_cast<frmConfirmation*>(QApplication::activeModalWidget());
-        ASSERT_TRUE(shown);
-        shown->cmdYes->click();
-    });
-    EXPECT_EQ(MessageAnswer::Yes, ShowConfirmation(copy));
 }
 
 // Whether or not the machine has sound, nothing takes long, and only a wave file is begun.

@@ -1,0 +1,140 @@
+#include "fileops/forms/frm_confirmation.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <algorithm>
+
+#include "fileops/confirmation_details.h"
+#include "platform/forms/icons.h"
+#include "platform/forms/qt_text.h"
+#include "platform/forms/window_size.h"
+
+namespace vantrel {
+namespace {
+
+// Without the details: 2,110 twips, at 15 to the pixel.
+constexpr int kHeightWithoutDetails = 2110 / 15;
+
+QIcon OperationIcon(const std::string& operation) {
+    if (operation == "Copy") return CommandIcon(QLatin1String("copy"));
+    if (operation == "Move") return CommandIcon(QLatin1String("move"));
+    if (operation == "Delete") return CommandIcon(QLatin1String("delete"));
+    return {};
+}
+
+}  // namespace
+
+frmConfirmation::frmConfirmation(QWidget* parent)
+    : QDialog(parent),
+      imgIcon(new QLabel),
+      lblMsg(new QLabel),
+      cmdYes(new QPushButton(tr("&Yes"))),
+      cmdNo(new QPushButton(tr("&No"))),
+      cmdDetails(new QPushButton),
+      txtDetails(new QPlainTextEdit) {
+    setObjectName(QStringLiteral("frmConfirmation"));
+    imgIcon->setObjectName(QStringLiteral("imgIcon"));
+    lblMsg->setObjectName(QStringLiteral("lblMsg"));
+    cmdYes->setObjectName(QStringLiteral("cmdYes"));
+    cmdNo->setObjectName(QStringLiteral("cmdNo"));
+    cmdDetails->setObjectName(QStringLiteral("cmdDetails"));
+    txtDetails->setObjectName(QStringLiteral("txtDetails"));
+
+    lblMsg->setTextFormat(Qt::PlainText);
+    lblMsg->setWordWrap(true);
+    lblMsg->setMinimumWidth(fontMetrics().averageCharWidth() * 56);
+    lblMsg->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    txtDetails->setReadOnly(true);
+    txtDetails->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    txtDetails->setTabChangesFocus(true);
+    txtDetails->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtDetails->setAccessibleName(tr("Details"));
+    cmdDetails->setAutoDefault(false);
+    LayOut();
+    HideDetails();
+
+    connect(cmdYes, &QPushButton::clicked, this, [this] { Finish(MessageAnswer::Yes); });
+    connect(cmdNo, &QPushButton::clicked, this, [this] { Finish(MessageAnswer::No); });
+    connect(cmdDetails, &QPushButton::clicked, this, &frmConfirmation::ToggleDetails);
+}
+
+void frmConfirmation::LayOut() {
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(cmdYes, QDialogButtonBox::YesRole);
+    buttons->addButton(cmdNo, QDialogButtonBox::NoRole);
+    buttons->addButton(cmdDetails, QDialogButtonBox::ActionRole);
+
+    auto* grid = new QGridLayout(this);
+    grid->setHorizontalSpacing(2 * style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
+    grid->addWidget(imgIcon, 0, 0, Qt::AlignVCenter);
+    grid->addWidget(lblMsg, 0, 1);
+    grid->addWidget(buttons, 1, 0, 1, 2);
+    grid->addWidget(txtDetails, 2, 0, 1, 2);
+    grid->setColumnStretch(1, 1);
+    setTabOrder(cmdYes, cmdNo);
+    setTabOrder(cmdNo, cmdDetails);
+    setTabOrder(cmdDetails, txtDetails);
+}
+
+MessageAnswer frmConfirmation::ShowForm(const Confirmation& confirmation) {
+    confirmation_ = confirmation;
+    answer_ = MessageAnswer::No;
+    setWindowTitle(ToQString(confirmation.title));
+    lblMsg->setText(WithLineBreaks(MessageQString(confirmation.question)));
+    const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
+    imgIcon->setPixmap(OperationIcon(confirmation.operation).pixmap(QSize(size, size), devicePixelRatioF()));
+    HideDetails();
+    QPushButton* proposed = confirmation.operation == "Delete" ? cmdNo : cmdYes;
+    proposed->setDefault(true);
+    proposed->setFocus();
+    exec();
+    return answer_;
+}
+
+// Gives all room that is left to one row.
+void frmConfirmation::Stretch(int row) {
+    auto* grid = static_cast<QGridLayout*>(layout());
+    for (int each = 0; each < grid->rowCount(); ++each) grid->setRowStretch(each, each == row ? 1 : 0);
+}
+
+void frmConfirmation::Finish(MessageAnswer answer) {
+    answer_ = answer;
+    done(answer == MessageAnswer::Yes ? Accepted : Rejected);
+}
+
+void frmConfirmation::ToggleDetails() {
+    if (txtDetails->isVisibleTo(this)) {
+        HideDetails();
+        return;
+    }
+    cmdDetails->setText(tr("&Hide"));
+    txtDetails->setPlainText(MessageQString(ConfirmationDetails(confirmation_)));
+    txtDetails->show();
+    Stretch(2);
+    ResizeWithinScreen(*this,
+                       {std::max(width(), fontMetrics().averageCharWidth() * 90), sizeHint().height()});
+}
+
+void frmConfirmation::HideDetails() {
+    cmdDetails->setText(tr("&Details..."));
+    txtDetails->clear();
+    txtDetails->hide();
+    Stretch(0);
+    layout()->activate();
+    resize(std::max(width(), minimumSizeHint().width()),
+           std::max(kHeightWithoutDetails, minimumSizeHint().height()));
+}
+
+MessageAnswer ShowConfirmation(const Confirmation& confirmation) {
+    QWidget* owner = QApplication::activeModalWidget();
+    frmConfirmation form(owner ? owner : QApplication::activeWindow());
+    return form.ShowForm(confirmation);
+}
+
+}  // namespace vantrel

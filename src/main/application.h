@@ -1,0 +1,103 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/ccompare.h"
+#include "core/comparison_results.h"
+#include "core/folder_comparison.h"
+#include "core/forms/frm_compare_progress.h"
+#include "core/toolbox.h"
+#include "diagnostics/csound_settings.h"
+#include "main/forms/frm_main.h"
+#include "main/object_operations.h"
+#include "platform/forms/desktop.h"
+#include "settings/option_store.h"
+#include "settings/path_history.h"
+#include "views/notices.h"
+#include "views/result_panes.h"
+
+namespace vantrel {
+
+// What the program stands on. Tests put their own in its place.
+struct Surroundings {
+    const FileSystem& files;
+    Volumes& volumes;
+    Clock& clock;
+    const LocaleFormats& locale;
+    const ProgramFolders& folders;
+    MessagePort& messages;
+    QtEventLoop& loop;
+    Desktop& desktop;
+    SoundDevice& sound;
+    TrashPlaces trash;
+};
+
+// The shared context of the program (modVantrel) and its main window. It is made once, and everything in it
+// lives until its end. What the commands do stands by area in the files of their handlers; they get this
+// object.
+class Application : private RunningJob {
+  public:
+    Application(const Surroundings& surroundings, std::string appVersion);
+    ~Application() override;
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    // Makes the window ready and shows it; reports under "frmMain.Form_Load".
+    void FormLoad();
+    // The way back, in at least two seconds; reports under "frmMain.Form_Unload".
+    void FormUnload();
+
+    // Runs `work` as the routine of that text name.
+    template <typename Work>
+    bool Guard(std::string_view routineName, Work&& work) {
+        return reporter.Guard(routineName, std::forward<Work>(work));
+    }
+    frmMain& Window() { return *window_; }
+    Commands& GetCommands() { return window_->GetCommands(); }
+    CompareOutcome CompareDirs(bool fromCompareCommand, bool announce) {
+        return comparison_->CompareDirs(fromCompareCommand, announce);
+    }
+    // What follows a command that changed something: a silent comparison where the option says so, otherwise
+    // the results are dropped.
+    void AutoCompareStep(bool compare);
+
+    // The settings file into the options, and these into their holders and onto the window.
+    void LoadOptions();
+    void SaveOptions();
+    // The file is deleted, path history and all, and everything has its default.
+    void RestoreDefaults();
+    void HoldersFromOptions();
+    void OptionsFromHolders();
+    OptionEnvironment Environment() const;
+
+    const std::string AppVersion;
+    const std::string HelpFile;  // the first page of the help
+
+    const Surroundings around;
+    ErrorReporter reporter;
+    ComparisonLog log;
+    const Toolbox tools;
+
+    CCompare compare;
+    CSoundSettings sounds;
+    CViewSelections viewSelections;
+
+    Options options;
+    OptionStore store;
+    PathHistory history;
+    ComparisonResults results;
+    ResultPanes panes;
+    Notices notices;
+    std::unique_ptr<ObjectOperations> operations;
+
+  private:
+    bool RunningCompare() const override { return compare.RunningCompare; }
+    void UnloadCompareProgress() override;
+
+    std::unique_ptr<frmMain> window_;
+    std::unique_ptr<frmCompareProgress> progress_;
+    std::unique_ptr<FolderComparison> comparison_;
+};
+
+}  // namespace vantrel

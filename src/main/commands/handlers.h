@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/side.h"
+#include "main/command_table.h"
+
+namespace vantrel {
+
+class Application;
+
+// The handlers of the main window's commands by area. Each gives its commands what they do, and binds the
+// check marks to what they show.
+void InstallCompareCommands(Application& application);
+void InstallFolderCommands(Application& application);
+void InstallObjectCommands(Application& application);
+void InstallSelectionAndViewCommands(Application& application);
+void InstallOptionCommands(Application& application);
+void InstallHelpCommands(Application& application);
+void InstallOperationCommands(Application& application);
+
+// A click on one of the icons beside a path box.
+void OnPathIconClicked(Application& application, Side side, PathIcon icon);
+
+inline void InstallHandlers(Application& application) {
+    InstallCompareCommands(application);
+    InstallFolderCommands(application);
+    InstallObjectCommands(application);
+    InstallSelectionAndViewCommands(application);
+    InstallOptionCommands(application);
+    InstallHelpCommands(application);
+    InstallOperationCommands(application);
+}
+
+}  // namespace vantrel

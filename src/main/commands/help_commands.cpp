@@ -1,0 +1,68 @@
+#include <cstring>
+
+#include "config.h"
+#include "main/application.h"
+#include "main/commands/handlers.h"
+#include "main/forms/frm_about.h"
+#include "main/forms/frm_help.h"
+#include "platform/names/paths.h"
+
+namespace vantrel {
+namespace {
+
+// A page of the help, in the program that shows such pages, or in a window of our own where there is none.
+void OpenHelpPage(Application& application, std::string_view page) {
+    const std::string path = JoinPath(GetParentFolderName(application.HelpFile), page);
+    if (!application.tools.files.FileExists(path)) {
+        application.around.messages.Ask({.title = "Help",
+                                         .text = "The help page \"" + path + "\" was not found.",
+                                         .icon = MessageIcon::Warning,
+                                         .defaultAnswer = {}});
+        return;
+    }
+    if (application.around.desktop.OpenFile(path)) return;
+    auto* window = application.Window().findChild<frmHelp*>();
+    if (!window) window = new frmHelp(&application.Window());
+    window->ShowPage(path);
+}
+
+void OpenAddress(Application& application, const char* address) {
+    if (application.around.desktop.OpenAddress(address)) return;
+    application.around.messages.Ask({.title = "Vantrel on the Web",
+                                     .text = std::string("The address ") + address + " could not be opened.",
+                                     .icon = MessageIcon::Warning,
+                                     .defaultAnswer = {}});
+}
+
+struct WebItem {
+    const char* item;
+    const char* address;
+};
+constexpr WebItem kWebItems[] = {
+    {"mnuHelpWebNews", config::kWebNews},
+    {"mnuHelpWebFAQs", config::kWebFaqs},
+    {"mnuHelpWebFeedback", config::kWebFeedback},
+};
+
+}  // namespace
+
+void InstallHelpCommands(Application& application) {
+    Commands& commands = application.GetCommands();
+    const auto page = [&application](const char* routine, const char* name) {
+        return [&application, routine, name] {
+            application.Guard(routine, [&] { OpenHelpPage(application, name); });
+        };
+    };
+    commands.SetHandler(kCommandOpenHelp, page("frmMain.VTToolbar_ButtonClick", "index.html"));
+    commands.SetHandler("mnuHelpContents", page("frmMain.mnuHelpContents_Click", "index.html"));
+    commands.SetHandler("mnuHelpTroubleshooting",
+                        page("frmMain.mnuHelpTroubleshooting_Click", "troubleshooting.html"));
+    for (const WebItem& web : kWebItems)
+        if (std::strlen(web.address) > 0)
+            commands.SetHandler(web.item, [&application, &web] { OpenAddress(application, web.address); });
+    commands.SetHandler("mnuHelpAboutBox", [&application] {
+        frmAbout(application.AppVersion, application.around.folders, &application.Window()).exec();
+    });
+}
+
+}  // namespace vantrel

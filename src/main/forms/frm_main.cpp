@@ -1,0 +1,261 @@
+#include "main/forms/frm_main.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "core/row_texts.h"
+#include "diagnostics/forms/frm_error_log.h"
+#include "main/command_table.h"
+#include "platform/forms/icons.h"
+#include "platform/forms/qt_text.h"
+#include "views/forms/dragged_paths.h"
+
+namespace vantrel {
+
+frmMain::frmMain(const Parts& parts, const std::string& appVersion)
+    : parts_(parts), popups_(commands_, parts_.panes) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Vantrel v") + ToQString(appVersion));
+    setWindowIcon(ProgramIcon());
+    setContextMenuPolicy(Qt::NoContextMenu);
+    commands_.Build(menuBar(), MainWindowTables());
+    MakeStrips();
+    LayOut();
+    for (const Side side : kBothSides) {
+        WirePathBox(side);
+        WirePane(side);
+    }
+    commands_.BindCheck("mnuViewViewAll", [this] { return parts_.panes.CheckedViewItem() == kViewAll; });
+    commands_.BindCheck("mnuViewDifferences",
+                        [this] { return parts_.panes.CheckedViewItem() == kViewDifferent; });
+    commands_.BindCheck("mnuViewSimilarities",
+                        [this] { return parts_.panes.CheckedViewItem() == kViewSimilar; });
+    commands_.BindCheck("mnuViewOther", [this] { return parts_.panes.CheckedViewItem() == kViewCustom; });
+    parts_.panes.AddObserver(this);
+    ViewSelectionsChanged();
+}
+
+frmMain::~frmMain() {
+    parts_.panes.RemoveObserver(this);
+}
+
+void frmMain::MakeStrips() {
+    coolBar_ = new CommandStrip(ToolbarStyle::Coolbar, ToolbarEntries(), commands_, this);
+    toolbar_ = new CommandStrip(ToolbarStyle::Toolbar, ToolbarEntries(), commands_, this);
+    for (CommandStrip* strip : {coolBar_, toolbar_}) {
+        addToolBar(strip);
+        strip->hide();
+    }
+}
+
+void frmMain::LayOut() {
+    const ResultIcons icons = [](ResultType type, bool colour) {
+        return ResultTypeIcon(static_cast<int>(type), colour ? IconColours::Colour : IconColours::Gray);
+    };
+    auto* centre = new QWidget(this);
+    auto* column = new QVBoxLayout(centre);
+    column->setContentsMargins(6, 6, 6, 2);
+    column->setSpacing(6);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(4);
+    for (const Side side : kBothSides) {
+        boxes_[side] = new PathBox(side, parts_.tools.files, parts_.tools.loop, centre);
+        // The boxes share the width as the panes below them do, whatever their texts.
+        boxes_[side]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    }
+    ownFont_ = boxes_[Side::Left]->Combo()->font();
+    pathGap_ = new QWidget(centre);
+    row->addWidget(boxes_[Side::Left], 1);
+    row->addWidget(pathGap_);
+    row->addWidget(boxes_[Side::Right], 1);
+    panesWidget_ = new PanesWidget(parts_.panes, parts_.tools.locale, icons, centre);
+    panesWidget_->SetBackground(
+        DialogPath(parts_.tools.folders.SupportFile(parts_.tools.files, "lvwback.gif")));
+    connect(panesWidget_, &PanesWidget::PanesResized, this, &frmMain::ResizeForm);
+    column->addLayout(row);
+    column->addWidget(panesWidget_, 1);
+    setCentralWidget(centre);
+    statusBar_ = new MainStatusBar(this);
+    setStatusBar(statusBar_);
+    setTabOrder(boxes_[Side::Left]->Icon(PathIcon::Explore), boxes_[Side::Right]->Combo());
+    setTabOrder(boxes_[Side::Right]->Icon(PathIcon::Explore), &panesWidget_->View(Side::Left));
+    boxes_[Side::Left]->setFocus();
+}
+
+void frmMain::WirePathBox(Side side) {
+    PathBox* box = boxes_[side];
+    box->SetState({.busy = [this] { return !MenusEnabled(); },
+                   .fillingOrRun = [this] { return PopulatingFolderCombos || parts_.compare.RunningCompare; },
+                   .autoComplete = [this] { return parts_.options.autoCompleteFolderPath; }});
+    connect(box, &PathBox::Changed, this, &frmMain::RemoveListItemsAndShowNoCompareMsg);
+    connect(box, &PathBox::CompareRequested, this, [this] {
+        if (hooks_.compare) hooks_.compare();
+    });
+    connect(box, &PathBox::IconClicked, this, [this, side](PathIcon icon) {
+        if (hooks_.pathIcon) hooks_.pathIcon(side, icon);
+    });
+}
+
+void frmMain::WirePane(Side side) {
+    PaneView* view = &panesWidget_->View(side);
+    view->setAcceptDrops(false);
+    view->viewport()->setAcceptDrops(false);
+    connect(view, &PaneView::RowActivated, this,
+            [this, side](std::size_t row) { popups_.DoubleClick(side, row, QCursor::pos()); });
+    connect(view, &PaneView::MenuRequested, this,
+            [this, side](const QPoint& position) { popups_.Open(side, position); });
+    connect(view, &PaneView::DeleteRequested, this, [this](bool permanently) {
+        commands_.Run(permanently ? "mnuFileDeletePermanently" : "mnuFileSendSelectedFilesToRecycleBin");
+    });
+    connect(view, &PaneView::DragRequested, this, [this, side] { DragOut(side); });
+    connect(view, &PaneView::UrisDropped, this,
+            [this, side](const QList<QUrl>& uris, Qt::KeyboardModifiers keys) { OnDrop(side, uris, keys); });
+}
+
+void frmMain::SetDropHandler(DropHandler handler) {
+    dropHandler_ = std::move(handler);
+    for (const Side side : kBothSides) {
+        panesWidget_->View(side).setAcceptDrops(bool(dropHandler_));
+        panesWidget_->View(side).viewport()->setAcceptDrops(bool(dropHandler_));
+    }
+}
+
+// The drop ends first: the program that it comes from waits, and what follows may ask the user.
+void frmMain::OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys) {
+    const DropKeys pressed{.control = keys.testFlag(Qt::ControlModifier),
+                           .shift = keys.testFlag(Qt::ShiftModifier)};
+    QTimer::singleShot(0, this, [this, paths = DroppedPaths(uris), folder = PaneFolder(side), pressed] {
+        if (!MenusEnabled() || !dropHandler_) return;
+        const DropAction action = ProcessOLEDragDrop(parts_.tools, paths, folder, pressed);
+        if (action != DropAction::None) dropHandler_(action, paths, folder);
+    });
+}
+
+void frmMain::DragOut(Side side) {
+    if (!MenusEnabled()) return;
+    const PaneList& list = parts_.panes.Pane(side);
+    std::vector<std::string> paths;
+    for (const std::size_t row : list.SelectedRows())
+        paths.push_back(ObjectPath(parts_.results.folders[side], list[row]));
+    DragPaths(&panesWidget_->View(side), paths);
+}
+
+void frmMain::StatusTextsChanged() {
+    statusBar_->SetPanel(1, parts_.panes.StatusText(Side::Left));
+    statusBar_->SetPanel(2, parts_.panes.StatusText(Side::Right));
+    statusBar_->SetPanel(4, parts_.panes.ViewText());
+}
+
+void frmMain::PopulateDirComboBoxesFromIniFile() {
+    PathHistory::Lists lists;
+    const Error error = parts_.history.PopulateDirComboBoxesFromIniFile(lists);
+    ShowFolders(lists);
+    if (!error.IsOk()) parts_.tools.reporter.ReportError("frmMain.PopulateDirComboBoxesFromIniFile", error);
+}
+
+void frmMain::ShowFolders(const PathHistory::Lists& lists) {
+    const bool before = std::exchange(PopulatingFolderCombos, true);
+    for (const Side side : kBothSides) boxes_[side]->SetFolders(lists[Index(side)]);
+    PopulatingFolderCombos = before;
+}
+
+std::string frmMain::PaneFolder(Side side) const {
+    return parts_.results.HasResult() ? parts_.results.folders[side] : PathText(side);
+}
+
+std::string frmMain::SelectedPath() const {
+    const auto side = parts_.panes.CurrentListview();
+    const ResultRow* row = side ? parts_.panes.Pane(*side).SelectedObject() : nullptr;
+    return row ? ObjectPath(parts_.results.folders[*side], *row) : std::string();
+}
+
+std::string frmMain::PathText(Side side) const {
+    return boxes_[side]->Path();
+}
+
+void frmMain::SetPathText(Side side, const std::string& path) {
+    boxes_[side]->SetPath(path);
+}
+
+void frmMain::SetMenusEnabled(bool enabled) {
+    parts_.panes.SetMenusEnabled(enabled);
+    commands_.SetMenusEnabled(enabled);
+    if (enabled && closeAfterJob_) QTimer::singleShot(0, this, &frmMain::close);
+}
+
+void frmMain::SetBusyPointer(bool busy) {
+    if (busy == busyPointer_) return;
+    busyPointer_ = busy;
+    if (busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+void frmMain::SetFilterPanel(std::string_view text) {
+    statusBar_->SetPanel(3, text);
+}
+
+void frmMain::RaiseMainWindow() {
+    if (!isMinimized()) raise();
+}
+
+void frmMain::ApplyViewTypes() {
+    parts_.panes.ApplyViewTypes();
+}
+
+void frmMain::RemoveListItemsAndShowNoCompareMsg() {
+    parts_.panes.RemoveListItemsAndShowNoCompareMsg();
+}
+
+void frmMain::AddPathsToIni(const std::string& left, const std::string& right) {
+    PathHistory::Lists lists;
+    const Error error = parts_.history.AddPathsToIni(left, right, lists);
+    ShowFolders(lists);
+    if (!error.IsOk()) parts_.tools.reporter.ReportError("frmMain.AddPathsToIni", error);
+}
+
+void frmMain::PlayCompareCompleteSound() {
+    if (hooks_.playCompareCompleteSound) hooks_.playCompareCompleteSound();
+}
+
+void frmMain::ShowCompareResults() {
+    if (hooks_.showCompareResults) hooks_.showCompareResults();
+}
+
+void frmMain::ShowErrorLog() {
+    if (hooks_.showErrorLog) hooks_.showErrorLog();
+}
+
+void frmMain::ShowFileComparisonResults(const std::string& text) {
+    frmErrorLog viewer(parts_.tools.files, parts_.tools.reporter, this);
+    viewer.setWindowTitle(QStringLiteral("Comparison Results"));
+    viewer.txtMsg->setPlainText(MessageQString(text));
+    // There is no file behind this text that could be emptied.
+    viewer.cmdClear->hide();
+    viewer.exec();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    // A job holds on to what the window owns: it is asked to end, and the window closes behind it.
+    if (!MenusEnabled() || parts_.compare.RunningCompare) {
+        closeAfterJob_ = true;
+        if (hooks_.cancelJob) hooks_.cancelJob();
+        event->ignore();
+        return;
+    }
+    if (const auto unload = std::exchange(hooks_.unload, nullptr)) unload();
+    event->accept();
+}
+
+}  // namespace vantrel

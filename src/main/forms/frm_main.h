@@ -1,0 +1,141 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/ccompare.h"
+#include "core/compare_ports.h"
+#include "core/comparison_results.h"
+#include "core/toolbox.h"
+#include "main/forms/popup_menus.h"
+#include "settings/options.h"
+#include "settings/path_history.h"
+#include "settings/window_geometry.h"
+#include "views/drop_rule.h"
+#include "views/forms/commands.h"
+#include "views/forms/panes_widget.h"
+#include "views/forms/path_box.h"
+#include "views/forms/status_bar.h"
+#include "views/forms/toolbars.h"
+#include "views/result_panes.h"
+
+namespace vantrel {
+
+// The main window: the menus, the strips, the path boxes, the panes and the status bar, and the wires between
+// them. What the commands do is hung in from outside (Commands::SetHandler); it keeps no result and no option
+// of its own.
+class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesObserver {
+    Q_OBJECT
+
+  public:
+    // All must outlive the window.
+    struct Parts {
+        Toolbox tools;
+        const Options& options;
+        const CCompare& compare;
+        const ComparisonResults& results;
+        ResultPanes& panes;
+        const PathHistory& history;
+    };
+    // What the window asks of the program around it; what is not set does nothing.
+    struct Hooks {
+        std::function<void()> compare;  // Enter in a path box: as mnuFileCompareDirectories
+        std::function<void(Side, PathIcon)> pathIcon;
+        std::function<void()> cancelJob;  // the window is to be closed while a job runs
+        std::function<void()> unload;     // Form_Unload; the window closes afterwards
+        std::function<void()> playCompareCompleteSound;
+        std::function<void()> showCompareResults;
+        std::function<void()> showErrorLog;
+    };
+    // Carries out a drop of `paths` on a pane, whose folder is `folder`.
+    using DropHandler =
+        std::function<void(DropAction, const std::vector<std::string>& paths, const std::string& folder)>;
+
+    frmMain(const Parts& parts, const std::string& appVersion);
+    ~frmMain() override;
+
+    void SetHooks(Hooks hooks) { hooks_ = std::move(hooks); }
+    // Until a handler is set the panes refuse every drop.
+    void SetDropHandler(DropHandler handler);
+
+    Commands& GetCommands() { return commands_; }
+    PathBox& Box(Side side) const { return *boxes_[side]; }
+    PanesWidget& Panes() const { return *panesWidget_; }
+    MainStatusBar& StatusBar1() const { return *statusBar_; }
+    PopupMenus& Popups() { return popups_; }
+    CommandStrip& Strip(ToolbarStyle style) const {
+        return style == ToolbarStyle::Coolbar ? *coolBar_ : *toolbar_;
+    }
+
+    // While it is true a change of the path boxes is not the user's: it leaves the results alone.
+    bool PopulatingFolderCombos = false;
+    void PopulateDirComboBoxesFromIniFile();
+    void ShowFolders(const PathHistory::Lists& lists);
+
+    // Pictures of the options: strip, font, scrolling, column widths.
+    void ShowOptions();
+    // The font that the path boxes have of themselves.
+    QFont OwnFont() const { return ownFont_; }
+    void RestoreGeometry(const Options& options);
+    // What the window adds to the options when they are saved. False while the window has no geometry of its
+    // own, being maximised or minimised.
+    bool CollectOptions(Options& options) const;
+    void ResizeForm();
+
+    // The folder of a pane: the compared one, or that of the path box while there is no result.
+    std::string PaneFolder(Side side) const;
+    // Of the selected item of CurrentListview; empty without one that stands for an object.
+    std::string SelectedPath() const;
+    // Shows this text in the log viewer (caption "Comparison Results").
+    void ShowFileComparisonResults(const std::string& text);
+
+    // ComparisonHost
+    std::string PathText(Side side) const override;
+    void SetPathText(Side side, const std::string& path) override;
+    bool MenusEnabled() const override { return commands_.MenusEnabled(); }
+    void SetMenusEnabled(bool enabled) override;
+    void SetBusyPointer(bool busy) override;
+    void SetFilterPanel(std::string_view text) override;
+    void RaiseMainWindow() override;
+    void ApplyViewTypes() override;
+    void RemoveListItemsAndShowNoCompareMsg() override;
+    void AddPathsToIni(const std::string& left, const std::string& right) override;
+    void PlayCompareCompleteSound() override;
+    void ShowCompareResults() override;
+    void ShowErrorLog() override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void LayOut();
+    void MakeStrips();
+    void WirePathBox(Side side);
+    void WirePane(Side side);
+    void OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
+    void DragOut(Side side);
+
+    void StatusTextsChanged() override;
+    void ViewSelectionsChanged() override { commands_.RefreshChecks(); }
+
+    Parts parts_;
+    Hooks hooks_;
+    DropHandler dropHandler_;
+    Commands commands_;
+    PopupMenus popups_;
+    PerSide<PathBox*> boxes_;
+    PanesWidget* panesWidget_ = nullptr;
+    QWidget* pathGap_ = nullptr;  // between the path boxes, above the strip of toggles
+    MainStatusBar* statusBar_ = nullptr;
+    CommandStrip* coolBar_ = nullptr;
+    CommandStrip* toolbar_ = nullptr;
+    QFont ownFont_;
+    bool busyPointer_ = false;
+    bool closeAfterJob_ = false;
+};
+
+}  // namespace vantrel

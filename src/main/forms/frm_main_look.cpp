@@ -1,0 +1,116 @@
+// What the main window takes from the options and gives back to them: places, sizes, fonts.
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "main/forms/frm_main.h"
+#include "platform/forms/qt_text.h"
+
+namespace vantrel {
+namespace {
+
+// The dots per inch that the windows' own pixels stand for, at every scale factor.
+constexpr double kLogicalDpi = 96;
+constexpr QSize kLeastSize(640, 400);
+
+TwipsRect ToTwips(const QRect& pixels) {
+    return {TwipsFromPixels(pixels.left(), kLogicalDpi), TwipsFromPixels(pixels.top(), kLogicalDpi),
+            TwipsFromPixels(pixels.width(), kLogicalDpi), TwipsFromPixels(pixels.height(), kLogicalDpi)};
+}
+
+QRect ToPixels(const TwipsRect& twips) {
+    return {PixelsFromTwips(twips.left, kLogicalDpi), PixelsFromTwips(twips.top, kLogicalDpi),
+            PixelsFromTwips(twips.width, kLogicalDpi), PixelsFromTwips(twips.height, kLogicalDpi)};
+}
+
+// The usable areas, the main screen first.
+std::vector<TwipsRect> Screens() {
+    std::vector<TwipsRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens())
+        areas.insert(screen == QGuiApplication::primaryScreen() ? areas.begin() : areas.end(),
+                     ToTwips(screen->availableGeometry()));
+    return areas;
+}
+
+ToolbarStyle StyleOf(Options::CoolbarStyle style) {
+    switch (style) {
+        case Options::CoolbarStyle::Coolbar:
+            return ToolbarStyle::Coolbar;
+        case Options::CoolbarStyle::Toolbar:
+            return ToolbarStyle::Toolbar;
+        case Options::CoolbarStyle::Hidden:
+            break;
+    }
+    return ToolbarStyle::Hidden;
+}
+
+using ColumnMembers = std::array<std::int32_t Options::*, 3>;
+constexpr PerSide<ColumnMembers> kColumns{
+    {ColumnMembers{&Options::sourceColumnOne, &Options::sourceColumnTwo, &Options::sourceColumnThree},
+     ColumnMembers{&Options::targetColumnOne, &Options::targetColumnTwo, &Options::targetColumnThree}}};
+
+}  // namespace
+
+void frmMain::ShowOptions() {
+    const Options& options = parts_.options;
+    const ToolbarStyle style = StyleOf(options.coolbarStyle);
+    coolBar_->setVisible(style == ToolbarStyle::Coolbar);
+    toolbar_->setVisible(style == ToolbarStyle::Toolbar);
+
+    QFont font = ownFont_;
+    if (!options.fontName.empty()) font.setFamily(ToQString(options.fontName));
+    if (options.fontSize > 0) font.setPointSizeF(options.fontSize);
+    if (font != boxes_[Side::Left]->Combo()->font()) {
+        panesWidget_->SetPaneFont(font);
+        for (const Side side : kBothSides) boxes_[side]->Combo()->setFont(font);
+    }
+    panesWidget_->Scrolling().SetOn(options.syncScrolling);
+    commands_.RefreshChecks();
+    ResizeForm();
+}
+
+void frmMain::RestoreGeometry(const Options& options) {
+    for (const Side side : kBothSides) {
+        PaneView::Widths widths{};
+        for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = options.*kColumns[side][i];
+        panesWidget_->View(side).SetColumnWidths(widths);
+    }
+    const TwipsRect stored{options.left, options.top, options.width, options.height};
+    setMinimumSize(kLeastSize);
+    const QRect place = ToPixels(FitToScreens(stored, Screens(), ToTwips(QRect(QPoint(0, 0), kLeastSize))));
+    setGeometry(place);
+    if (options.windowState == Options::WindowState::Maximized) setWindowState(Qt::WindowMaximized);
+}
+
+bool frmMain::CollectOptions(Options& options) const {
+    for (const Side side : kBothSides) {
+        const PaneView::Widths widths = panesWidget_->View(side).ColumnWidths();
+        for (std::size_t i = 0; i < widths.size(); ++i) options.*kColumns[side][i] = widths[i];
+    }
+    options.windowState = isMaximized() ? Options::WindowState::Maximized : Options::WindowState::Normal;
+    if (isMaximized() || isMinimized()) return false;
+    const TwipsRect place = ToTwips(geometry());
+    options.left = std::max(place.left, 0);
+    options.top = std::max(place.top, 0);
+    options.width = place.width;
+    options.height = place.height;
+    return true;
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    ResizeForm();
+}
+
+// The layouts keep panes and boxes fitted; what is left are the parts that must stand below or above others.
+void frmMain::ResizeForm() {
+    if (isMinimized()) return;
+    pathGap_->setFixedWidth(panesWidget_->Toggles().width());
+    const PaneView& right = panesWidget_->View(Side::Right);
+    statusBar_->FitToPanes(right.mapTo(this, QPoint(0, 0)).x());
+}
+
+}  // namespace vantrel

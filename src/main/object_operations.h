@@ -1,0 +1,82 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fileops/file_operations.h"
+#include "fileops/shell_wrappers.h"
+#include "shell/forms/frm_shell_progress.h"
+#include "shell/forms/qt_shell_questions.h"
+#include "shell/shell_operations.h"
+#include "sync/csync_settings.h"
+#include "sync/synchronization.h"
+#include "views/drop_rule.h"
+
+namespace vantrel {
+
+class Application;
+
+// The operations that change objects on the user's command, with what they need of the main window: file
+// operations and synchronisation over one shell service.
+class ObjectOperations : private FileOperationsHost, private SyncHost {
+  public:
+    ObjectOperations(Application& application, const TrashPlaces& trash);
+
+    // Until a pane has been pressed they act on the left one.
+    void CopyToOtherFolder();
+    void CopyToAnyFolder();
+    void MoveToOtherFolder();
+    void MoveToAnyFolder();
+    void Recycle();
+    void DeletePermanently();
+    void Drop(DropAction action, const std::vector<std::string>& paths, const std::string& folder);
+    void Synchronize(bool selectedOnly);
+
+    CSyncSettings syncSettings;
+
+  private:
+    // Also cancelled by what cancels any job of the main window.
+    class Progress : public QtShellProgress {
+      public:
+        Progress(Clock& clock, EventLoopPort& loop) : QtShellProgress(clock), loop_(loop) {}
+        bool CancelAsked() override { return QtShellProgress::CancelAsked() || loop_.CancelRequested(); }
+
+      private:
+        EventLoopPort& loop_;
+    };
+
+    // Runs `work` on the list of CurrentListview as a RunningCommand.
+    template <typename Work>
+    void OnCurrentList(Work&& work);
+    // The folder that the user picks for the selected objects; nothing where he cancelled. Nothing is asked
+    // while nothing is selected: the operation has a message for that.
+    std::optional<std::string> PickTarget(const ListRef& list, const char* prompt);
+
+    // FileOperationsHost and SyncHost
+    std::string FolderPath(Side side) const override;
+    void SetBusyPointer(bool busy) override;
+    bool AutoCompareAfterFileOp() const override;
+    void CompareDirs() override;
+    void RemoveListItemsAndShowNoCompareMsg() override;
+    const ComparisonResults& Results() const override;
+    bool NoResults() const override;
+    SelectedTexts SelectedObjects() const override;
+    bool PromptForSyncMethod() const override;
+    bool ShowSyncWizard() override;
+    bool ShowConfirmSync(const SyncPlan& plan) override;
+    std::int32_t NumSyncLogEntries() const override;
+    bool AutoCompareAfterSync() const override;
+    void PlaySyncCompleteSound() override;
+
+    Application& application_;
+    Progress progress_;
+    QtShellQuestions questions_;
+    SystemShellOperations shell_;
+    ShellWrappers wrappers_;
+    FileOperations files_;
+    Synchronization synchronization_;
+    std::string lastPicked_;  // where the next pick of a folder begins
+};
+
+}  // namespace vantrel

@@ -1,0 +1,50 @@
+#include "main/running_command.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+#include "main/application.h"
+
+namespace vantrel {
+
+RunningCommand::RunningCommand(Application& application)
+    : application_(application),
+      currentListview_(application.panes.CurrentListview()),
+      focus_(application.Window().focusWidget()) {
+    application.around.loop.ResetCancel();
+    application.Window().SetMenusEnabled(false);
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+RunningCommand::~RunningCommand() {
+    frmMain& window = application_.Window();
+    application_.panes.SetCurrentListview(currentListview_);
+    if (focus_ && window.focusWidget() != focus_) focus_->setFocus();
+    window.SetBusyPointer(false);
+    window.SetMenusEnabled(true);
+}
+
+bool RunningCommand::eventFilter(QObject* watched, QEvent* event) {
+    const bool isKey = event->type() == QEvent::KeyPress;
+    const bool isInput = isKey || event->type() == QEvent::MouseButtonPress ||
+                         event->type() == QEvent::MouseButtonDblClick || event->type() == QEvent::Wheel ||
+                         event->type() == QEvent::InputMethod;
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (!isInput || !widget) return false;
+    frmMain& window = application_.Window();
+    if (isKey && widget->window() == &window && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        application_.around.loop.RequestCancel();
+        return true;
+    }
+    // A path changed now would make the comparison that follows one of other folders.
+    for (const Side side : kBothSides)
+        if (window.Box(side).isAncestorOf(widget)) return true;
+    return false;
+}
+
+void CompareWithinCommand(Application& application) {
+    application.CompareDirs(false, false);
+    application.Window().SetMenusEnabled(false);
+}
+
+}  // namespace vantrel

@@ -1,0 +1,242 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/files/system_calls.h"
+#include "platform/locale/file_time.h"
+
+namespace vantrel {
+
+// Which file an entry is, whatever its name: device and inode.
+struct FileId {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    friend constexpr auto operator<=>(const FileId&, const FileId&) = default;
+};
+
+enum class EntryKind : std::uint8_t {
+    File,
+    Folder,
+    Other,  // FIFO, socket, device, or a link that leads nowhere: never opened, passed over by scans
+};
+
+// Attribute bits, with the values of the texts.
+enum Attribute : std::uint8_t {
+    kReadOnly = 1,  // no write permission for the owner
+    kHidden = 2,    // a leading dot, or the DOS attribute where the file system carries one
+    kSystem = 4,    // the DOS attribute
+    kDirectory = 16,
+};
+
+enum class LinkPolicy { Follow, DoNotFollow };
+
+struct FileInfo {
+    EntryKind kind = EntryKind::Other;
+    bool isLink =
+        false;  // the entry itself is a symbolic link; the rest tells of what it leads to under Follow
+    std::uint8_t attributes = 0;            // of Attribute
+    std::uint32_t mode = 0;                 // permission bits
+    std::uint64_t size = 0;                 // bytes
+    FileTime created, accessed, lastWrite;  // UTC; created is 0 ticks where the file system has none
+    FileId id;
+    std::uint64_t linkCount = 0;
+    std::uint32_t owner = 0, group = 0;
+};
+
+// One entry of a listing. The name is in the engine's form and valid during the call of the sink only.
+struct FolderEntry {
+    std::string_view name;
+    EntryKind kind = EntryKind::Other;
+    bool isLink = false;
+    // It stands in the folder, but the system would not tell what it is or leads to. A link that leads
+    // nowhere is not unknown. The kind is Other.
+    bool unknown = false;
+    // False: only the name, the kind File and, of the attributes, kHidden are known yet.
+    bool hasStat = true;
+    std::uint8_t attributes = 0;
+    std::uint64_t size = 0;
+    FileTime lastWrite;
+    FileId id;
+};
+
+// What a listing asks the system about: each entry, or only those that the folder itself does not show to be
+// regular files. Where hidden and system are told by the files themselves each is asked about all the same.
+enum class StatPolicy : std::uint8_t { All, NonFilesOnly };
+
+// Called for each entry but "." and ".."; false stops the listing, which is no error.
+using EntrySink = std::function<bool(const FolderEntry&)>;
+
+class FileSystem;
+class ReadFile;
+
+// How the file system of a folder tells hidden and system, where it can.
+enum class DosAttributeSource : std::uint8_t { None, FatIoctl, NtfsXattr, NtfsBigEndianXattr, CifsXattr };
+
+// What is known of the file system that a folder is on.
+struct FileSystemTraits {
+    DosAttributeSource dosAttributes = DosAttributeSource::None;
+    // Within its first page (4,096 bytes, the smallest there is) a read of a file ends early at the file's
+    // end only, never in front of an error or for want of data.
+    bool readsWholePages = false;
+};
+
+// A folder held open: its listing and the stats of its entries are made relative to it, and it stays the same
+// folder whatever happens to its path meanwhile. Links are followed for kind, size and time.
+class OpenFolder {
+  public:
+    OpenFolder() = default;
+    OpenFolder(OpenFolder&&) noexcept;
+    OpenFolder& operator=(OpenFolder&&) noexcept;
+    ~OpenFolder();
+
+    FileId Id() const { return id_; }
+    bool IsOpen() const { return fd_ >= 0; }
+    // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
+    // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
+    // out; one that cannot be looked at is handed out as unknown. What a killed copy has left under a
+    // temporary name of ours is left out: none of it is a whole file.
+    Error ForEach(const EntrySink& sink, StatPolicy statPolicy = StatPolicy::All);
+    // Looks at the entry `name` as ForEach does and fills all of `entry` but its name. False where it is
+    // gone.
+    bool LookAt(std::string_view name, FolderEntry& entry) const;
+    // Opens the sub-folder `name`, following a link.
+    Error OpenSub(std::string_view name, OpenFolder& out) const;
+    // Opens the file `name` for reading, following a link: one that a listing has just shown to be a regular
+    // file, as FileSystem::OpenScannedFile does by a path. Reading it leaves its time of access alone where
+    // the system lets this user have that.
+    Error OpenScannedFile(std::string_view name, ReadFile& out) const;
+    // The same for an entry that the last ForEach handed out without a look at it. Not looked at the file
+    // comes out either: only its ReadWhole and Look may be used. A link that took the name since is refused.
+    Error OpenUnlookedFile(std::string_view name, ReadFile& out) const;
+
+  private:
+    friend class FileSystem;
+    friend class ReadFile;
+    // 0 or minus the errno value. What `above` knows of its file system holds for a folder of the same one.
+    static int OpenAt(SystemCalls& calls, int base, const char* path, const OpenFolder* above,
+                      OpenFolder& out);
+
+    SystemCalls* calls_ = nullptr;
+    int fd_ = -1;
+    FileId id_;
+    FileSystemTraits traits_;
+    bool listed_ = false;
+    mutable bool keepsAccessTimes_ = true;  // until that is refused for a file
+};
+
+// A regular file open for reading. Never anything else: FIFOs, devices and sockets are refused without
+// waiting.
+class ReadFile {
+  public:
+    ReadFile() = default;
+    ReadFile(ReadFile&&) noexcept;
+    ReadFile& operator=(ReadFile&&) noexcept;
+    ~ReadFile();
+
+    bool IsOpen() const { return fd_ >= 0; }
+    std::uint64_t Size() const { return size_; }  // as it was when opened, and so is the time
+    FileTime LastWrite() const { return lastWrite_; }
+    // Reads up to `size` bytes at `offset`, going on after short reads; `got` is less than `size` only at the
+    // file's end.
+    Error ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std::size_t& got);
+    // Looks at a file that OpenUnlookedFile gave: then it is as any other. What is no regular file is
+    // refused.
+    Error Look();
+    // Reads a small file that OpenUnlookedFile gave with as few calls as can be. False unless all of it was
+    // read for certain: it has `size` bytes or more, or none, or an error stands in the way. Of what is no
+    // regular file nothing waits: pipes, sockets and terminals cannot be read at an offset.
+    bool ReadWhole(void* buffer, std::size_t size, std::size_t& got);
+    // Tells the kernel that the first `length` bytes (0: all) are wanted soon.
+    void Prefetch(std::uint64_t length = 0);
+
+  private:
+    friend class FileSystem;
+    friend class OpenFolder;
+    friend class FileCloser;
+    static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
+    int OpenIn(const OpenFolder& folder, const char* name, int flags);
+    int LookAtHandle();
+
+    SystemCalls* calls_ = nullptr;
+    int fd_ = -1;
+    bool readsWholePages_ = false;  // of FileSystemTraits, where that is known
+    std::uint64_t size_ = 0;
+    FileTime lastWrite_;
+};
+
+// Closes many files with few calls: they stay open until there are kMost of them, or until the object goes.
+class FileCloser {
+  public:
+    static constexpr std::size_t kMost = 64;
+
+    FileCloser() = default;
+    ~FileCloser() { CloseAll(); }
+    FileCloser(const FileCloser&) = delete;
+    FileCloser& operator=(const FileCloser&) = delete;
+
+    // Nothing happens with a file that is not open. All files must be of one FileSystem.
+    void Take(ReadFile file);
+    void CloseAll();
+
+  private:
+    SystemCalls* calls_ = nullptr;
+    std::vector<int> fds_;
+};
+
+// The files and folders of this machine. All paths are absolute and in the engine's form; a trailing "/" is
+// allowed. Paths may be longer than the system's limit for one call.
+class FileSystem {
+  public:
+    explicit FileSystem(SystemCalls& calls) : calls_(calls) {}
+    SystemCalls& Calls() const { return calls_; }
+
+    Error Open(std::string_view folder, OpenFolder& out) const;
+    Error OpenForReading(std::string_view file, ReadFile& out) const;
+    // The same for a file that a scan has just seen to be regular: it is not looked at again before it is
+    // opened. What took its place since is refused all the same, without waiting.
+    Error OpenScannedFile(std::string_view file, ReadFile& out) const;
+    Error Stat(std::string_view path, LinkPolicy links, FileInfo& out) const;
+
+    bool FolderExists(std::string_view path) const;  // a folder, or a link to one
+    bool FileExists(std::string_view path) const;    // a regular file, or a link to one
+    bool Exists(std::string_view path) const;        // anything at all, also a link that leads nowhere
+
+    Error CreateFolder(std::string_view path) const;  // one level; mode 0777 less the umask
+    Error RemoveFile(std::string_view path) const;    // never a folder; the link, not what it leads to
+    Error RemoveEmptyFolder(std::string_view path) const;
+    Error Rename(std::string_view from, std::string_view to, bool replace) const;
+
+    // Only the fields that are set are changed. The time of creation cannot be set here: it is left out
+    // without an error.
+    struct NewTimes {
+        const FileTime* accessed = nullptr;
+        const FileTime* lastWrite = nullptr;
+    };
+    Error SetTimes(std::string_view path, NewTimes times) const;
+
+    // Whole small files, for settings, logs and support files. Reading more than `limit` bytes is an error.
+    Error ReadWholeFile(std::string_view path, std::size_t limit, std::string& out) const;
+    // Writes a temporary file in the same folder, flushes it, and renames it over `path`: after a kill the
+    // old file stands, or the new one. Mode and owner of an existing file are kept; a link is written
+    // through.
+    Error ReplaceFile(std::string_view path, std::string_view content) const;
+    // Appends in one write, creating the file where it is missing.
+    Error AppendToFile(std::string_view path, std::string_view content) const;
+
+    Error OpenFile(std::string_view file, bool lookFirst, ReadFile& out) const;
+    // An open descriptor of the folder that holds the last part of `path`, reached in steps where the path is
+    // long; the caller closes it. `lastPart` is in the system's bytes.
+    Error OpenParent(std::string_view path, int& fd, std::string& lastPart) const;
+
+  private:
+    SystemCalls& calls_;
+};
+
+}  // namespace vantrel

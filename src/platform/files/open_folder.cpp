@@ -1,0 +1,164 @@
+#include <dirent.h>
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "platform/files/entry_info.h"
+#include "platform/files/entry_name.h"
+#include "platform/files/file_system.h"
+#include "platform/files/raw_listing.h"
+#include "platform/names/names.h"
+#include "platform/names/temporary_names.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::size_t kListingBuffer = std::size_t{256} << 10;
+
+// A buffer for one listing. It is kept for the next one, which in a walk of many folders follows at once; a
+// listing within a listing gets its own.
+class ListingBuffer {
+  public:
+    ListingBuffer() : bytes_(std::move(spare_)) {
+        if (!bytes_) bytes_ = std::make_unique_for_overwrite<std::byte[]>(kListingBuffer);
+    }
+    ~ListingBuffer() { spare_ = std::move(bytes_); }
+    ListingBuffer(const ListingBuffer&) = delete;
+    ListingBuffer& operator=(const ListingBuffer&) = delete;
+    std::byte* Data() { return bytes_.get(); }
+
+  private:
+    static thread_local std::unique_ptr<std::byte[]> spare_;
+    std::unique_ptr<std::byte[]> bytes_;
+};
+
+thread_local std::unique_ptr<std::byte[]> ListingBuffer::spare_;
+
+enum class Look { Seen, Gone };
+
+// Asks the system about one entry and fills all of `entry` but its name.
+Look LookAt(SystemCalls& calls, int folder, const char* name, unsigned char type, DosAttributeSource dos,
+            FolderEntry& entry) {
+    entry = FolderEntry();
+    struct statx found;
+    int result = 0;
+    entry.isLink = type == DT_LNK;
+    if (!entry.isLink) {
+        result = calls.StatxAt(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, kEntryMask, found);
+        if (result == -ENOENT) return Look::Gone;
+        entry.isLink = result == 0 && S_ISLNK(found.stx_mode);
+    }
+    if (entry.isLink) {
+        result = calls.StatxAt(folder, name, AT_NO_AUTOMOUNT, kEntryMask, found);
+        if (result != 0 && LeadsNowhere(-result)) {
+            // Either the link leads nowhere, or it is itself gone.
+            result = calls.StatxAt(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, kEntryMask, found);
+            if (result == -ENOENT) return Look::Gone;
+        }
+    }
+    if (result != 0) {
+        entry.unknown = true;
+        if (name[0] == '.') entry.attributes = kHidden;
+        return Look::Seen;
+    }
+    entry.kind = KindOf(found);
+    entry.size = found.stx_size;
+    entry.lastWrite = TimeOf(found.stx_mtime);
+    entry.id = IdOf(found);
+    const std::uint8_t carried =
+        entry.kind == EntryKind::Other ? std::uint8_t{0} : ReadDosAttributes(calls, dos, folder, name);
+    entry.attributes = AttributesOf(found, name[0] == '.', carried);
+    return Look::Seen;
+}
+
+// Hands the entry out under its name in the engine's form, without a copy where that is the name on disk.
+bool HandOut(const EntrySink& sink, std::string_view bytes, FolderEntry& entry) {
+    if (IsPlainName(bytes)) {
+        entry.name = bytes;
+        return sink(entry);
+    }
+    const std::string name = NameFromSystem(bytes);
+    entry.name = name;
+    return sink(entry);
+}
+
+}  // namespace
+
+OpenFolder::OpenFolder(OpenFolder&& other) noexcept {
+    *this = std::move(other);
+}
+
+OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept {
+    std::swap(calls_, other.calls_);
+    std::swap(fd_, other.fd_);
+    std::swap(id_, other.id_);
+    std::swap(traits_, other.traits_);
+    std::swap(listed_, other.listed_);
+    std::swap(keepsAccessTimes_, other.keepsAccessTimes_);
+    return *this;
+}
+
+OpenFolder::~OpenFolder() {
+    if (fd_ >= 0) calls_->Close(fd_);
+}
+
+bool OpenFolder::LookAt(std::string_view name, FolderEntry& entry) const {
+    return vantrel::LookAt(*calls_, fd_, EntryName(name).Bytes(), DT_UNKNOWN, traits_.dosAttributes, entry) ==
+           Look::Seen;
+}
+
+Error OpenFolder::ForEach(const EntrySink& sink, StatPolicy statPolicy) {
+    if (listed_) {
+        if (const off_t result = calls_->Seek(fd_, 0, SEEK_SET); result < 0)
+            return Error::FromErrnoOfFolder(static_cast<int>(-result), {});
+    }
+    listed_ = true;
+    ListingBuffer buffer;
+    const int result =
+        ForEachRawEntry(*calls_, fd_, buffer.Data(), kListingBuffer, [&](const dirent64& found) {
+            if (IsTemporaryCopyName(found.d_name)) return true;
+            FolderEntry entry;
+            if (statPolicy == StatPolicy::NonFilesOnly && found.d_type == DT_REG &&
+                traits_.dosAttributes == DosAttributeSource::None) {
+                entry.kind = EntryKind::File;
+                entry.hasStat = false;
+                if (found.d_name[0] == '.') entry.attributes = kHidden;
+            } else if (vantrel::LookAt(*calls_, fd_, found.d_name, found.d_type, traits_.dosAttributes,
+                                       entry) == Look::Gone) {
+                return true;
+            }
+            return HandOut(sink, found.d_name, entry);
+        });
+    return Error::FromErrnoOfFolder(-result, {});
+}
+
+Error OpenFolder::OpenSub(std::string_view name, OpenFolder& out) const {
+    const EntryName entry(name);
+    if (!entry.IsWhole()) return Error::FromErrnoOfFolder(EINVAL, name);
+    const int result = OpenAt(*calls_, fd_, entry.Bytes(), this, out);
+    return Error::FromErrnoOfFolder(-result, name);
+}
+
+int OpenFolder::OpenAt(SystemCalls& calls, int base, const char* path, const OpenFolder* above,
+                       OpenFolder& out) {
+    OpenFolder opened;
+    opened.calls_ = &calls;
+    opened.fd_ = calls.OpenAt(base, path, O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC, 0);
+    if (opened.fd_ < 0) return opened.fd_;
+    struct statx found;
+    const int result = calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_INO, found);
+    if (result != 0) return result;
+    opened.id_ = IdOf(found);
+    opened.traits_ = above != nullptr && above->id_.device == opened.id_.device
+                         ? above->traits_
+                         : FindFileSystemTraits(calls, opened.fd_);
+    out = std::move(opened);
+    return 0;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+#include "shell/copy_file.h"
+#include "shell/shell_run.h"
+
+namespace vantrel::shell {
+
+// What a copy has made of a source, for the removal of that source afterwards.
+class CopyRecord {
+  public:
+    void Add(const Place& from, const Statx& source) { copied_.insert_or_assign(KeyOf(from), source); }
+    // Whether the object at `from` is the one that was copied and has not changed since.
+    bool Holds(const Place& from, const Statx& now) const;
+    bool IsEmpty() const { return copied_.empty(); }
+    std::size_t Count() const { return copied_.size(); }
+
+  private:
+    static std::string KeyOf(const Place& from);
+    std::unordered_map<std::string, Statx> copied_;
+};
+
+// How a target stands to the source that is to go there.
+struct TargetLook {
+    bool exists = false;
+    bool isFolder = false;  // or a link to one
+    Statx stat{};           // of the object itself, not of what it leads to
+};
+// Refuses what must never be: the source itself by whatever name, a file on a folder or the reverse, anything
+// else that is neither file nor link, and what this run has put there.
+Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const Place& to, TargetLook& look);
+
+// A folder that lies in `inside`, however deep, or is it: an error. Both by what they are, not by their
+// paths.
+Error RefuseIntoItself(SystemCalls& calls, const FileId& folder, const Folder& inside, std::string_view path);
+
+// Copies files, links and whole folders.
+class CopyEngine {
+  public:
+    // With a record every copy is compared with its source and noted there.
+    explicit CopyEngine(ShellRun& run, CopyRecord* record = nullptr)
+        : run_(run), calls_(run.calls), record_(record) {}
+
+    ItemOutcome Copy(const Place& from, const Place& to);
+
+  private:
+    Error CopyFileOrLink(const Place& from, const Statx& source, const Place& to, bool& mayReplace,
+                         ItemOutcome& outcome);
+    ItemOutcome CopyFolder(const Place& from, const Place& to);
+    Error OpenBoth(const Place& from, const Place& to, Folder& source, Folder& target, Statx& sourceStat,
+                   Statx& targetStat, bool& made, std::vector<std::string>& names);
+
+    ShellRun& run_;
+    SystemCalls& calls_;
+    CopyRecord* record_;
+    int depth_ = 0;
+};
+
+// Objects and bytes at and below a place, for the bar. What cannot be looked at counts for nothing.
+void CountTree(ShellRun& run, const Place& place, bool withBytes, ShellProgress::Totals& totals);
+
+}  // namespace vantrel::shell

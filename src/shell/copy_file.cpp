@@ -1,0 +1,321 @@
+#include "shell/copy_file.h"
+
+#include <fcntl.h>
+#include <sys/sysmacros.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstring>
+
+#include "shell/temporary_files.h"
+
+namespace vantrel::shell {
+namespace {
+
+constexpr std::size_t kSlice = std::size_t{8} << 20;
+// From here on a file is made safe by itself before it gets its name; below, one sync serves many.
+constexpr std::uint64_t kLargeFile = std::uint64_t{16} << 20;
+constexpr int kTries = 3;
+
+bool CannotHold(int result) {
+    return result == -EPERM || result == -EACCES || result == -EOPNOTSUPP || result == -ENOSYS ||
+           result == -EINVAL;
+}
+
+// Brings the content of one open file into another, empty one.
+class Content {
+  public:
+    Content(Shared& shared, const CopyFileOptions& options, int from, int to)
+        : shared_(shared), calls_(shared.calls), options_(options), from_(from), to_(to) {}
+
+    // `done` is how many bytes there were.
+    int Copy(const Statx& source, const Statx& target, std::uint64_t& done) {
+        done = 0;
+        // Files of the kernel say 0 and have content all the same.
+        if (source.stx_size == 0) return ReadAndWrite(UINT64_MAX, done);
+        if (Clone(source, target)) {
+            done = source.stx_size;
+            return Tell(done);
+        }
+        constexpr std::uint64_t kBlock = 512;
+        if (source.stx_blocks * kBlock < source.stx_size) return CopySparse(source.stx_size, done);
+        return CopyRange(source.stx_size, done);
+    }
+
+  private:
+    bool Clone(const Statx& source, const Statx& target) {
+        const std::pair devices{IdOf(source).device, IdOf(target).device};
+        if (shared_.noClone.contains(devices)) return false;
+        const int result = calls_.Clone(to_, from_);
+        if (result == -EOPNOTSUPP || result == -EXDEV || result == -ENOTTY || result == -ENOSYS)
+            shared_.noClone.insert(devices);
+        return result == 0;
+    }
+
+    int Tell(std::uint64_t bytes) { return options_.onSlice && !options_.onSlice(bytes) ? -ECANCELED : 0; }
+
+    // Up to `length` bytes from where both files stand.
+    int CopyRange(std::uint64_t length, std::uint64_t& done) {
+        while (length > 0) {
+            const std::size_t slice = std::min<std::uint64_t>(length, kSlice);
+            const ssize_t got = inKernel_ ? calls_.CopyFileRange(from_, to_, slice) : -EOPNOTSUPP;
+            // Nothing, or a refusal: reading tells whether this is the end or a real error.
+            if (got <= 0) {
+                inKernel_ = false;
+                return ReadAndWrite(length, done);
+            }
+            if (length > slice) calls_.StartWriting(to_, static_cast<off_t>(done), got);
+            done += static_cast<std::uint64_t>(got);
+            length -= static_cast<std::uint64_t>(got);
+            if (const int told = Tell(static_cast<std::uint64_t>(got)); told < 0) return told;
+        }
+        return 0;
+    }
+
+    int ReadAndWrite(std::uint64_t length, std::uint64_t& done) {
+        char* buffer = shared_.Buffer(0);
+        while (length > 0) {
+            const ssize_t got =
+                calls_.Read(from_, buffer, std::min<std::uint64_t>(length, Shared::kBufferSize));
+            if (got <= 0) return static_cast<int>(got);
+            for (ssize_t written = 0; written < got;) {
+                const ssize_t wrote =
+                    calls_.Write(to_, buffer + written, static_cast<std::size_t>(got - written));
+                if (wrote <= 0) return wrote < 0 ? static_cast<int>(wrote) : -EIO;
+                written += wrote;
+            }
+            done += static_cast<std::uint64_t>(got);
+            length -= static_cast<std::uint64_t>(got);
+            if (const int told = Tell(static_cast<std::uint64_t>(got)); told < 0) return told;
+        }
+        return 0;
+    }
+
+    // A file with holes keeps them, so that it takes no more room than before.
+    int CopySparse(std::uint64_t size, std::uint64_t& done) {
+        const auto end = static_cast<off_t>(size);
+        off_t at = 0;
+        while (at < end) {
+            off_t data = calls_.Seek(from_, at, SEEK_DATA);
+            if (data == -ENXIO) data = end;
+            if (data < 0 && at == 0) return StartAgain(size, done);
+            if (data < 0) return static_cast<int>(data);
+            off_t hole = data < end ? calls_.Seek(from_, data, SEEK_HOLE) : end;
+            if (hole < 0) return static_cast<int>(hole);
+            hole = std::min(hole, end);
+            if (data > at) {
+                done += static_cast<std::uint64_t>(data - at);
+                if (const int told = Tell(static_cast<std::uint64_t>(data - at)); told < 0) return told;
+            }
+            for (const int fd : {from_, to_}) {
+                if (const off_t sought = calls_.Seek(fd, data, SEEK_SET); sought < 0)
+                    return static_cast<int>(sought);
+            }
+            const auto wanted = static_cast<std::uint64_t>(std::max<off_t>(hole - data, 0));
+            const std::uint64_t before = done;
+            if (const int copied = CopyRange(wanted, done); copied < 0) return copied;
+            if (done - before < wanted) return 0;  // it has shrunk, which the caller sees
+            at = hole;
+        }
+        return calls_.Truncate(to_, end);
+    }
+
+    int StartAgain(std::uint64_t size, std::uint64_t& done) {
+        if (const off_t sought = calls_.Seek(from_, 0, SEEK_SET); sought < 0) return static_cast<int>(sought);
+        return CopyRange(size, done);
+    }
+
+    Shared& shared_;
+    SystemCalls& calls_;
+    const CopyFileOptions& options_;
+    int from_, to_;
+    bool inKernel_ = true;
+};
+
+// 0 equal, 1 different, or minus errno.
+int CompareContents(Shared& shared, int a, int b, std::uint64_t size) {
+    char* buffers[] = {shared.Buffer(0), shared.Buffer(1)};
+    const int fds[] = {a, b};
+    for (std::uint64_t at = 0; at < size;) {
+        const std::size_t wanted = std::min<std::uint64_t>(size - at, Shared::kBufferSize);
+        for (int i = 0; i < 2; ++i) {
+            for (std::size_t got = 0; got < wanted;) {
+                const ssize_t read =
+                    shared.calls.PRead(fds[i], buffers[i] + got, wanted - got, static_cast<off_t>(at + got));
+                if (read < 0) return static_cast<int>(read);
+                if (read == 0) return 1;
+                got += static_cast<std::size_t>(read);
+            }
+        }
+        if (std::memcmp(buffers[0], buffers[1], wanted) != 0) return 1;
+        at += wanted;
+    }
+    return 0;
+}
+
+// The names of the extended attributes of `from`, each ended by NUL; empty where there are none.
+int ListExtendedAttributes(SystemCalls& calls, int from, std::string& names) {
+    char list[1024];
+    ssize_t length = calls.ListXattr(from, list, sizeof list);
+    if (length > 0) names.assign(list, static_cast<std::size_t>(length));
+    if (length == -ERANGE) {
+        names.resize(std::size_t{64} << 10);  // the kernel's own limit
+        length = calls.ListXattr(from, names.data(), names.size());
+        names.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+    }
+    return length >= 0 || CannotHold(static_cast<int>(length)) ? 0 : static_cast<int>(length);
+}
+
+enum class Which { Acls, AllElse };
+
+int CopyExtendedAttributes(SystemCalls& calls, int from, int to, const std::string& names, Which which) {
+    std::vector<char> value;
+    for (std::size_t at = 0; at < names.size(); at += std::strlen(names.c_str() + at) + 1) {
+        const char* name = names.c_str() + at;
+        const bool isAcl = std::string_view(name).starts_with("system.posix_acl_");
+        // A security label is given by the place, not by the file.
+        if (isAcl != (which == Which::Acls) || std::strcmp(name, "security.selinux") == 0) continue;
+        value.resize(std::size_t{64} << 10);
+        const ssize_t size = calls.GetXattr(from, name, value.data(), value.size());
+        if (size < 0) continue;  // gone meanwhile, or not for this user
+        const int set = calls.SetXattr(to, name, value.data(), static_cast<std::size_t>(size));
+        const bool tooLarge = set == -ENOSPC || set == -E2BIG || set == -ERANGE || set == -EDQUOT;
+        if (set < 0 && !CannotHold(set) && !tooLarge) return set;
+    }
+    return 0;
+}
+
+Error Changed(const Place& from) {
+    return {ErrorNumber::PathFileAccess, "\"" + from.Path() + "\" changed while it was copied"};
+}
+
+// One try. Sets `again` when the source changed under it.
+int TryCopy(Shared& shared, const Place& from, const Place& to, const CopyFileOptions& options,
+            CopiedFile& copied, bool& again) {
+    SystemCalls& calls = shared.calls;
+    const int opened = calls.OpenAt(from.Fd(), from.name.c_str(),
+                                    O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
+    if (opened < 0) return opened;
+    const Descriptor source(calls, opened);
+    if (const int failed = LookAtOpen(calls, opened, copied.source); failed < 0) return failed;
+    if (!IsFile(copied.source)) return -EINVAL;
+
+    if (const int failed = shared.NoteWritten(*to.folder); failed < 0) return failed;
+    TemporaryFile target(shared, *to.folder);
+    if (const int failed = target.Create(); failed < 0) return failed;
+    Statx targetStat{};
+    if (const int failed = LookAtOpen(calls, target.Fd(), targetStat); failed < 0) return failed;
+    copied.target = IdOf(targetStat);
+
+    std::uint64_t bytes = 0;
+    Content content(shared, options, opened, target.Fd());
+    if (const int failed = content.Copy(copied.source, targetStat, bytes); failed < 0) return failed;
+    Statx after{};
+    if (const int failed = LookAtOpen(calls, opened, after); failed < 0) return failed;
+    again = !SameSizeAndTime(copied.source, after) || (after.stx_size != 0 && after.stx_size != bytes);
+    if (again) return 0;
+
+    if (options.verify) {
+        const int different = CompareContents(shared, opened, target.Fd(), bytes);
+        if (different != 0) return different < 0 ? different : -EIO;
+    }
+    if (const int failed =
+            CopyAttributes(calls, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);
+        failed < 0)
+        return failed;
+    if (bytes >= kLargeFile) {
+        if (const int failed = calls.Fdatasync(target.Fd()); failed < 0) return failed;
+    }
+    return target.Publish(to, options.replace);
+}
+
+}  // namespace
+
+int CopyAttributes(SystemCalls& calls, int from, const Statx& fromStat, int to, const Statx& toStat,
+                   bool targetInheritsAcl) {
+    int result = 0;
+    mode_t mode = fromStat.stx_mode & 07777;
+    if (fromStat.stx_uid != toStat.stx_uid || fromStat.stx_gid != toStat.stx_gid) {
+        result = calls.FchownAt(to, "", fromStat.stx_uid, fromStat.stx_gid, AT_EMPTY_PATH);
+        if (result < 0 && !CannotHold(result)) return result;
+        if (result < 0) {
+            // The rights of another owner are not given to this one's file.
+            mode &= ~mode_t{S_ISUID | S_ISGID};
+            result = calls.FchownAt(to, "", static_cast<uid_t>(-1), fromStat.stx_gid, AT_EMPTY_PATH);
+            if (result < 0 && !CannotHold(result)) return result;
+        }
+    }
+    if (targetInheritsAcl) {
+        // What the folder hands down to new files would give rights that the source does not give.
+        calls.RemoveXattr(to, "system.posix_acl_access");
+        if (IsFolder(fromStat)) calls.RemoveXattr(to, "system.posix_acl_default");
+    }
+    // A mode without the right to write would keep the user's own attributes out; ACLs are part of the mode.
+    std::string names;
+    result = ListExtendedAttributes(calls, from, names);
+    if (result >= 0) result = CopyExtendedAttributes(calls, from, to, names, Which::AllElse);
+    if (result < 0) return result;
+    result = calls.Fchmod(to, mode);
+    if (result < 0 && !CannotHold(result)) return result;
+    result = CopyExtendedAttributes(calls, from, to, names, Which::Acls);
+    if (result < 0) return result;
+    const timespec times[2] = {
+        {fromStat.stx_atime.tv_sec, fromStat.stx_atime.tv_nsec},
+        {fromStat.stx_mtime.tv_sec, fromStat.stx_mtime.tv_nsec},
+    };
+    result = calls.Futimens(to, times);
+    return result < 0 && !CannotHold(result) ? result : 0;
+}
+
+Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const CopyFileOptions& options,
+                      CopiedFile& copied) {
+    for (int i = 0; i < kTries; ++i) {
+        bool again = false;
+        const int result = TryCopy(shared, from, to, options, copied, again);
+        if (!again) {
+            // The target is named only where it alone can be meant.
+            const bool ofTarget = result == -EEXIST || result == -ENOSPC || result == -EDQUOT ||
+                                  result == -EROFS || result == -EFBIG;
+            return result < 0 ? Error::FromErrno(-result, (ofTarget ? to : from).Path()) : Error();
+        }
+        if (options.onRestart) options.onRestart();
+    }
+    return Changed(from);
+}
+
+Error CopyLink(Shared& shared, const Place& from, const Place& to, bool replace, CopiedFile& copied) {
+    SystemCalls& calls = shared.calls;
+    const auto failed = [&](int result) { return Error::FromErrno(-result, from.Path()); };
+    std::string leadsTo(PATH_MAX, '\0');
+    const ssize_t length = calls.ReadlinkAt(from.Fd(), from.name.c_str(), leadsTo.data(), leadsTo.size());
+    if (length < 0) return failed(static_cast<int>(length));
+    leadsTo.resize(static_cast<std::size_t>(length));
+    if (int result = Look(calls, from, LinkPolicy::DoNotFollow, copied.source); result < 0)
+        return failed(result);
+
+    if (const int result = shared.NoteWritten(*to.folder); result < 0) return failed(result);
+    TemporaryFile target(shared, *to.folder);
+    if (const int result = target.CreateLink(leadsTo.c_str()); result < 0)
+        return Error::FromErrno(-result, to.Path());
+    const Place& made = target.Where();
+    Statx stat{};
+    if (const int result = Look(calls, made, LinkPolicy::DoNotFollow, stat); result < 0)
+        return failed(result);
+    copied.target = IdOf(stat);
+    if (stat.stx_uid != copied.source.stx_uid || stat.stx_gid != copied.source.stx_gid) {
+        const int result = calls.FchownAt(made.Fd(), made.name.c_str(), copied.source.stx_uid,
+                                          copied.source.stx_gid, AT_SYMLINK_NOFOLLOW);
+        if (result < 0 && !CannotHold(result)) return failed(result);
+    }
+    const timespec times[2] = {
+        {copied.source.stx_atime.tv_sec, copied.source.stx_atime.tv_nsec},
+        {copied.source.stx_mtime.tv_sec, copied.source.stx_mtime.tv_nsec},
+    };
+    const int timed = calls.UtimensAt(made.Fd(), made.name.c_str(), times, AT_SYMLINK_NOFOLLOW);
+    if (timed < 0 && !CannotHold(timed)) return failed(timed);
+    const int result = target.Publish(to, replace);
+    return result < 0 ? Error::FromErrno(-result, to.Path()) : Error();
+}
+
+}  // namespace vantrel::shell

@@ -1,0 +1,189 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/error.h"
+#include "platform/files/file_system.h"
+#include "platform/files/volumes.h"
+#include "platform/locale/file_time.h"
+#include "platform/ports.h"
+
+namespace vantrel {
+
+// Copy, move, delete, recycle and rename over lists of objects, as one service.
+
+// With the numbers that the texts speak of; Recycle is a delete that can be undone.
+enum class ShellOperation { Move = 1, Copy = 2, Delete = 3, Rename = 4, Recycle = 5 };
+
+struct ShellRequest {
+    ShellOperation operation = ShellOperation::Copy;
+    // Full paths in the engine's form: absolute, with a name at the end. A path that ends in "/", "." or ".."
+    // is refused as a failed item, so that an empty name can never stand for the folder that holds it.
+    std::vector<std::string> sources;
+    // Copy and Move: the folder that the sources go into; it is made, with its parents, where it is missing.
+    // Rename: the new full path of the one source. Unused by Delete and Recycle.
+    std::string target;
+    // Copy and Move of one source: `target` is the full path that it gets, not the folder it goes into. The
+    // folders above it are made where they are missing.
+    bool targetIsFullPath = false;
+    // Copy and Move: an object in an existing target folder, at any depth, whose name differs in letter case
+    // alone stands for the one of the same name, and keeps its own.
+    bool ignoreLetterCase = false;
+    bool noConfirmation = false;  // overwrite without a question
+    bool silent = false;          // no progress is shown; a cancel still counts
+    bool noErrorUi = false;       // no error box: what fails is passed over and told in the result
+};
+
+enum class ItemOutcome : std::uint8_t {
+    NotReached,  // the operation was cancelled before it was wholly done, perhaps before it was begun
+    Done,        // wholly: with everything below it, and safe on the disk
+    Skipped,     // the user said so (No to overwriting) for it or something below it
+    Failed,      // it, or something below it, failed; the rest below it was done
+};
+
+struct ShellItem {
+    std::string path;
+    ItemOutcome outcome = ItemOutcome::NotReached;
+    Error error;  // of its first failure
+};
+
+struct ShellResult {
+    // 0: nothing failed. Otherwise the system's error number (errno) of the first failure, or the ErrorNumber
+    // where the system was not asked.
+    int code = 0;
+    // The system's own number of the first failure, 0 where there is none.
+    int lastSystemError = 0;
+    // The user had a hand in it: Cancel, No to an overwriting, or Skip at an error box.
+    bool anyOperationsAborted = false;
+    bool cancelled = false;           // the user cancelled the whole operation
+    std::vector<ShellItem> items;     // one for each source, in the order of the request
+    std::vector<ShellItem> troubles;  // every object, at any depth, that failed or was skipped
+    std::uint64_t objectsDone = 0;    // files, links and folders, at any depth
+    std::uint64_t bytesDone = 0;      // bytes copied
+
+    bool AllDone() const { return code == 0 && !anyOperationsAborted; }
+};
+
+// What a running operation shows. An implementation with a window makes it visible after half a second.
+class ShellProgress {
+  public:
+    struct Totals {
+        std::uint64_t objects = 0;  // 0: not known
+        std::uint64_t bytes = 0;
+    };
+    virtual ~ShellProgress() = default;
+    virtual void Begin(ShellOperation operation) = 0;
+    // Follows once what is to be done has been counted.
+    virtual void SetTotals(Totals totals) = 0;
+    // The object that comes next; `target` is empty where there is none.
+    virtual void Item(std::string_view path, std::string_view target) = 0;
+    // What is done of the totals. Called for each object and each slice: it must cost nothing.
+    virtual void Advance(Totals done) = 0;
+    // Whether the user asked to cancel this operation. Asked for each object and each slice, also where
+    // nothing is shown.
+    virtual bool CancelAsked() = 0;
+    // Always called after Begin.
+    virtual void End() = 0;
+};
+
+// No progress at all; a cancel is what the event loop says.
+class NoShellProgress : public ShellProgress {
+  public:
+    explicit NoShellProgress(EventLoopPort& loop) : loop_(loop) {}
+    void Begin(ShellOperation) override {}
+    void SetTotals(Totals) override {}
+    void Item(std::string_view, std::string_view) override {}
+    void Advance(Totals) override {}
+    bool CancelAsked() override { return loop_.CancelRequested(); }
+    void End() override {}
+
+  private:
+    EventLoopPort& loop_;
+};
+
+enum class OverwriteAnswer { Yes, YesToAll, No, Cancel };
+enum class ErrorAnswer { Retry, Skip, Cancel };
+
+class ShellQuestions {
+  public:
+    struct Overwrite {
+        ShellOperation operation = ShellOperation::Copy;
+        std::string source, target;  // full paths
+        std::uint64_t sourceSize = 0, targetSize = 0;
+        FileTime sourceTime, targetTime;  // UTC
+    };
+    struct Trouble {
+        ShellOperation operation = ShellOperation::Copy;
+        std::string path;  // the object it is about
+        Error error;
+    };
+    virtual ~ShellQuestions() = default;
+    virtual OverwriteAnswer AskOverwrite(const Overwrite& question) = 0;
+    virtual ErrorAnswer AskAboutError(const Trouble& trouble) = 0;
+};
+
+// Rules that hold for every operation:
+// - A target file is wholly old or wholly new at every instant, also after a kill.
+// - Links are copied, moved and deleted as links. FIFOs, sockets and devices are refused by a copy, unopened.
+// - A folder onto an existing folder (or a link to one) merges; a file where a folder is, or a folder where a
+//   file is, fails. So do a file onto itself and a folder into itself or below itself, by whatever name.
+// - Nothing overwrites what the same request has put there, by an equal name or one that the target's file
+//   system takes for equal.
+// - What could not be put into the trash stays where it is. A delete enters no link and no other mount.
+// - A copied object counts as done once it is safe on the disk; the source of a move across file systems is
+//   removed after that, and only where it is still what was copied.
+// - What a kill left behind of our own (temporary_files.h) is cleared from the folders that are written to.
+class ShellOperations {
+  public:
+    virtual ~ShellOperations() = default;
+
+    // Never throws but for lack of memory; everything that went wrong is in the result.
+    virtual ShellResult Run(const ShellRequest& request) = 0;
+
+    // One file or link to the full path `to`, replacing a file there, without questions, boxes or progress.
+    // Its content becomes safe on the disk with the next SyncCopies, which must follow before success of a
+    // batch is reported.
+    virtual Error CopyOneFile(std::string_view from, std::string_view to) = 0;
+    virtual Error SyncCopies() = 0;
+    // One file or link, for good, without questions and boxes. Never a folder.
+    virtual Error DeleteOneFile(std::string_view path) = 0;
+};
+
+// Where the trash of this user is.
+struct TrashPlaces {
+    std::string homeTrash;   // full path, as in "/home/anna/.local/share/Trash"; empty: there is none
+    std::uint32_t user = 0;  // effective user id
+    // From the environment: $XDG_DATA_HOME/Trash, else $HOME/.local/share/Trash.
+    static TrashPlaces OfThisUser();
+};
+
+class SystemShellOperations : public ShellOperations {
+  public:
+    struct Parts {
+        const FileSystem& files;
+        Volumes& volumes;
+        Clock& clock;
+        EventLoopPort& loop;
+        ShellProgress& progress;
+        ShellQuestions& questions;
+        TrashPlaces trash = TrashPlaces::OfThisUser();
+    };
+    explicit SystemShellOperations(const Parts& parts);
+    ~SystemShellOperations() override;
+
+    ShellResult Run(const ShellRequest& request) override;
+    Error CopyOneFile(std::string_view from, std::string_view to) override;
+    Error SyncCopies() override;
+    Error DeleteOneFile(std::string_view path) override;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace vantrel

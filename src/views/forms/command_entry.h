@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace vantrel {
+
+enum class CommandKind : std::uint8_t {
+    Command,
+    Check,      // flips an option
+    Exclusive,  // one of the Exclusive entries of its menu is checked
+    Menu,
+    Separator,
+};
+
+// One line of a menu. The order of the entries is the order in their menus.
+struct CommandEntry {
+    CommandKind kind = CommandKind::Command;
+    std::string_view name;    // of the item; elements of an array bear their index, as in "name(0)"
+    std::string_view parent;  // menu that the entry stands in; empty: the menu bar, or a pop-up menu
+    std::string_view caption;
+    std::string_view icon{};    // name of the picture, where it has one
+    std::string_view key{};     // acts in the panes
+    std::string_view sameAs{};  // pop-ups: the command that it stands for
+};
+
+// A button that the two strips share.
+struct ToolbarEntry {
+    std::string_view command;
+    std::string_view icon;
+    int toolbarIndex;  // VTToolbar
+    std::string_view toolbarCaption;
+    int coolbarIndex;
+    std::string_view coolbarCaption;
+    std::string_view tip;
+};
+
+// What the commands of a window are made from.
+struct CommandTables {
+    std::span<const CommandEntry> menuBar;        // with all that hangs below it
+    std::span<const CommandEntry> popups;         // entries without a parent are the menus themselves
+    std::span<const std::string_view> separate;   // commands that stand in no menu
+    std::span<const std::string_view> busyMenus;  // the menus that are disabled while a job runs
+};
+
+}  // namespace vantrel

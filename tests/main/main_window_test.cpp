@@ -1,0 +1,217 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QTest>
+#include <QTimer>
+
+#include "program_support.h"
+#include "views/forms/dragged_paths.h"
+
+namespace vantrel {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using vantrel::testing::TestProgram;
+
+TEST(MainWindow, AFirstRunOpensTheHelpAndALaterOneDoesNot) {
+    TestProgram program;
+    program.Start();
+    EXPECT_EQ(program.Window().windowTitle(), QStringLiteral("Vantrel v1.2.3"));
+    EXPECT_THAT(program.desktop.asked, ElementsAre("open " + (program.folder / "help/index.html")));
+    EXPECT_TRUE(program.Get().panes.ShowsNoResult());
+    EXPECT_EQ(program.Get().panes.CurrentListview(), Side::Left);
+    program.Window().close();
+    program.application.reset();
+    program.desktop.asked.clear();
+    program.Start();
+    EXPECT_THAT(program.desktop.asked, IsEmpty());
+}
+
+TEST(MainWindow, ShowsAComparisonAndItsTotals) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    const MainStatusBar& bar = application.Window().StatusBar1();
+    EXPECT_EQ(bar.PanelText(1), QStringLiteral("Total 6 object(s)  (19 Bytes)"));
+    EXPECT_EQ(bar.PanelText(4), QStringLiteral("All"));
+    program.Select(Side::Left, "same.txt");
+    EXPECT_EQ(bar.PanelText(1), QStringLiteral("Selected 1 object(s)  (4 Bytes)"));
+    EXPECT_THAT(bar.PanelText(2).toStdString(), HasSubstr("Total 6"));
+    application.GetCommands().Run("mnuViewDifferences");
+    EXPECT_EQ(bar.PanelText(4), QStringLiteral("Different"));
+    EXPECT_TRUE(application.panes.IsConsistent());
+    // The sound of a comparison that the user asked for.
+    EXPECT_THAT(program.sound.played, ElementsAre(program.folders.SupportFile(program.files, "vtdone.wav")));
+}
+
+TEST(MainWindow, EscapeInMidRunLeavesNoResultAndAWorkingWindow) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    for (int i = 0; i < 3000; ++i) program.workspace.Write("left/n" + std::to_string(i), "");
+    bool pressed = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (!application.compare.RunningCompare) return;
+        pressed = true;
+        QTest::keyClick(&application.Window(), Qt::Key_Escape);
+    });
+    timer.start(0);
+    application.GetCommands().Run("mnuFileCompareDirectories");
+    EXPECT_TRUE(pressed);
+    EXPECT_TRUE(application.compare.CompareCancelled);
+    EXPECT_TRUE(application.panes.ShowsNoResult());
+    EXPECT_TRUE(application.Window().MenusEnabled());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(MainWindow, ClosedInMidRunItCancelsAndClosesBehindTheJob) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    for (int i = 0; i < 3000; ++i) program.workspace.Write("left/n" + std::to_string(i), "");
+    bool stayed = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (!application.compare.RunningCompare || stayed) return;
+        application.Window().close();
+        stayed = application.Window().isVisible();
+    });
+    timer.start(0);
+    application.GetCommands().Run("mnuFileCompareDirectories");
+    EXPECT_TRUE(stayed);
+    EXPECT_TRUE(application.compare.CompareCancelled);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(application.Window().isVisible());
+}
+
+TEST(MainWindow, EndsInItsOrderAndInTwoSecondsAtLeast) {
+    TestProgram program;
+    Application& application = program.Start("[Options]\r\nExitSound=/sounds/bye.wav\r\n");
+    application.GetCommands().Run("mnuViewSimilarities");
+    program.clock.step = 150;
+    application.GetCommands().Run("mnuFileExit");
+    EXPECT_FALSE(application.Window().isVisible());
+    EXPECT_EQ(program.clock.slept, 1850U);
+    EXPECT_THAT(program.sound.played, ElementsAre("/sounds/bye.wav"));
+    EXPECT_THAT(program.folder.Read("vantrel.ini"), HasSubstr("ViewType=Similar"));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_THAT(program.messages.shown, IsEmpty());
+
+    TestProgram slow;
+    slow.Start("[Options]\r\nSoundOn=False\r\nExitSound=/sounds/bye.wav\r\n");
+    slow.clock.step = 2500;
+    slow.Window().close();
+    EXPECT_EQ(slow.clock.slept, 0U);
+    EXPECT_THAT(slow.sound.played, IsEmpty());
+}
+
+TEST(MainWindow, ComesBackWhereItWasAndWithItsColumns) {
+    TestProgram program;
+    program.Start();
+    program.Window().setGeometry(30, 40, 700, 480);
+    program.Window().Panes().View(Side::Right).SetColumnWidths({201, 82, 143});
+    const QRect place = program.Window().geometry();
+    program.Window().close();
+    program.application.reset();
+    program.Start();
+    EXPECT_EQ(program.Window().geometry(), place);
+    EXPECT_THAT(program.Window().Panes().View(Side::Right).ColumnWidths(), ElementsAre(201, 82, 143));
+    EXPECT_THAT(program.folder.Read("vantrel.ini"), HasSubstr("Width=0000010500"));
+    // A window left on a screen that is gone comes back to one that is there.
+    program.application.reset();
+    program.Start("[Form Dimensions]\r\nLeft=9000000\r\nTop=9000000\r\n");
+    EXPECT_TRUE(program.Window().screen()->geometry().contains(program.Window().geometry()));
+}
+
+TEST(MainWindow, RestoresDefaultsAndForgetsTheFolders) {
+    TestProgram program;
+    Application& application = program.Start("[Options]\r\nSoundOn=False\r\nCoolbarStyle=Hidden\r\n");
+    program.CompareSamples();
+    EXPECT_FALSE(application.sounds.SoundOn);
+    application.GetCommands().Run("mnuOptionsRestoreDefaults");
+    EXPECT_TRUE(application.sounds.SoundOn);
+    EXPECT_TRUE(application.Window().Strip(ToolbarStyle::Coolbar).isVisible());
+    EXPECT_EQ(application.Window().PathText(Side::Left), kNoFolderPrompt);
+    EXPECT_TRUE(application.panes.ShowsNoResult());
+    EXPECT_EQ(application.Window().StatusBar1().PanelText(4), QString());
+}
+
+TEST(MainWindow, SettingsThatCannotBeSavedAreReportedAndTheWindowCloses) {
+    TestProgram program;
+    program.Start();
+    program.folder.MakeFolder("vantrel.ini/in the way");
+    program.Window().close();
+    EXPECT_FALSE(program.Window().isVisible());
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_THAT(program.messages.shown[0].text, HasSubstr("frmMain.SaveOptions"));
+}
+
+TEST(MainWindow, PanelsBeginBelowThePanesAtEverySize) {
+    TestProgram program;
+    program.Start();
+    program.CompareSamples();
+    for (const int width : {640, 800, 1200}) {
+        program.Window().resize(width, 500);
+        QCoreApplication::processEvents();
+        const PaneView& left = program.Window().Panes().View(Side::Left);
+        const PaneView& right = program.Window().Panes().View(Side::Right);
+        EXPECT_LE(std::abs(left.width() - right.width()), 1);
+        const auto* box = program.Window().Box(Side::Right).Combo();
+        const auto* panel = program.Window().findChild<QWidget*>(QStringLiteral("StatusBar1.Panels(2)"));
+        const int start = right.mapTo(&program.Window(), QPoint()).x();
+        EXPECT_NEAR(box->mapTo(&program.Window(), QPoint()).x(), start, 2);
+        EXPECT_NEAR(panel->mapTo(&program.Window(), QPoint()).x(), start, 3);
+    }
+}
+
+TEST(DropOnPane, IsRefusedVisiblyWhileNobodyHandlesIt) {
+    TestProgram program;
+    program.Start();
+    const QWidget* target = program.Window().Panes().View(Side::Right).viewport();
+    EXPECT_TRUE(target->acceptDrops());
+    program.Window().SetDropHandler(nullptr);
+    EXPECT_FALSE(target->acceptDrops());
+}
+
+TEST(DropOnPane, CopiesOrMovesByKeysAndDrives) {
+    TestProgram program;
+    program.Start();
+    program.CompareSamples();
+    std::vector<std::string> done;
+    program.Window().SetDropHandler(
+        [&](DropAction action, const std::vector<std::string>& paths, const std::string& folder) {
+            done.push_back((action == DropAction::Copy ? "copy " : "move ") + std::to_string(paths.size()) +
+                           " to " + folder);
+        });
+    const auto drop = [&](const std::string& path, Qt::KeyboardModifiers keys) {
+        done.clear();
+        Q_EMIT program.Window()
+            .Panes()
+            .View(Side::Right)
+            .UrisDropped({QUrl(QString::fromStdString("file://" + path)), QUrl(QStringLiteral("http://x/y"))},
+                         keys);
+        QCoreApplication::processEvents();
+        return done.empty() ? std::string("nothing") : done.front();
+    };
+    const std::string file = program.left + "/same.txt";
+    const std::string to = " 1 to " + program.right + "/";
+    EXPECT_EQ(drop(file, Qt::NoModifier), "move" + to);
+    EXPECT_EQ(drop(file, Qt::ControlModifier), "copy" + to);
+    EXPECT_EQ(drop(file, Qt::ShiftModifier | Qt::ControlModifier), "copy" + to);
+    program.volumes.drives[program.left] = {};
+    EXPECT_EQ(drop(file, Qt::NoModifier), "copy" + to);
+    EXPECT_EQ(drop(file, Qt::ShiftModifier), "move" + to);
+    EXPECT_THAT(program.messages.shown, IsEmpty());
+    EXPECT_EQ(drop(program.left + "/gone", Qt::NoModifier), "nothing");
+    EXPECT_EQ(program.messages.Line(0), "Drag and Drop: The path " + program.left + "/gone was not found.");
+}
+
+}  // namespace
+}  // namespace vantrel

@@ -1,0 +1,213 @@
+// Whatever single call fails, wherever the process is killed, and wherever the user cancels: every file is
+// wholly old or wholly new, nothing is lost, and nothing counts as done that was not.
+#include <sys/wait.h>
+
+#include <filesystem>
+
+#include "platform/names/temporary_names.h"
+#include "support/shell_fixture.h"
+
+namespace vantrel::testing {
+namespace fs = std::filesystem;
+namespace {
+
+using enum ShellOperation;
+using enum ItemOutcome;
+
+struct Scenario {
+    const char* name;
+    ShellOperation operation;
+    bool twoDrives;
+};
+
+class ShellFaultTest : public ::testing::TestWithParam<Scenario> {
+  public:
+    // Some thousands of runs, each with its syncs: in memory, where there is such a place.
+    static void SetUpTestSuite() {
+        if (access("/dev/shm", W_OK) == 0) setenv("TMPDIR", "/dev/shm", 0);
+    }
+    static void TearDownTestSuite() {
+        if (const char* folder = getenv("TMPDIR"); folder && std::string_view(folder) == "/dev/shm")
+            unsetenv("TMPDIR");
+    }
+
+    // A small pair of trees with all kinds of work in them, and one operation on it.
+    class Stage : public ShellTest {
+      public:
+        explicit Stage(const Scenario& scenario) : scenario_(scenario) {
+            if (scenario.twoDrives) SeparateDrives();
+            drop.Write("left/Sub/a", "new a");
+            drop.Write("left/Sub/deep/b", std::string(300'000, 'b'));
+            drop.Write("left/over", "new over");
+            drop.Write("left/fresh", "fresh");
+            fs::create_symlink("a", Left("Sub/link"));
+            drop.Write("right/Sub/a", "old a");
+            drop.Write("right/Sub/other", "stays");
+            drop.Write("right/over", "old over");
+            request.operation = scenario.operation;
+            request.sources = {Left("Sub"), Left("over"), Left("fresh")};
+            request.target = drop / "right";
+            request.noConfirmation = true;
+            left = TreeOf(drop / "left/");
+            right = TreeOf(drop / "right/");
+        }
+        void TestBody() override {}
+
+        bool LeavesSource() const { return request.operation == Copy; }
+        bool HasTarget() const { return request.operation == Copy || request.operation == Move; }
+
+        void ExpectNothingLost(bool leftoversAllowed) {
+            const Tree left1 = TreeOf(drop / "left/"), right1 = TreeOf(drop / "right/");
+            const Tree trash = TreeOf(drop / "home/");
+            for (const auto& [path, what] : left1) {
+                ASSERT_TRUE(left.contains(path)) << path;
+                EXPECT_EQ(left.at(path), what) << path;
+            }
+            for (const auto& [path, what] : right1) {
+                if (leftoversAllowed && IsTemporaryCopyName(fs::path(path).filename().string())) continue;
+                const bool isOld = right.contains(path) && right.at(path) == what;
+                const bool isNew = HasTarget() && left.contains(path) && left.at(path) == what;
+                EXPECT_TRUE(isOld || isNew) << path << " is " << what.substr(0, 40);
+            }
+            for (const auto& [path, what] : right) {
+                const bool approved = HasTarget() && left.contains(path);
+                EXPECT_TRUE(approved || (right1.contains(path) && right1.at(path) == what)) << path;
+            }
+            if (request.operation == Delete) return;
+            std::vector<std::string> everywhere;
+            for (const Tree& tree : {left1, right1, trash})
+                std::ranges::copy(Contents(tree), std::back_inserter(everywhere));
+            for (const std::string& content : Contents(left))
+                EXPECT_TRUE(std::ranges::count(everywhere, content) > 0) << content.substr(0, 40);
+            if (LeavesSource()) {
+                EXPECT_EQ(left, left1);
+            }
+        }
+
+        void ExpectTruth(const ShellResult& result) {
+            const Tree left1 = TreeOf(drop / "left/"), right1 = TreeOf(drop / "right/");
+            const auto below = [](const Tree& tree, const std::string& name) {
+                Tree part;
+                for (const auto& entry : tree) {
+                    if (entry.first == name || entry.first.starts_with(name + "/")) part.insert(entry);
+                }
+                return part;
+            };
+            ASSERT_EQ(3U, result.items.size());
+            bool allDone = true;
+            for (const ShellItem& item : result.items) {
+                const std::string name = fs::path(item.path).filename().string();
+                allDone = allDone && item.outcome == Done;
+                if (item.outcome == Failed) {
+                    EXPECT_FALSE(item.error.IsOk()) << name;
+                }
+                if (item.outcome != Done) continue;
+                EXPECT_EQ(LeavesSource(), !below(left1, name).empty()) << name;
+                for (const auto& [path, what] : below(left, name)) {
+                    if (HasTarget()) {
+                        EXPECT_EQ(what, right1.at(path)) << path;
+                    }
+                }
+                if (request.operation == Recycle) {
+                    EXPECT_TRUE(drop.Exists("home/.local/share/Trash/files/" + name));
+                    EXPECT_TRUE(drop.Exists("home/.local/share/Trash/info/" + name + ".trashinfo"));
+                }
+            }
+            EXPECT_EQ(allDone, result.AllDone());
+            EXPECT_EQ(result.code != 0, std::ranges::any_of(result.troubles, [](const ShellItem& at) {
+                          return at.outcome == Failed;
+                      }));
+        }
+
+        ShellRequest request;
+        Tree left, right;
+
+      private:
+        const Scenario& scenario_;
+    };
+};
+
+INSTANTIATE_TEST_SUITE_P(Operations, ShellFaultTest,
+                         ::testing::Values(Scenario{"Copy", Copy, false}, Scenario{"Move", Move, false},
+                                           Scenario{"MoveAcross", Move, true},
+                                           Scenario{"Delete", Delete, false},
+                                           Scenario{"Recycle", Recycle, false}),
+                         [](const auto& given) { return given.param.name; });
+
+TEST_P(ShellFaultTest, AnySingleCallMayFail) {
+    std::size_t calls = 1;
+    for (std::size_t n = 1; n <= calls && !HasFailure(); ++n) {
+        for (const bool retry : {false, true}) {
+            if (retry && n % 3 != 0) continue;
+            Stage stage(GetParam());
+            stage.calls.FailAt(n, n % 2 == 0 ? EIO : ENOSPC);
+            stage.request.noErrorUi = !retry;
+            stage.questions.errorAnswers.assign(10, ErrorAnswer::Retry);
+            const ShellResult result = stage.Run(stage.request);
+            calls = std::max(calls, stage.calls.Count());
+            const Call failed = stage.calls.Count() < n ? Call::Access : stage.calls.Sequence()[n - 1].call;
+            SCOPED_TRACE("call " + std::to_string(n) + " of kind " +
+                         std::to_string(static_cast<int>(failed)) + (retry ? ", tried again" : ""));
+            stage.ExpectNothingLost(failed == Call::Unlink);
+            stage.ExpectTruth(result);
+            // A sync tells its error once only: that cannot be tried again.
+            if (retry && failed != Call::Syncfs) {
+                EXPECT_TRUE(result.AllDone());
+            }
+            if (failed == Call::Syncfs) {
+                EXPECT_FALSE(result.AllDone());
+            }
+        }
+    }
+    EXPECT_GT(calls, 40U);
+}
+
+TEST_P(ShellFaultTest, AKillAtAnyPointLosesNothingAndTheNextRunClearsUp) {
+    std::size_t calls = 0;
+    {
+        Stage stage(GetParam());
+        stage.Run(stage.request);
+        calls = stage.calls.Count();
+    }
+    const std::size_t step = std::max<std::size_t>(1, calls / 60);
+    for (std::size_t n = 1; n <= calls && !HasFailure(); n += step) {
+        Stage stage(GetParam());
+        SCOPED_TRACE("killed at call " + std::to_string(n));
+        const pid_t child = fork();
+        if (child == 0) {
+            stage.calls.before = [&](const FaultySystemCalls::Record&) {
+                if (stage.calls.Count() == n) _exit(9);
+            };
+            stage.Run(stage.request);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        stage.ExpectNothingLost(true);
+        // What is left of the sources goes in a second run, and nothing of the first one stays about.
+        std::erase_if(stage.request.sources, [](const std::string& path) { return !fs::exists(path); });
+        if (stage.request.sources.empty()) continue;
+        EXPECT_TRUE(stage.Run(stage.request).AllDone());
+        stage.ExpectNothingLost(false);
+    }
+}
+
+TEST_P(ShellFaultTest, ACancelAtAnyPointLeavesWholeFiles) {
+    std::size_t asked = 1;
+    for (std::size_t n = 1; n <= asked && !HasFailure(); ++n) {
+        Stage stage(GetParam());
+        SCOPED_TRACE("cancelled at " + std::to_string(n));
+        stage.progress.cancelAt = n;
+        const ShellResult result = stage.Run(stage.request);
+        stage.ExpectNothingLost(false);
+        if (stage.progress.asked >= n) {
+            EXPECT_TRUE(result.cancelled && result.anyOperationsAborted);
+            EXPECT_TRUE(stage.questions.troubles.empty());
+        }
+        asked = std::max(asked, stage.progress.asked);
+        for (const ShellItem& item : result.items) EXPECT_NE(Failed, item.outcome);
+    }
+}
+
+}  // namespace
+}  // namespace vantrel::testing
