@@ -215,8 +215,9 @@ TEST_F(CompareCommandTest, WhatCannotBeReadIsTrouble) {
 TEST_F(CompareCommandTest, NothingIsLeftBehindWhereTheReaderHasEnough) {
     for (int i = 0; i < 400; ++i) folder.Write("left/" + std::to_string(i) + std::string(200, 'x'), "");
     folder.MakeFolder("logs");
-    const std::string command = "TMPDIR='" + folder / "logs" + "' '" VANTREL_CLI "' compare '" +
-                                folder / "left" + "' '" + folder / "right" + "' | head -c 1 > /dev/null";
+    const std::string command = "TMPDIR='" + folder / "logs" + "' '" + testing::ConsoleProgram() +
+                                "' compare '" + folder / "left" + "' '" + folder / "right" +
+                                "' | head -c 1 > /dev/null";
     ASSERT_EQ(0, std::system(command.c_str()));
     EXPECT_TRUE(std::filesystem::is_empty(folder / "logs"));
 }

@@ -56,9 +56,13 @@ void ReadBoth(const Pipe& first, std::string& a, const Pipe& second, std::string
 
 }  // namespace
 
+std::string ConsoleProgram() {
+    return VANTREL_CLI;
+}
+
 ProgramRun RunProgram(const std::vector<std::string>& arguments,
                       const std::function<void(pid_t)>& whileRunning) {
-    std::vector<std::string> words = {VANTREL_CLI};
+    std::vector<std::string> words = {ConsoleProgram()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     pointers.reserve(words.size() + 1);

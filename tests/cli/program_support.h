@@ -14,6 +14,9 @@ struct ProgramRun {
     std::string out, err;
 };
 
+// The full path of vantrel-cli.
+std::string ConsoleProgram();
+
 // Runs vantrel-cli to its end, with nobody at its standard input. `whileRunning` is called with its process
 // id right after the start.
 ProgramRun RunProgram(const std::vector<std::string>& arguments,

@@ -310,13 +310,13 @@ TEST_F(SyncCommandTest, WhatFailsIsToldAndNotListedAsDone) {
 // Its input and standard error are a terminal at which `typed` was typed.
 int RunOnTerminal(std::vector<std::string> arguments, const std::string& typed, std::string& screen) {
     int terminal = -1;
-    arguments.insert(arguments.begin(), VANTREL_CLI);
+    arguments.insert(arguments.begin(), testing::ConsoleProgram());
     std::vector<char*> pointers;
     for (std::string& word : arguments) pointers.push_back(word.data());
     pointers.push_back(nullptr);
     const pid_t process = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (process == 0) {
-        execv(VANTREL_CLI, pointers.data());
+        execv(arguments[0].c_str(), pointers.data());
         _exit(127);
     }
     if (write(terminal, typed.data(), typed.size()) < 0) ADD_FAILURE();

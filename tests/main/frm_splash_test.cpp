@@ -9,13 +9,15 @@
 #include <QMouseEvent>
 #include <map>
 
+#include "support/places.h"
+
 namespace vantrel {
 namespace {
 
 class frmSplashTest : public ::testing::Test {
   protected:
     SplashServices Services() {
-        return {.logoFile = VANTREL_ASSETS "/support/vtlogo.jpg",
+        return {.logoFile = testing::AssetsFolder() + "/support/vtlogo.jpg",
                 .readOption =
                     [this](const std::string& key, const std::string& defaultValue) {
                         return options.contains(key) ? options[key] : defaultValue;

@@ -11,6 +11,7 @@
 
 #include "platform/forms/animation_view.h"
 #include "platform/forms/qt_text.h"
+#include "support/places.h"
 #include "support/test_toolbox.h"
 
 namespace vantrel {
@@ -135,7 +136,7 @@ TEST_F(frmCompareProgressTest, PlaysTheSupportFilesAndDoesWithoutThem) {
     tools.folder.Write("damaged.avi", "RIFF");
     window.SetAnimation("damaged.avi");
     EXPECT_FALSE(Anim().IsPlaying());
-    tools.folders.executableFolder = VANTREL_ASSETS "/support/";
+    tools.folders.executableFolder = testing::AssetsFolder() + "/support/";
     for (const char* file : {"filetreelist.avi", "scanfiles.avi", "small_find_computer.avi"}) {
         window.SetAnimation(file);
         ASSERT_TRUE(Anim().IsPlaying()) << file;

@@ -3,11 +3,14 @@
 #include <QFile>
 #include <QImage>
 
+#include "support/places.h"
+
 namespace vantrel {
 namespace {
 
 QString Kept(const char* name) {
-    return QStringLiteral(VANTREL_ASSETS "/support/") + QLatin1String(name);
+    return QString::fromStdString(testing::AssetsFolder()) + QStringLiteral("/support/") +
+           QLatin1String(name);
 }
 
 TEST(KeptSupportFiles, AreAllThereAndSmall) {
