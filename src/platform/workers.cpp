@@ -1,0 +1,115 @@
+#include "platform/workers.h"
+
+#include <sched.h>
+#include <signal.h>
+
+#include <algorithm>
+#include <system_error>
+#include <thread>
+
+namespace vantrel {
+
+// Held by every thread as well, so that one that is left behind finds it still there.
+struct Workers::State {
+    std::mutex mutex;
+    std::condition_variable wanted;  // there is work, or the end was asked for
+    std::condition_variable ended;
+    std::deque<Work> work;
+    bool ending = false;
+    std::size_t running = 0;  // threads that have not ended
+};
+
+namespace {
+
+// A thread begins with the signal mask of the one that makes it. Those that tell of a fault of the thread
+// itself stay as they are.
+class NoSignals {
+  public:
+    NoSignals() {
+        sigset_t all;
+        sigfillset(&all);
+        for (const int own : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) sigdelset(&all, own);
+        pthread_sigmask(SIG_BLOCK, &all, &before_);
+    }
+    ~NoSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    NoSignals(const NoSignals&) = delete;
+    NoSignals& operator=(const NoSignals&) = delete;
+
+  private:
+    sigset_t before_{};
+};
+
+}  // namespace
+
+std::size_t ProcessorCount() {
+    cpu_set_t allowed;
+    if (sched_getaffinity(0, sizeof allowed, &allowed) == 0)
+        return static_cast<std::size_t>(std::max(1, CPU_COUNT(&allowed)));
+    return std::max(1U, std::thread::hardware_concurrency());
+}
+
+Workers::Workers(std::size_t count) : count_(0), state_(std::make_shared<State>()) {
+    for (count = std::min(count, kMost); count_ < count; ++count_) {
+        {
+            const std::lock_guard lock(state_->mutex);
+            ++state_->running;
+        }
+        const NoSignals noSignals;
+        try {
+            std::thread([state = state_] { Loop(state); }).detach();
+        } catch (const std::system_error&) {
+            // Fewer threads do the same work.
+            const std::lock_guard lock(state_->mutex);
+            --state_->running;
+            return;
+        }
+    }
+}
+
+Workers::~Workers() {
+    End();
+}
+
+std::size_t Workers::End(std::chrono::milliseconds patience) {
+    std::unique_lock lock(state_->mutex);
+    state_->ending = true;
+    // A job that nobody has begun holds open files: they are closed here.
+    std::deque<Work> dropped;
+    dropped.swap(state_->work);
+    state_->wanted.notify_all();
+    state_->ended.wait_for(lock, patience, [this] { return state_->running == 0; });
+    return state_->running;
+}
+
+bool Workers::Add(Work work) {
+    const std::lock_guard lock(state_->mutex);
+    if (count_ == 0 || state_->ending) return false;
+    state_->work.push_back(std::move(work));
+    state_->wanted.notify_one();
+    return true;
+}
+
+bool Workers::HasThreads() const {
+    const std::lock_guard lock(state_->mutex);
+    return count_ != 0 && !state_->ending;
+}
+
+void Workers::Loop(const std::shared_ptr<State>& state) {
+    std::unique_lock lock(state->mutex);
+    while (!state->ending) {
+        if (state->work.empty()) {
+            state->wanted.wait(lock);
+            continue;
+        }
+        Work work = std::move(state->work.front());
+        state->work.pop_front();
+        lock.unlock();
+        work();
+        work = nullptr;
+        lock.lock();
+    }
+    --state->running;
+    state->ended.notify_all();
+}
+
+}  // namespace vantrel

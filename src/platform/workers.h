@@ -1,0 +1,177 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace vantrel {
+
+// Asked by a job while it works: whether its result is still wanted. Any thread may ask and request. Copies
+// share one state.
+class StopFlag {
+  public:
+    StopFlag() : requested_(std::make_shared<std::atomic<bool>>(false)) {}
+    bool IsRequested() const { return requested_->load(std::memory_order_relaxed); }
+    void Request() { requested_->store(true, std::memory_order_relaxed); }
+
+  private:
+    std::shared_ptr<std::atomic<bool>> requested_;
+};
+
+// The processors that this process may use, at least 1.
+std::size_t ProcessorCount();
+
+// A few threads below the one that all else runs in. What runs in them is handed in by JobQueue below: jobs
+// that are functions over values, touch nothing but files, and own all that they need for as long as they
+// may run. Made, used and destroyed by the one thread. Signals are left to that thread.
+class Workers {
+  public:
+    // Beyond this many, more threads gain nothing on any storage there is.
+    static constexpr std::size_t kMost = 64;
+    static constexpr std::chrono::milliseconds kPatience{2'000};
+
+    // With `count` 0 there is no thread: each job runs where its result is taken.
+    explicit Workers(std::size_t count);
+    // Ends the threads and waits for them, but no longer than kPatience in all: one that hangs in the system,
+    // as on a mount whose server is gone, is left behind.
+    ~Workers();
+    Workers(const Workers&) = delete;
+    Workers& operator=(const Workers&) = delete;
+
+    std::size_t Count() const { return count_; }
+    // As the destructor does, and gives the number of threads left behind. While there are any, what they may
+    // still touch (SystemCalls) must not be destroyed: the process ends without its destructors. Jobs that
+    // were not begun, and those handed in afterwards, run where they are taken.
+    std::size_t End(std::chrono::milliseconds patience = kPatience);
+
+  private:
+    template <typename Result>
+    friend class JobQueue;
+    using Work = std::function<void()>;  // never throws
+    struct State;
+
+    // False where no thread will take it.
+    bool Add(Work work);
+    bool HasThreads() const;  // and they have not been told to end
+    static void Loop(const std::shared_ptr<State>& state);
+
+    std::size_t count_;
+    std::shared_ptr<State> state_;
+};
+
+// Jobs whose results are taken in the order in which they were handed in, however they came to be ready. All
+// of it is called by the one thread; a queue that goes drops the jobs that were not begun, asks those that
+// run to stop, and does not wait for them.
+template <typename Result>
+class JobQueue {
+  public:
+    struct Limits {
+        std::size_t jobs = 64;                           // handed in and not taken
+        std::uint64_t bytes = std::uint64_t{256} << 20;  // that these hold in memory, by their own account
+    };
+    using Job = std::function<Result(const StopFlag&)>;
+
+    JobQueue(Workers& workers, Limits limits) : workers_(workers), limits_(limits) {}
+    ~JobQueue() { Clear(); }
+    JobQueue(const JobQueue&) = delete;
+    JobQueue& operator=(const JobQueue&) = delete;
+
+    bool IsEmpty() const { return waiting_.empty(); }
+    std::size_t Size() const { return waiting_.size(); }
+    // Whether a job of `bytes` may be handed in now; one alone always may.
+    bool HasRoom(std::uint64_t bytes = 0) const {
+        return waiting_.empty() || (waiting_.size() < limits_.jobs && bytes_ + bytes <= limits_.bytes);
+    }
+    // `bytes` is what its result may hold until it is taken.
+    void Add(Job job, std::uint64_t bytes = 0) {
+        auto task = std::make_shared<Task>();
+        task->job = std::move(job);
+        task->stop = stop_;
+        task->bytes = bytes;
+        workers_.Add([task] { task->RunOnce(); });
+        bytes_ += bytes;
+        waiting_.push_back(std::move(task));
+    }
+    // Whether the oldest job's result is there to be taken without waiting.
+    bool IsReady() const { return !waiting_.empty() && waiting_.front()->IsDone(); }
+
+    // The result of the oldest job, which there must be. Until it is ready `whileWaiting` is called, at least
+    // every 15 milliseconds; what it throws (a cancel) comes out and leaves the job where it is. Without
+    // workers the job runs now. What the job threw comes out here, once.
+    template <typename WhileWaiting>
+    Result TakeNext(WhileWaiting&& whileWaiting) {
+        const std::shared_ptr<Task> task = waiting_.front();
+        if (!workers_.HasThreads()) task->RunOnce();
+        while (!task->WaitFor(kPace)) whileWaiting();
+        waiting_.pop_front();
+        bytes_ -= task->bytes;
+        if (task->failure) std::rethrow_exception(task->failure);
+        return std::move(*task->result);
+    }
+
+    // Drops what is not taken, as at the end.
+    void Clear() {
+        stop_.Request();
+        stop_ = StopFlag();
+        waiting_.clear();
+        bytes_ = 0;
+    }
+
+  private:
+    // Events are let through at this pace; a wait of one pace costs the system two calls.
+    static constexpr std::chrono::milliseconds kPace{10};
+
+    struct Task {
+        Job job;
+        StopFlag stop;
+        std::uint64_t bytes = 0;
+        std::optional<Result> result;
+        std::exception_ptr failure;
+
+        void RunOnce() {
+            if (begun.exchange(true)) return;
+            // A job that is no longer wanted is not begun; nobody takes its result.
+            if (!stop.IsRequested()) {
+                try {
+                    result.emplace(job(stop));
+                } catch (...) {
+                    failure = std::current_exception();
+                }
+            }
+            job = nullptr;  // what it owns goes where it was used
+            const std::lock_guard lock(mutex);
+            done = true;
+            ready.notify_one();
+        }
+        bool IsDone() const {
+            const std::lock_guard lock(mutex);
+            return done;
+        }
+        bool WaitFor(std::chrono::milliseconds time) {
+            std::unique_lock lock(mutex);
+            return ready.wait_for(lock, time, [this] { return done; });
+        }
+
+        std::atomic<bool> begun{false};
+        mutable std::mutex mutex;
+        std::condition_variable ready;
+        bool done = false;
+    };
+
+    Workers& workers_;
+    Limits limits_;
+    StopFlag stop_;
+    std::deque<std::shared_ptr<Task>> waiting_;
+    std::uint64_t bytes_ = 0;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,130 @@
+#include "platform/workers.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <numeric>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace vantrel {
+namespace {
+
+using Queue = JobQueue<int>;
+
+class WorkersTest : public ::testing::TestWithParam<std::size_t> {
+  protected:
+    Workers workers{GetParam()};
+    const std::function<void()> wait = [] {};
+};
+
+// With no threads and with more than there are jobs at a time the taker sees the same.
+TEST_P(WorkersTest, ResultsComeInTheOrderOfTheirJobsAndErrorsWhereTheyAreTaken) {
+    Queue queue(workers, {.jobs = 7});
+    std::vector<int> taken;
+    int handedIn = 0, thrown = 0;
+    while (handedIn < 200 || !queue.IsEmpty()) {
+        for (; handedIn < 200 && queue.HasRoom(); ++handedIn)
+            queue.Add([number = handedIn](const StopFlag&) {
+                if (number % 3 == 0) std::this_thread::sleep_for(std::chrono::microseconds(number % 7 * 50));
+                if (number % 50 == 49) throw std::runtime_error(std::to_string(number));
+                return number;
+            });
+        EXPECT_LE(queue.Size(), 7U);
+        try {
+            taken.push_back(queue.TakeNext(wait));
+        } catch (const std::runtime_error& error) {
+            taken.push_back(std::stoi(error.what()));
+            ++thrown;
+        }
+    }
+    std::vector<int> expected(200);
+    std::iota(expected.begin(), expected.end(), 0);
+    EXPECT_EQ(expected, taken);
+    EXPECT_EQ(4, thrown);
+}
+
+TEST_P(WorkersTest, BytesBoundWhatIsAheadButNeverTheOnlyJob) {
+    Queue queue(workers, {.jobs = 100, .bytes = 1'000});
+    EXPECT_TRUE(queue.HasRoom(5'000));
+    queue.Add([](const StopFlag&) { return 1; }, 900);
+    EXPECT_TRUE(queue.HasRoom(100));
+    EXPECT_FALSE(queue.HasRoom(101));
+    EXPECT_EQ(1, queue.TakeNext(wait));
+    EXPECT_TRUE(queue.HasRoom(5'000));
+}
+
+INSTANTIATE_TEST_SUITE_P(NoneOneAndMany, WorkersTest, ::testing::Values(0, 1, 4));
+
+// A cancel comes out of the wait while the job still runs; the queue that goes asks it to stop.
+TEST(Workers, ACancelEndsTheWaitAndReachesTheJob) {
+    struct Cancelled {};
+    Workers workers(2);
+    std::atomic<bool> stopped{false}, begun{false};
+    {
+        Queue queue(workers, {});
+        queue.Add([&](const StopFlag& stop) {
+            begun = true;
+            while (!stop.IsRequested()) std::this_thread::yield();
+            stopped = true;
+            return 0;
+        });
+        EXPECT_THROW(queue.TakeNext([&] {
+            if (begun) throw Cancelled();
+        }),
+                     Cancelled);
+        EXPECT_FALSE(stopped);
+    }
+    EXPECT_EQ(0U, workers.End());
+    EXPECT_TRUE(stopped);
+}
+
+// Of a queue that was dropped no job is begun any more, and what the jobs owned goes with them.
+TEST(Workers, DroppedJobsAreNotBegun) {
+    Workers workers(1);
+    std::atomic<bool> go{false};
+    std::atomic<int> ran{0};
+    const auto owned = std::make_shared<int>(1);
+    {
+        Queue queue(workers, {});
+        queue.Add([&](const StopFlag&) {
+            while (!go) std::this_thread::yield();
+            return ++ran;
+        });
+        for (int i = 0; i < 10; ++i) queue.Add([&ran, owned](const StopFlag&) { return ++ran; });
+    }
+    go = true;
+    EXPECT_EQ(0U, workers.End());
+    EXPECT_LE(ran, 1);
+    EXPECT_EQ(1, owned.use_count());
+}
+
+// One that hangs in the system does not keep the program from ending, nor from working on.
+TEST(Workers, AThreadThatHangsIsLeftBehind) {
+    struct Seen {
+        std::promise<void> begun, release, ended;
+    };
+    const auto seen = std::make_shared<Seen>();
+    {
+        Workers workers(1);
+        Queue queue(workers, {});
+        queue.Add([seen](const StopFlag&) {
+            seen->begun.set_value();
+            seen->release.get_future().wait();
+            seen->ended.set_value();
+            return 1;
+        });
+        seen->begun.get_future().wait();
+        EXPECT_EQ(1U, workers.End(std::chrono::milliseconds(20)));
+        Queue later(workers, {});
+        later.Add([](const StopFlag&) { return 3; });
+        EXPECT_EQ(3, later.TakeNext([] {}));
+        seen->release.set_value();
+    }
+    seen->ended.get_future().wait();
+}
+
+}  // namespace
+}  // namespace vantrel
