@@ -114,7 +114,7 @@ class JobQueue {
         while (!task->WaitFor(kPace)) whileWaiting();
         waiting_.pop_front();
         bytes_ -= task->bytes;
-        if (task->failure) std::rethrow_exception(task->failure);
+        if (task->failure) std::rethrow_exception(std::exchange(task->failure, nullptr));
         return std::move(*task->result);
     }
 
