@@ -121,10 +121,10 @@ bool CDir::TakeEntry(const FolderEntry& entry, ListingState& state) {
     }
     if (entry.kind == EntryKind::File) {
         if (state.filter.KeepsFile(entry.name, entry.attributes)) AddFile(entry);
-    } else if (entry.kind == EntryKind::Folder || entry.unknown) {
+    } else if (entry.kind == EntryKind::Folder || entry.reason == UnknownReason::NotTold) {
         state.markedName.assign(1, kFolderMarker).append(entry.name);
         const bool keptAsFolder = state.filter.KeepsFolder(state.markedName, entry.attributes);
-        if (entry.unknown) {
+        if (entry.kind == EntryKind::Other) {
             if (keptAsFolder || state.filter.KeepsFile(entry.name, entry.attributes))
                 AddUnknown(entry, state);
         } else if (keptAsFolder) {

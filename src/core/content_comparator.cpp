@@ -312,7 +312,7 @@ bool ContentComparator::FilesDiffer(std::string_view leftPath, std::string_view 
     return DifferBySizeAndDate(*pair);
 }
 
-bool ContentComparator::AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown,
+bool ContentComparator::AreAlikeAtOnce(PerSide<UnstatedFile>& files, std::string_view shown,
                                        ContentProgress& progress, std::uint64_t& size) {
     LookWhetherReadingWaits();
     buffers_->Provide(kLeastReadUnit);
@@ -380,10 +380,6 @@ void ContentComparator::LookWhetherReadingWaits() {
     readingWaits_ = waits;
     pairsSinceVerdict_ = 1;
     lastVerdict_ = now;
-}
-
-void ContentComparator::LetGo(PerSide<ReadFile> files) {
-    for (const Side side : kBothSides) closer_.Take(std::move(files[side]));
 }
 
 std::unique_ptr<ContentComparator::Pair> ContentComparator::TakePrefetched(std::string_view leftPath,

@@ -53,11 +53,11 @@ class ContentComparator {
 
     // Whether bytes come from a disk now rather than from memory, so that announcing pairs pays.
     bool ReadingWaits() const { return readingWaits_; }
-    // Compares two files that are open but not looked at, and short enough for one buffer: the quickest way
+    // Compares two files that are open without a stat, and short enough for one buffer: the quickest way
     // while reading does not wait. True only when all bytes of both were read and are alike, which every
     // method calls alike; `size` is then their size. Otherwise nothing is said and nothing logged. `shown` is
     // the name for the percentage.
-    bool AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown, ContentProgress& progress,
+    bool AreAlikeAtOnce(PerSide<UnstatedFile>& files, std::string_view shown, ContentProgress& progress,
                         std::uint64_t& size);
 
     bool WantsPrefetch() const { return prefetched_.size() < kPrefetchedPairs; }
@@ -67,7 +67,10 @@ class ContentComparator {
     // Beyond kPrefetchedPairs nothing happens and the result is false.
     bool Prefetch(std::string_view leftPath, std::string_view rightPath, PerSide<ReadFile> files);
     // Closes files in passing, together with those of the pairs that were compared.
-    void LetGo(PerSide<ReadFile> files);
+    template <typename File>
+    void LetGo(PerSide<File> files) {
+        for (const Side side : kBothSides) closer_.Take(std::move(files[side]));
+    }
 
   private:
     void LookWhetherReadingWaits();

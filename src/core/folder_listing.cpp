@@ -57,7 +57,7 @@ void FolderListing::Take(const FolderEntry& entry, std::uint32_t source, const N
                 .push_back(MakeEntry(entry, source));
             break;
         case EntryKind::Other:
-            if (!entry.unknown) break;
+            if (entry.reason != UnknownReason::NotTold) break;
             // Nothing is to be told of what is left out whatever it is.
             marked_.assign(1, kFolderMarker).append(entry.name);
             if (!filter || filter->KeepsFile(entry.name, entry.attributes) ||

@@ -46,11 +46,14 @@ class PairComparison {
         (void)comparator_.Prefetch(leftPath, rightPath, std::move(files));
     }
     bool ReadingWaits() const { return comparator_.ReadingWaits(); }
-    bool AreAlikeAtOnce(PerSide<ReadFile>& files, std::string_view shown, std::uint64_t& size) {
+    bool AreAlikeAtOnce(PerSide<UnstatedFile>& files, std::string_view shown, std::uint64_t& size) {
         return comparator_.AreAlikeAtOnce(files, shown, shownName_, size);
     }
     // Closes files that turned out not to be needed.
-    void LetGo(PerSide<ReadFile> files) { comparator_.LetGo(std::move(files)); }
+    template <typename File>
+    void LetGo(PerSide<File> files) {
+        comparator_.LetGo(std::move(files));
+    }
 
   private:
     Currency Difference(const PerSide<ScannedFile>& pair) const;

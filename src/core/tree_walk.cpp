@@ -24,7 +24,7 @@ TreeWalk::Outcome TreeWalk::Walk(const PerSide<std::string_view>& names, CSubFol
         first.branchLength[side] = 1;
         if (names[side].empty()) continue;
         FolderEntry entry;
-        if (!roots_[side].folder.LookAt(names[side], entry) || entry.unknown || entry.isLink)
+        if (!roots_[side].folder.LookAt(names[side], entry) || entry.kind == EntryKind::Other || entry.isLink)
             first.elsewhere[side] = Elsewhere::BehindLink;
         base_[side] = roots_[side].path + std::string(names[side]) + "/";
         OpenFolder folder;
@@ -312,22 +312,23 @@ bool TreeWalk::AreAlikeAtOnce(Level& level, const Item& item) {
         if (at.end - at.begin > 1 || HasStat(level, item, side) || !FolderOf(level, item, side).IsOpen())
             return false;
     }
-    PerSide<ReadFile> files;
+    PerSide<UnstatedFile> unstated;
     for (const Side side : kBothSides) {
         const FolderListing& listing = level.listing[side];
         const std::string_view name = listing.Name(listing.At(item.at[side].begin));
-        if (!FolderOf(level, item, side).OpenUnlookedFile(name, files[side]).IsOk()) return false;
+        if (!FolderOf(level, item, side).OpenUnstatedFile(name, unstated[side]).IsOk()) return false;
     }
     std::uint64_t size = 0;
     const FolderListing& left = level.listing[Side::Left];
-    if (pairs_.AreAlikeAtOnce(files, left.Name(left.At(item.at[Side::Left].begin)), size)) {
+    if (pairs_.AreAlikeAtOnce(unstated, left.Name(left.At(item.at[Side::Left].begin)), size)) {
         for (const Side side : kBothSides)
             outcome_.size[side] += Currency::FromWhole(static_cast<std::int64_t>(size));
-        pairs_.LetGo(std::move(files));
+        pairs_.LetGo(std::move(unstated));
         return true;
     }
+    PerSide<ReadFile> files;
     for (const Side side : kBothSides)
-        if (!files[side].Look().IsOk()) return false;
+        if (!std::move(unstated[side]).Stat(files[side]).IsOk()) return false;
     for (const Side side : kBothSides) Learn(level, item, side, files[side]);
     if (pairs_.NeedsContents(FilesOf(level, item)))
         pairs_.Prefetch(FilePath(level, item, Side::Left), FilePath(level, item, Side::Right),

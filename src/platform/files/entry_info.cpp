@@ -102,6 +102,10 @@ FileId IdOf(const struct statx& found) {
     return {makedev(found.stx_dev_major, found.stx_dev_minor), found.stx_ino};
 }
 
+Seen SeenOf(const struct statx& found) {
+    return {IdOf(found), found.stx_size, TimeOf(found.stx_mtime), TimeOf(found.stx_ctime)};
+}
+
 EntryKind KindOf(const struct statx& found) {
     if (S_ISREG(found.stx_mode)) return EntryKind::File;
     return S_ISDIR(found.stx_mode) ? EntryKind::Folder : EntryKind::Other;

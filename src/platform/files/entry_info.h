@@ -8,10 +8,12 @@ namespace vantrel {
 
 // What the system tells of an entry, in the program's terms. For the sources of the file system only.
 
-inline constexpr unsigned kEntryMask = STATX_TYPE | STATX_MODE | STATX_SIZE | STATX_MTIME | STATX_INO;
+inline constexpr unsigned kSeenMask = STATX_SIZE | STATX_MTIME | STATX_CTIME | STATX_INO;
+inline constexpr unsigned kEntryMask = STATX_TYPE | STATX_MODE | kSeenMask;
 inline constexpr unsigned kInfoMask = STATX_BASIC_STATS | STATX_BTIME;
 
 FileId IdOf(const struct statx& found);
+Seen SeenOf(const struct statx& found);       // needs kSeenMask
 EntryKind KindOf(const struct statx& found);  // of a link: Other
 FileTime TimeOf(const struct statx_timestamp& time);
 // `nameStartsWithDot` makes it hidden; `dos` is what ReadDosAttributes gave.

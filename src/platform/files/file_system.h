@@ -9,17 +9,11 @@
 #include <vector>
 
 #include "platform/error.h"
+#include "platform/files/seen.h"
 #include "platform/files/system_calls.h"
 #include "platform/locale/file_time.h"
 
 namespace vantrel {
-
-// Which file an entry is, whatever its name: device and inode.
-struct FileId {
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-    friend constexpr auto operator<=>(const FileId&, const FileId&) = default;
-};
 
 enum class EntryKind : std::uint8_t {
     File,
@@ -50,20 +44,28 @@ struct FileInfo {
     std::uint32_t owner = 0, group = 0;
 };
 
+// Why an entry stands for no file and no folder. It occupies its name all the same.
+enum class UnknownReason : std::uint8_t {
+    None,           // it is a file or a folder
+    SpecialObject,  // FIFO, socket or device, or a link to one
+    LeadsNowhere,   // a link whose target is not there, or that leads in circles
+    NotTold,        // the system would not tell what it is, or what it leads to
+};
+
 // One entry of a listing. The name is in the engine's form and valid during the call of the sink only.
 struct FolderEntry {
     std::string_view name;
     EntryKind kind = EntryKind::Other;
     bool isLink = false;
-    // It stands in the folder, but the system would not tell what it is or leads to. A link that leads
-    // nowhere is not unknown. The kind is Other.
-    bool unknown = false;
+    UnknownReason reason = UnknownReason::None;  // why the kind is Other
     // False: only the name, the kind File and, of the attributes, kHidden are known yet.
     bool hasStat = true;
     std::uint8_t attributes = 0;
+    // Of what a link leads to; of the link where that cannot be found out, and its size is then 0.
     std::uint64_t size = 0;
     FileTime lastWrite;
     FileId id;
+    Seen seen;  // zero where even the entry itself could not be looked at
 };
 
 // What a listing asks the system about: each entry, or only those that the folder itself does not show to be
@@ -75,6 +77,7 @@ using EntrySink = std::function<bool(const FolderEntry&)>;
 
 class FileSystem;
 class ReadFile;
+class UnstatedFile;
 
 // How the file system of a folder tells hidden and system, where it can.
 enum class DosAttributeSource : std::uint8_t { None, FatIoctl, NtfsXattr, NtfsBigEndianXattr, CifsXattr };
@@ -100,11 +103,12 @@ class OpenFolder {
     bool IsOpen() const { return fd_ >= 0; }
     // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
     // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
-    // out; one that cannot be looked at is handed out as unknown. What a killed copy has left under a
-    // temporary name of ours is left out: none of it is a whole file.
+    // out once a second listing does not name it either; one that cannot be looked at is handed out with the
+    // reason, at the end where it was asked about twice. What a killed copy has left under a temporary name
+    // of ours is left out: none of it is a whole file.
     Error ForEach(const EntrySink& sink, StatPolicy statPolicy = StatPolicy::All);
     // Looks at the entry `name` as ForEach does and fills all of `entry` but its name. False where it is
-    // gone.
+    // gone, from a listing too.
     bool LookAt(std::string_view name, FolderEntry& entry) const;
     // Opens the sub-folder `name`, following a link.
     Error OpenSub(std::string_view name, OpenFolder& out) const;
@@ -112,13 +116,14 @@ class OpenFolder {
     // file, as FileSystem::OpenScannedFile does by a path. Reading it leaves its time of access alone where
     // the system lets this user have that.
     Error OpenScannedFile(std::string_view name, ReadFile& out) const;
-    // The same for an entry that the last ForEach handed out without a look at it. Not looked at the file
-    // comes out either: only its ReadWhole and Look may be used. A link that took the name since is refused.
-    Error OpenUnlookedFile(std::string_view name, ReadFile& out) const;
+    // The same for an entry that the last ForEach handed out without a stat. A link that took the name since
+    // is refused.
+    Error OpenUnstatedFile(std::string_view name, UnstatedFile& out) const;
 
   private:
     friend class FileSystem;
     friend class ReadFile;
+    void LookOnceMore(const char* name, FolderEntry& entry) const;
     // 0 or minus the errno value. What `above` knows of its file system holds for a folder of the same one.
     static int OpenAt(SystemCalls& calls, int base, const char* path, const OpenFolder* above,
                       OpenFolder& out);
@@ -141,24 +146,19 @@ class ReadFile {
     ~ReadFile();
 
     bool IsOpen() const { return fd_ >= 0; }
-    std::uint64_t Size() const { return size_; }  // as it was when opened, and so is the time
-    FileTime LastWrite() const { return lastWrite_; }
+    std::uint64_t Size() const { return seen_.size; }  // as it was when opened, and so is the time
+    FileTime LastWrite() const { return seen_.lastWrite; }
+    const vantrel::Seen& Seen() const { return seen_; }
     // Reads up to `size` bytes at `offset`, going on after short reads; `got` is less than `size` only at the
     // file's end.
     Error ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std::size_t& got);
-    // Looks at a file that OpenUnlookedFile gave: then it is as any other. What is no regular file is
-    // refused.
-    Error Look();
-    // Reads a small file that OpenUnlookedFile gave with as few calls as can be. False unless all of it was
-    // read for certain: it has `size` bytes or more, or none, or an error stands in the way. Of what is no
-    // regular file nothing waits: pipes, sockets and terminals cannot be read at an offset.
-    bool ReadWhole(void* buffer, std::size_t size, std::size_t& got);
     // Tells the kernel that the first `length` bytes (0: all) are wanted soon.
     void Prefetch(std::uint64_t length = 0);
 
   private:
     friend class FileSystem;
     friend class OpenFolder;
+    friend class UnstatedFile;
     friend class FileCloser;
     static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
     int OpenIn(const OpenFolder& folder, const char* name, int flags);
@@ -167,8 +167,24 @@ class ReadFile {
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
     bool readsWholePages_ = false;  // of FileSystemTraits, where that is known
-    std::uint64_t size_ = 0;
-    FileTime lastWrite_;
+    vantrel::Seen seen_;
+};
+
+// What was opened as a file because a listing showed it to be one, and was not asked about since.
+class UnstatedFile {
+  public:
+    bool IsOpen() const { return file_.IsOpen(); }
+    // Asks the system about it and hands it over as a file. What is no regular file is refused.
+    Error Stat(ReadFile& out) &&;
+    // Reads a small file with as few calls as can be. False unless all of it was read for certain: it has
+    // `size` bytes or more, or none, or an error stands in the way. Of what is no regular file nothing waits:
+    // pipes, sockets and terminals cannot be read at an offset.
+    bool ReadWhole(void* buffer, std::size_t size, std::size_t& got);
+
+  private:
+    friend class OpenFolder;
+    friend class FileCloser;
+    ReadFile file_;
 };
 
 // Closes many files with few calls: they stay open until there are kMost of them, or until the object goes.
@@ -183,6 +199,7 @@ class FileCloser {
 
     // Nothing happens with a file that is not open. All files must be of one FileSystem.
     void Take(ReadFile file);
+    void Take(UnstatedFile file) { Take(std::move(file.file_)); }
     void CloseAll();
 
   private:

@@ -5,8 +5,11 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <set>
+#include <string>
 #include <utility>
 
+#include "platform/files/descriptor.h"
 #include "platform/files/entry_info.h"
 #include "platform/files/entry_name.h"
 #include "platform/files/file_system.h"
@@ -41,32 +44,36 @@ thread_local std::unique_ptr<std::byte[]> ListingBuffer::spare_;
 
 enum class Look { Seen, Gone };
 
+FolderEntry NotTold(const char* name) {
+    FolderEntry entry;
+    entry.reason = UnknownReason::NotTold;
+    if (name[0] == '.') entry.attributes = kHidden;
+    return entry;
+}
+
 // Asks the system about one entry and fills all of `entry` but its name.
-Look LookAt(SystemCalls& calls, int folder, const char* name, unsigned char type, DosAttributeSource dos,
-            FolderEntry& entry) {
+Look LookAt(SystemCalls& calls, int folder, const char* name, DosAttributeSource dos, FolderEntry& entry) {
     entry = FolderEntry();
     struct statx found;
-    int result = 0;
-    entry.isLink = type == DT_LNK;
-    if (!entry.isLink) {
-        result = calls.StatxAt(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, kEntryMask, found);
-        if (result == -ENOENT) return Look::Gone;
-        entry.isLink = result == 0 && S_ISLNK(found.stx_mode);
-    }
-    if (entry.isLink) {
-        result = calls.StatxAt(folder, name, AT_NO_AUTOMOUNT, kEntryMask, found);
-        if (result != 0 && LeadsNowhere(-result)) {
-            // Either the link leads nowhere, or it is itself gone.
-            result = calls.StatxAt(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, kEntryMask, found);
-            if (result == -ENOENT) return Look::Gone;
-        }
-    }
+    int result = calls.StatxAt(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, kEntryMask, found);
+    if (result == -ENOENT) return Look::Gone;
     if (result != 0) {
-        entry.unknown = true;
-        if (name[0] == '.') entry.attributes = kHidden;
+        entry = NotTold(name);
         return Look::Seen;
     }
+    entry.seen = SeenOf(found);
+    entry.lastWrite = entry.seen.lastWrite;
+    entry.isLink = S_ISLNK(found.stx_mode);
+    if (entry.isLink) {
+        result = calls.StatxAt(folder, name, AT_NO_AUTOMOUNT, kEntryMask, found);
+        if (result != 0) {
+            entry.reason = LeadsNowhere(-result) ? UnknownReason::LeadsNowhere : UnknownReason::NotTold;
+            if (name[0] == '.') entry.attributes = kHidden;
+            return Look::Seen;
+        }
+    }
     entry.kind = KindOf(found);
+    if (entry.kind == EntryKind::Other) entry.reason = UnknownReason::SpecialObject;
     entry.size = found.stx_size;
     entry.lastWrite = TimeOf(found.stx_mtime);
     entry.id = IdOf(found);
@@ -74,6 +81,21 @@ Look LookAt(SystemCalls& calls, int folder, const char* name, unsigned char type
         entry.kind == EntryKind::Other ? std::uint8_t{0} : ReadDosAttributes(calls, dos, folder, name);
     entry.attributes = AttributesOf(found, name[0] == '.', carried);
     return Look::Seen;
+}
+
+// Of `names`, all in the system's bytes, those that a new listing of the folder does not name. Where it
+// cannot be listed that is not known of any.
+std::set<std::string> NotListed(SystemCalls& calls, int folder, std::set<std::string> names) {
+    const Descriptor again(calls,
+                           calls.OpenAt(folder, ".", O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC, 0));
+    if (!again.IsOpen()) return {};
+    ListingBuffer buffer;
+    const int result =
+        ForEachRawEntry(calls, again.Get(), buffer.Data(), kListingBuffer, [&](const dirent64& found) {
+            names.erase(found.d_name);
+            return !names.empty();
+        });
+    return result == 0 ? std::move(names) : std::set<std::string>();
 }
 
 // Hands the entry out under its name in the engine's form, without a copy where that is the name on disk.
@@ -108,8 +130,17 @@ OpenFolder::~OpenFolder() {
 }
 
 bool OpenFolder::LookAt(std::string_view name, FolderEntry& entry) const {
-    return vantrel::LookAt(*calls_, fd_, EntryName(name).Bytes(), DT_UNKNOWN, traits_.dosAttributes, entry) ==
-           Look::Seen;
+    const EntryName bytes(name);
+    if (vantrel::LookAt(*calls_, fd_, bytes.Bytes(), traits_.dosAttributes, entry) == Look::Seen) return true;
+    if (!NotListed(*calls_, fd_, {bytes.Bytes()}).empty()) return false;
+    LookOnceMore(bytes.Bytes(), entry);
+    return true;
+}
+
+// At an entry that was not there at the first look although a listing names it.
+void OpenFolder::LookOnceMore(const char* name, FolderEntry& entry) const {
+    if (vantrel::LookAt(*calls_, fd_, name, traits_.dosAttributes, entry) == Look::Gone)
+        entry = NotTold(name);
 }
 
 Error OpenFolder::ForEach(const EntrySink& sink, StatPolicy statPolicy) {
@@ -119,6 +150,12 @@ Error OpenFolder::ForEach(const EntrySink& sink, StatPolicy statPolicy) {
     }
     listed_ = true;
     ListingBuffer buffer;
+    std::set<std::string> gone;
+    bool stopped = false;
+    const auto handOut = [&](std::string_view bytes, FolderEntry& entry) {
+        stopped = !HandOut(sink, bytes, entry);
+        return !stopped;
+    };
     const int result =
         ForEachRawEntry(*calls_, fd_, buffer.Data(), kListingBuffer, [&](const dirent64& found) {
             if (IsTemporaryCopyName(found.d_name)) return true;
@@ -128,13 +165,23 @@ Error OpenFolder::ForEach(const EntrySink& sink, StatPolicy statPolicy) {
                 entry.kind = EntryKind::File;
                 entry.hasStat = false;
                 if (found.d_name[0] == '.') entry.attributes = kHidden;
-            } else if (vantrel::LookAt(*calls_, fd_, found.d_name, found.d_type, traits_.dosAttributes,
-                                       entry) == Look::Gone) {
+            } else if (vantrel::LookAt(*calls_, fd_, found.d_name, traits_.dosAttributes, entry) ==
+                       Look::Gone) {
+                gone.emplace(found.d_name);
                 return true;
             }
-            return HandOut(sink, found.d_name, entry);
+            return handOut(found.d_name, entry);
         });
-    return Error::FromErrnoOfFolder(-result, {});
+    if (result != 0) return Error::FromErrnoOfFolder(-result, {});
+    if (gone.empty() || stopped) return {};
+    const std::set<std::string> absent = NotListed(*calls_, fd_, gone);
+    for (const std::string& name : gone) {
+        if (absent.contains(name)) continue;
+        FolderEntry entry;
+        LookOnceMore(name.c_str(), entry);
+        if (!handOut(name, entry)) break;
+    }
+    return {};
 }
 
 Error OpenFolder::OpenSub(std::string_view name, OpenFolder& out) const {

@@ -34,8 +34,7 @@ ReadFile& ReadFile::operator=(ReadFile&& other) noexcept {
     std::swap(calls_, other.calls_);
     std::swap(fd_, other.fd_);
     std::swap(readsWholePages_, other.readsWholePages_);
-    std::swap(size_, other.size_);
-    std::swap(lastWrite_, other.lastWrite_);
+    std::swap(seen_, other.seen_);
     return *this;
 }
 
@@ -60,25 +59,26 @@ void ReadFile::Prefetch(std::uint64_t length) {
     if (fd_ >= 0) calls_->Advise(fd_, 0, static_cast<off_t>(length), POSIX_FADV_WILLNEED);
 }
 
-bool ReadFile::ReadWhole(void* buffer, std::size_t size, std::size_t& got) {
-    const ssize_t result = calls_->PRead(fd_, buffer, size, 0);
+bool UnstatedFile::ReadWhole(void* buffer, std::size_t size, std::size_t& got) {
+    const ssize_t result = file_.calls_->PRead(file_.fd_, buffer, size, 0);
     if (result <= 0 || static_cast<std::size_t>(result) >= size) return false;
     got = static_cast<std::size_t>(result);
-    return (readsWholePages_ && got < kLeastPage) || calls_->Seek(fd_, 0, SEEK_END) == result;
+    return (file_.readsWholePages_ && got < kLeastPage) ||
+           file_.calls_->Seek(file_.fd_, 0, SEEK_END) == result;
 }
 
-Error ReadFile::Look() {
-    return Error::FromErrno(-LookAtHandle());
+Error UnstatedFile::Stat(ReadFile& out) && {
+    const int result = file_.LookAtHandle();
+    if (result == 0) out = std::move(file_);
+    return Error::FromErrno(-result);
 }
 
 int ReadFile::LookAtHandle() {
     struct statx found;
-    int result = calls_->StatxAt(fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_SIZE | STATX_MTIME, found);
+    int result = calls_->StatxAt(fd_, "", AT_EMPTY_PATH, STATX_TYPE | kSeenMask, found);
     if (result == 0) result = RefuseUnlessRegular(found);
-    if (result != 0) return result;
-    size_ = found.stx_size;
-    lastWrite_ = TimeOf(found.stx_mtime);
-    return 0;
+    if (result == 0) seen_ = SeenOf(found);
+    return result;
 }
 
 int ReadFile::OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out) {
@@ -155,11 +155,11 @@ Error OpenFolder::OpenScannedFile(std::string_view name, ReadFile& out) const {
     return Error::FromErrno(-result, name);
 }
 
-Error OpenFolder::OpenUnlookedFile(std::string_view name, ReadFile& out) const {
+Error OpenFolder::OpenUnstatedFile(std::string_view name, UnstatedFile& out) const {
     const EntryName entry(name);
     if (!entry.IsWhole()) return Error::FromErrno(EINVAL, name);
-    ReadFile opened;
-    const int result = opened.OpenIn(*this, entry.Bytes(), O_NOFOLLOW);
+    UnstatedFile opened;
+    const int result = opened.file_.OpenIn(*this, entry.Bytes(), O_NOFOLLOW);
     if (result == 0) out = std::move(opened);
     return Error::FromErrno(-result, name);
 }

@@ -97,7 +97,11 @@ TEST_F(ListingTest, LinksAreFollowedAndWhatIsNoFileOrFolderIsNeverOpened) {
     ASSERT_EQ(10U, seen.size());
     for (const auto* name : {"toNothing", "throughFile", "ring1", "ring2", "toDevice", "fifo"}) {
         EXPECT_EQ(EntryKind::Other, seen[name].entry.kind) << name;
-        EXPECT_FALSE(seen[name].entry.unknown) << name;
+        const bool special = name == std::string("toDevice") || name == std::string("fifo");
+        EXPECT_EQ(special ? UnknownReason::SpecialObject : UnknownReason::LeadsNowhere,
+                  seen[name].entry.reason)
+            << name;
+        EXPECT_EQ(name != std::string("fifo"), seen[name].entry.isLink) << name;
         ReadFile file;
         calls.ResetCount();
         EXPECT_FALSE(files.OpenForReading(folder / name, file).IsOk()) << name;
@@ -110,6 +114,8 @@ TEST_F(ListingTest, LinksAreFollowedAndWhatIsNoFileOrFolderIsNeverOpened) {
     EXPECT_EQ(5U, seen["toFile"].entry.size);
     EXPECT_EQ(FileTime::FromUnix(1'000'000'000, 0), seen["toFile"].entry.lastWrite);
     EXPECT_EQ(seen["file"].entry.id, seen["toFile"].entry.id);
+    EXPECT_EQ(seen["file"].entry.id, seen["file"].entry.seen.id);
+    EXPECT_NE(seen["file"].entry.id, seen["toFile"].entry.seen.id);
     EXPECT_EQ(EntryKind::Folder, seen["toFolder"].entry.kind);
     EXPECT_EQ(seen["sub"].entry.id, seen["toFolder"].entry.id);
 }
@@ -158,7 +164,7 @@ TEST_F(ListingTest, WhatVanishesIsLeftOutAndWhatCannotBeLookedAtIsUnknown) {
     calls.ResetCount();
     std::set<std::string> names, unknown;
     const auto sink = [&](const FolderEntry& entry) {
-        (entry.unknown ? unknown : names).insert(std::string(entry.name));
+        (entry.reason != UnknownReason::None ? unknown : names).insert(std::string(entry.name));
         return true;
     };
     ASSERT_TRUE(open.ForEach(sink).IsOk());
@@ -174,6 +180,50 @@ TEST_F(ListingTest, WhatVanishesIsLeftOutAndWhatCannotBeLookedAtIsUnknown) {
     std::size_t handedOut = 0;
     EXPECT_TRUE(open.ForEach([&](const FolderEntry&) { return ++handedOut, false; }).IsOk());
     EXPECT_EQ(1U, handedOut);
+}
+
+// That an entry is not there is believed only when the folder does not name it any more.
+TEST_F(ListingTest, NoSuchFileIsAskedOnceMore) {
+    for (const auto* name : {"a", "b"}) folder.Write(name, "12");
+    OpenFolder open;
+    ASSERT_TRUE(files.Open(folder.Path(), open).IsOk());
+    std::map<std::string, UnknownReason> seen;
+    const auto list = [&] {
+        seen.clear();
+        return open.ForEach([&](const FolderEntry& entry) {
+            seen[std::string(entry.name)] = entry.reason;
+            return true;
+        });
+    };
+    FolderEntry entry;
+    const auto failLooks = [&](std::initializer_list<std::size_t> numbers) {
+        calls.ClearFaults();
+        calls.ResetCount();
+        for (const std::size_t number : numbers) calls.FailAt(Call::Statx, number, ENOENT);
+    };
+    failLooks({1});
+    ASSERT_TRUE(list().IsOk());
+    EXPECT_EQ(2U, seen.size());
+    EXPECT_EQ(UnknownReason::None, seen["a"]);
+    EXPECT_EQ(UnknownReason::None, seen["b"]);
+    failLooks({1});
+    ASSERT_TRUE(open.LookAt("a", entry));
+    EXPECT_EQ(2U, entry.size);
+
+    // The system goes on to deny what the folder names, or the folder cannot be listed again.
+    failLooks({1, 3});
+    ASSERT_TRUE(list().IsOk());
+    EXPECT_EQ(2U, seen.size());
+    EXPECT_NE(seen["a"] == UnknownReason::NotTold, seen["b"] == UnknownReason::NotTold);
+    failLooks({1, 2});
+    ASSERT_TRUE(open.LookAt("a", entry));
+    EXPECT_EQ(UnknownReason::NotTold, entry.reason);
+    failLooks({1, 2});
+    calls.FailAt(Call::Open, 1, EMFILE);
+    ASSERT_TRUE(open.LookAt("never", entry));
+    EXPECT_EQ(UnknownReason::NotTold, entry.reason);
+    failLooks({});
+    EXPECT_FALSE(open.LookAt("never", entry));
 }
 
 TEST_F(ListingTest, FilesAreNotLookedAtWhereTheirKindIsEnough) {
@@ -194,7 +244,8 @@ TEST_F(ListingTest, FilesAreNotLookedAtWhereTheirKindIsEnough) {
     };
     ASSERT_TRUE(open.ForEach(sink, StatPolicy::NonFilesOnly).IsOk());
     EXPECT_EQ(std::set<std::string>{".file"}, unlooked);
-    EXPECT_EQ(2U, calls.Count(Call::Statx));
+    // The folder, the link, and what the link leads to.
+    EXPECT_EQ(3U, calls.Count(Call::Statx));
 
     FolderEntry entry;
     ASSERT_TRUE(open.LookAt(".file", entry));
@@ -290,8 +341,8 @@ TEST_F(ListingTest, SmallFilesAreReadWholeOrNotAtAll) {
     char buffer[11];
     std::size_t got = 0;
     const auto readsWhole = [&](std::size_t size) {
-        ReadFile file;
-        EXPECT_TRUE(open.OpenUnlookedFile("file", file).IsOk());
+        UnstatedFile file;
+        EXPECT_TRUE(open.OpenUnstatedFile("file", file).IsOk());
         return file.ReadWhole(buffer, size, got);
     };
     folder.Write("file", text);
@@ -309,21 +360,25 @@ TEST_F(ListingTest, SmallFilesAreReadWholeOrNotAtAll) {
     folder.Write("file", "");
     EXPECT_FALSE(readsWhole(11));
 
+    UnstatedFile opened;
     ReadFile file;
-    ASSERT_TRUE(open.OpenUnlookedFile("file", file).IsOk());
+    ASSERT_TRUE(open.OpenUnstatedFile("file", opened).IsOk());
     folder.Write("file", text);
-    ASSERT_TRUE(file.Look().IsOk());
+    ASSERT_TRUE(std::move(opened).Stat(file).IsOk());
     EXPECT_EQ(file.Size(), 10U);
+    FolderEntry entry;
+    ASSERT_TRUE(open.LookAt("file", entry));
+    EXPECT_EQ(file.Seen(), entry.seen);
 
     std::filesystem::remove(path);
     ASSERT_EQ(0, mkfifo(path.c_str(), 0600));
     EXPECT_FALSE(readsWhole(11));
-    ASSERT_TRUE(open.OpenUnlookedFile("file", file).IsOk());
-    EXPECT_EQ(ErrorNumber::DeviceUnavailable, file.Look().Number());
+    ASSERT_TRUE(open.OpenUnstatedFile("file", opened).IsOk());
+    EXPECT_EQ(ErrorNumber::DeviceUnavailable, std::move(opened).Stat(file).Number());
     std::filesystem::remove(path);
     folder.Write("other", text);
     std::filesystem::create_symlink("other", path);
-    EXPECT_FALSE(open.OpenUnlookedFile("file", file).IsOk());
+    EXPECT_FALSE(open.OpenUnstatedFile("file", opened).IsOk());
 }
 
 TEST_F(ListingTest, AFolderNobodyMayListIsAnError) {
