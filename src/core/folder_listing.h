@@ -41,7 +41,6 @@ class FolderListing {
 
     void Clear();
     Source& AddSource() { return sources_.emplace_back(); }
-    void DropLastSource() { sources_.pop_back(); }
     std::vector<Source>& Sources() { return sources_; }
     const std::vector<Source>& Sources() const { return sources_; }
 

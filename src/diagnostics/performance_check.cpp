@@ -1,6 +1,5 @@
 #include "diagnostics/performance_check.h"
 
-#include <cstdio>
 #include <string>
 
 namespace vantrel {
@@ -44,19 +43,6 @@ Error CPerformanceCheck::LogPerformanceToTextFile(const LogTarget& target, std::
     }
     return target.files.AppendToFile(target.folders.appPath + std::string(fileName),
                                      Entry(target.locale, what, changes, notes));
-}
-
-void CPerformanceCheck::LogPerformanceToDebugWindow(const LogTarget& target, std::string_view what,
-                                                    std::string_view changes, std::string_view notes) {
-    if (!start_ || !end_) {
-        ShowUsage(target.messages);
-        return;
-    }
-#ifndef NDEBUG
-    std::fputs(Entry(target.locale, what, changes, notes).append("\n").c_str(), stderr);
-#else
-    (void)what, (void)changes, (void)notes;
-#endif
 }
 
 }  // namespace vantrel

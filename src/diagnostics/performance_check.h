@@ -33,9 +33,6 @@ class CPerformanceCheck {
     // is used.
     Error LogPerformanceToTextFile(const LogTarget& target, std::string_view fileName, std::string_view what,
                                    std::string_view changes, std::string_view notes);
-    // The same text on standard error; dropped in a release build.
-    void LogPerformanceToDebugWindow(const LogTarget& target, std::string_view what, std::string_view changes,
-                                     std::string_view notes);
 
   private:
     std::string Entry(const LocaleFormats& locale, std::string_view what, std::string_view changes,
