@@ -46,7 +46,7 @@ ShellResult ShellWrappers::RenameFile(std::string_view source, std::string_view 
     request.target = target;
     request.noConfirmation = !confirm;
     request.silent = request.noErrorUi = !showErrors;
-    const ShellResult result = shell_.Run(request);
+    ShellResult result = shell_.Run(request);
     if (showErrors && result.anyOperationsAborted) {
         messages_.Ask({"Rename Failed",
                        "Rename operation was cancelled",

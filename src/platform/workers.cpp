@@ -1,7 +1,7 @@
 #include "platform/workers.h"
 
 #include <sched.h>
-#include <signal.h>
+#include <csignal>
 
 #include <algorithm>
 #include <system_error>

@@ -1,8 +1,8 @@
 #include "console_ports.h"
 
-#include <signal.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <array>
 #include <cstdio>

@@ -90,7 +90,7 @@ void frmProperties::LayOut() {
         for (int column = 0; column < 3; ++column) {
             auto* box = new QCheckBox(what[static_cast<std::size_t>(column)]);
             box->setAccessibleName(who[static_cast<std::size_t>(row)] + QLatin1Char(' ') + box->text());
-            chkPermissions[static_cast<std::size_t>(row * 3 + column)] = box;
+            chkPermissions[static_cast<std::size_t>(row) * 3 + static_cast<std::size_t>(column)] = box;
             grid->addWidget(box, row, column + 1);
             connect(box, &QCheckBox::clicked, this,
                     [this] { cmdApply->setEnabled(ModeShown() != (properties_.mode & 0777)); });

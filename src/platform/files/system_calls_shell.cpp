@@ -1,8 +1,8 @@
 // The calls that only the shell operations make.
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/file.h>
 #include <sys/xattr.h>
+#include <csignal>
 
 #include <cerrno>
 #include <initializer_list>

@@ -127,7 +127,7 @@ void NumberForm::Append(std::int64_t value, std::string& to) const {
 // two halves of the day are left to the library, which takes a hundred times as long.
 class DateForm {
   public:
-    DateForm(icu::UnicodeString pattern, const LocaleChoice& locale);
+    DateForm(const icu::UnicodeString& pattern, const LocaleChoice& locale);
     void Append(const CalendarTime& time, FileTime local, std::string& to) const;
 
   private:
@@ -145,7 +145,7 @@ class DateForm {
     std::unique_ptr<icu::SimpleDateFormat> library_;
 };
 
-DateForm::DateForm(icu::UnicodeString pattern, const LocaleChoice& locale) {
+DateForm::DateForm(const icu::UnicodeString& pattern, const LocaleChoice& locale) {
     if (!locale) {
         Compile(pattern);
         return;
