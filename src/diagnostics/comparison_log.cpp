@@ -1,5 +1,6 @@
 #include "diagnostics/comparison_log.h"
 
+#include "platform/line_end.h"
 #include "platform/ports.h"
 
 namespace vantrel {

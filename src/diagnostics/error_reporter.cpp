@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "platform/line_end.h"
+
 namespace vantrel {
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/line_end.h"
+
 namespace vantrel {
 namespace {
 

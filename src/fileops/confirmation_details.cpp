@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/line_end.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 

@@ -10,8 +10,7 @@
 namespace vantrel {
 namespace {
 
-const std::string kBreak = "\r\n";
-const std::string kContinue = kBreak + kBreak + "Do you wish to continue?";
+constexpr const char* kContinue = "\r\n\r\nDo you wish to continue?";
 
 // The objects of the selected rows. A row without an object gives no path, so that none ever stands for the
 // folder itself.

@@ -1,6 +1,7 @@
 #include "fileops/space_check.h"
 
 #include "fileops/tree_size.h"
+#include "platform/line_end.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 

@@ -22,8 +22,6 @@ struct SubFolderOperations::Kind {
 
 namespace {
 
-const std::string kBreak = "\r\n";
-
 // Makes the folders above `path` that are missing.
 Error MakeFolders(const FileSystem& files, const std::string& path) {
     if (path.empty() || files.FolderExists(path)) return {};
@@ -151,7 +149,7 @@ std::size_t SubFolderOperations::Operate(const Kind& kind, bool confirm, bool in
 bool SubFolderOperations::MayBegin(const Kind& kind, std::size_t count, bool& deleteForGood) {
     MessageAnswer answer = tools_.messages.Ask(
         {std::string("Confirm ") + kind.word,
-         kind.about + std::to_string(count) + kind.aboutEnd + kBreak + kBreak + "Do you wish to continue?",
+         kind.about + std::to_string(count) + kind.aboutEnd + "\r\n\r\nDo you wish to continue?",
          MessageIcon::Question,
          MessageButtons::YesNo,
          {}});

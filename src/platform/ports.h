@@ -13,7 +13,7 @@ namespace vantrel {
 
 enum class MessageIcon { None, Information, Warning, Stop, Question };
 enum class MessageButtons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
-// With the numbers that the texts speak of.
+// With the usual numbers of the buttons.
 enum class MessageAnswer { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 
 struct Message {
@@ -65,8 +65,5 @@ class EventLoopPort {
     virtual bool CancelRequested() const = 0;
     virtual void ResetCancel() = 0;
 };
-
-// Line end of every text shown or written.
-inline constexpr std::string_view kLineEnd = "\r\n";
 
 }  // namespace vantrel

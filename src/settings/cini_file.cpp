@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/line_end.h"
 #include "settings/settings_file.h"
 #include "settings/store_checks.h"
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/line_end.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 #include "settings/settings_file.h"

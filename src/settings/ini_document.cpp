@@ -61,7 +61,8 @@ void IniDocument::Index() {
     sections_.clear();
     keys_.clear();
     const std::size_t firstEnd = text_.find('\n');
-    if (firstEnd != std::string::npos) lineEnd_ = firstEnd > 0 && text_[firstEnd - 1] == '\r' ? "\r\n" : "\n";
+    if (firstEnd != std::string::npos)
+        lineEnd_ = firstEnd > 0 && text_[firstEnd - 1] == '\r' ? kLineEnd : "\n";
 
     std::size_t begin = text_.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
     while (begin < text_.size()) {

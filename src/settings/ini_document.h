@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/line_end.h"
+
 namespace vantrel {
 
 struct IniChange {
@@ -55,7 +57,7 @@ class IniDocument {
     void Splice(std::vector<Piece> pieces);
 
     std::string text_;
-    std::string_view lineEnd_ = "\r\n";
+    std::string_view lineEnd_ = kLineEnd;
     std::vector<Section> sections_;  // in the order of the text
     std::vector<Key> keys_;          // by hash, then in the order of the text
 };

@@ -17,7 +17,7 @@ namespace vantrel {
 
 // Copy, move, delete, recycle and rename over lists of objects, as one service.
 
-// With the numbers that the texts speak of; Recycle is a delete that can be undone.
+// Recycle is a delete that can be undone.
 enum class ShellOperation { Move = 1, Copy = 2, Delete = 3, Rename = 4, Recycle = 5 };
 
 struct ShellRequest {

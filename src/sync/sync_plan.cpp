@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "core/row_texts.h"
+#include "platform/line_end.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -183,7 +184,7 @@ std::string DescribeSpared(const SyncPlan& plan) {
     std::string text;
     for (const Side side : kBothSides) {
         if (plan.spared[side] == 0) continue;
-        if (!text.empty()) text += "\r\n";
+        if (!text.empty()) text += kLineEnd;
         text += "Left alone: " + std::to_string(plan.spared[side]) + " object(s) of the ";
         text += side == Side::Left ? "left" : "right";
         text +=
@@ -200,8 +201,7 @@ SyncSpaceNeed SpaceNeededBySync(const SyncPlan& plan) {
             need.outgoing[side] += action.size;
             need.replaced[side] += action.replacedSize;
         }
-        // Of the sub-folders only the last one counts: the check is a warning, and this is how it has always
-        // been reckoned.
+        // Of the sub-folders only the last one counts: the check is no more than a warning.
         if (!plan.subFolders.empty()) need.outgoing[side] += NetSize(plan.subFolders.back().copies[side]);
     }
     return need;

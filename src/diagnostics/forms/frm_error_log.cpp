@@ -32,19 +32,19 @@ std::string EndOfFile(const FileSystem& files, const std::string& path, std::uin
 frmErrorLog::frmErrorLog(const FileSystem& files, ErrorReporter& reporter, QWidget* parent)
     : QDialog(parent),
       txtMsg(new QPlainTextEdit),
-      cmdClear(new QPushButton(tr("&Clear"))),
-      OKButton(new QPushButton(tr("OK"))),
+      cmdClear(new QPushButton(QStringLiteral("&Clear"))),
+      OKButton(new QPushButton(QStringLiteral("OK"))),
       files_(files),
       reporter_(reporter) {
     setObjectName(QStringLiteral("frmErrorLog"));
-    setWindowTitle(tr("Error Log"));
+    setWindowTitle(QStringLiteral("Error Log"));
     txtMsg->setObjectName(QStringLiteral("txtMsg"));
     txtMsg->setReadOnly(true);
     txtMsg->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     txtMsg->setTabChangesFocus(true);
-    txtMsg->setAccessibleName(tr("Log"));
+    txtMsg->setAccessibleName(QStringLiteral("Log"));
     cmdClear->setObjectName(QStringLiteral("cmdClear"));
-    cmdClear->setToolTip(tr("Empty the log file"));
+    cmdClear->setToolTip(QStringLiteral("Empty the log file"));
     OKButton->setObjectName(QStringLiteral("OKButton"));
     OKButton->setDefault(true);
     cmdClear->setAutoDefault(false);
@@ -74,12 +74,12 @@ void frmErrorLog::DisplayFile(const std::string& path) {
         const std::string text = EndOfFile(files_, path_, kMostBytes, size);
         if (size == 0) {
             if (windowTitle() == QStringLiteral("Error Log"))
-                txtMsg->setPlainText(tr("No Errors Encountered During Last Comparison."));
+                txtMsg->setPlainText(QStringLiteral("No Errors Encountered During Last Comparison."));
             return;
         }
         QString shown = MessageQString(text);
         if (size > kMostBytes)
-            shown.prepend(tr("The log holds %1. Its end is shown here.\n\n")
+            shown.prepend(QStringLiteral("The log holds %1. Its end is shown here.\n\n")
                               .arg(locale().formattedDataSize(static_cast<qint64>(size))));
         txtMsg->setPlainText(shown);
         cmdClear->setEnabled(true);

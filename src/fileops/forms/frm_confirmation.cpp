@@ -34,8 +34,8 @@ frmConfirmation::frmConfirmation(QWidget* parent)
     : QDialog(parent),
       imgIcon(new QLabel),
       lblMsg(new QLabel),
-      cmdYes(new QPushButton(tr("&Yes"))),
-      cmdNo(new QPushButton(tr("&No"))),
+      cmdYes(new QPushButton(QStringLiteral("&Yes"))),
+      cmdNo(new QPushButton(QStringLiteral("&No"))),
       cmdDetails(new QPushButton),
       txtDetails(new QPlainTextEdit) {
     setObjectName(QStringLiteral("frmConfirmation"));
@@ -54,7 +54,7 @@ frmConfirmation::frmConfirmation(QWidget* parent)
     txtDetails->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     txtDetails->setTabChangesFocus(true);
     txtDetails->setLineWrapMode(QPlainTextEdit::NoWrap);
-    txtDetails->setAccessibleName(tr("Details"));
+    txtDetails->setAccessibleName(QStringLiteral("Details"));
     cmdDetails->setAutoDefault(false);
     LayOut();
     HideDetails();
@@ -113,7 +113,7 @@ void frmConfirmation::ToggleDetails() {
         HideDetails();
         return;
     }
-    cmdDetails->setText(tr("&Hide"));
+    cmdDetails->setText(QStringLiteral("&Hide"));
     txtDetails->setPlainText(MessageQString(ConfirmationDetails(confirmation_)));
     txtDetails->show();
     Stretch(2);
@@ -122,7 +122,7 @@ void frmConfirmation::ToggleDetails() {
 }
 
 void frmConfirmation::HideDetails() {
-    cmdDetails->setText(tr("&Details..."));
+    cmdDetails->setText(QStringLiteral("&Details..."));
     txtDetails->clear();
     txtDetails->hide();
     Stretch(0);

@@ -74,17 +74,19 @@ frmProperties::frmProperties(const Toolbox& tools, QWidget* parent)
 void frmProperties::LayOut() {
     auto* top = new QVBoxLayout(this);
     auto* general = new QFormLayout;
-    general->addRow(tr("Name:"), txtName);
-    general->addRow(tr("Type:"), lblType);
-    general->addRow(tr("Location:"), lblLocation);
-    general->addRow(tr("Size:"), lblSize);
+    general->addRow(QStringLiteral("Name:"), txtName);
+    general->addRow(QStringLiteral("Type:"), lblType);
+    general->addRow(QStringLiteral("Location:"), lblLocation);
+    general->addRow(QStringLiteral("Size:"), lblSize);
     top->addLayout(general);
     top->addLayout(times_);
 
-    auto* group = new QGroupBox(tr("Permissions"));
+    auto* group = new QGroupBox(QStringLiteral("Permissions"));
     auto* grid = new QGridLayout(group);
-    const std::array<QString, 3> who{tr("Owner"), tr("Group"), tr("Others")};
-    const std::array<QString, 3> what{tr("Read"), tr("Write"), tr("Execute")};
+    const std::array<QString, 3> who{QStringLiteral("Owner"), QStringLiteral("Group"),
+                                     QStringLiteral("Others")};
+    const std::array<QString, 3> what{QStringLiteral("Read"), QStringLiteral("Write"),
+                                      QStringLiteral("Execute")};
     for (int row = 0; row < 3; ++row) {
         grid->addWidget(new QLabel(who[static_cast<std::size_t>(row)]), row, 0);
         for (int column = 0; column < 3; ++column) {
@@ -123,18 +125,20 @@ void frmProperties::ShowForm(const std::string& path) {
 }
 
 void frmProperties::Fill() {
-    setWindowTitle(tr("%1 Properties").arg(DisplayQString(properties_.name)));
+    setWindowTitle(QStringLiteral("%1 Properties").arg(DisplayQString(properties_.name)));
     txtName->setText(DisplayQString(properties_.name));
     txtName->setCursorPosition(0);
     cmdOK->setFocus();
     lblType->setText(TypeText(properties_));
     lblLocation->setText(DisplayQString(properties_.folder));
-    lblSize->setText(tr("Counting..."));
+    lblSize->setText(QStringLiteral("Counting..."));
     while (times_->rowCount() > 0) times_->removeRow(0);
-    if (!properties_.created.empty()) times_->addRow(tr("Created:"), Value(ToQString(properties_.created)));
-    times_->addRow(tr("Modified:"), Value(ToQString(properties_.modified)));
-    times_->addRow(tr("Accessed:"), Value(ToQString(properties_.accessed)));
-    times_->addRow(tr("Owner:"), Value(DisplayQString(properties_.owner + " (" + properties_.group + ")")));
+    if (!properties_.created.empty())
+        times_->addRow(QStringLiteral("Created:"), Value(ToQString(properties_.created)));
+    times_->addRow(QStringLiteral("Modified:"), Value(ToQString(properties_.modified)));
+    times_->addRow(QStringLiteral("Accessed:"), Value(ToQString(properties_.accessed)));
+    times_->addRow(QStringLiteral("Owner:"),
+                   Value(DisplayQString(properties_.owner + " (" + properties_.group + ")")));
     AlignLabels(findChildren<QFormLayout*>());
     for (std::size_t i = 0; i < chkPermissions.size(); ++i) {
         chkPermissions[i]->setChecked((properties_.mode & (0400U >> i)) != 0);
@@ -148,12 +152,13 @@ void frmProperties::CountSize() {
     TreeSize size;
     const Error error = CountTreeSize(tools_, properties_.path, size, &stopCounting_);
     if (stopCounting_) return;
-    QString text = tr("%1 (%2 bytes)")
+    QString text = QStringLiteral("%1 (%2 bytes)")
                        .arg(ToQString(ConvertBytesToCorrectByteTypeString(size.bytes)),
                             ToQString(tools_.locale.Number(size.bytes)));
     if (properties_.kind == EntryKind::Folder && !properties_.isLink)
-        text += tr("\n%1 file(s), %2 folder(s)").arg(size.files).arg(size.folders);
-    if (!error.IsOk()) text = tr("At least %1\n%2").arg(text, MessageQString(error.Description()));
+        text += QStringLiteral("\n%1 file(s), %2 folder(s)").arg(size.files).arg(size.folders);
+    if (!error.IsOk())
+        text = QStringLiteral("At least %1\n%2").arg(text, MessageQString(error.Description()));
     lblSize->setText(text);
 }
 

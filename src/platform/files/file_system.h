@@ -21,7 +21,7 @@ enum class EntryKind : std::uint8_t {
     Other,  // FIFO, socket, device, or a link that leads nowhere: never opened, passed over by scans
 };
 
-// Attribute bits, with the values of the texts.
+// Attribute bits, with the values of DOS.
 enum Attribute : std::uint8_t {
     kReadOnly = 1,  // no write permission for the owner
     kHidden = 2,    // a leading dot, or the DOS attribute where the file system carries one

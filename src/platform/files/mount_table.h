@@ -28,7 +28,8 @@ DriveKind KindOfFileSystemType(std::string_view type);
 // The value of a property in the text of a udev record, as "ID_FS_TYPE"; empty where it has none.
 std::string_view UdevProperty(std::string_view record, std::string_view key);
 
-// The name that the texts use for a file system. `version` is udev's, as in "FAT16", and may be empty.
+// The name that the user reads for a file system, as in "FAT32". `version` is udev's, as in "FAT16", and may
+// be empty.
 std::string FileSystemNameOf(std::string_view type, std::string_view version);
 
 }  // namespace vantrel

@@ -66,7 +66,7 @@ frmShellProgress::frmShellProgress(QWidget* parent)
       lblTarget(new QLabel),
       lblCount(new QLabel),
       prgProgress(new QProgressBar),
-      cmdCancel(new QPushButton(tr("Cancel"))) {
+      cmdCancel(new QPushButton(QStringLiteral("Cancel"))) {
     setObjectName(QStringLiteral("frmShellProgress"));
     lblFileName->setObjectName(QStringLiteral("lblFileName"));
     prgProgress->setObjectName(QStringLiteral("prgProgress"));
@@ -77,7 +77,7 @@ frmShellProgress::frmShellProgress(QWidget* parent)
         label->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
     }
     prgProgress->setTextVisible(false);
-    prgProgress->setAccessibleName(tr("Progress"));
+    prgProgress->setAccessibleName(QStringLiteral("Progress"));
 
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(2 * style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
@@ -103,16 +103,16 @@ void frmShellProgress::Show(ShellOperation operation) {
 void frmShellProgress::Paint(const std::string& path, const std::string& target, ShellProgress::Totals done,
                              ShellProgress::Totals totals) {
     lblFileName->setText(Elided(lblFileName, path));
-    lblTarget->setText(target.empty() ? QString() : tr("to %1").arg(Elided(lblTarget, target)));
+    lblTarget->setText(target.empty() ? QString() : QStringLiteral("to %1").arg(Elided(lblTarget, target)));
     if (cancelled_) {
-        lblCount->setText(tr("Cancelling..."));
+        lblCount->setText(QStringLiteral("Cancelling..."));
     } else if (totals.objects > 0) {
         const auto size = [](std::uint64_t bytes) {
             return ToQString(
                 ConvertBytesToCorrectByteTypeString(Currency::FromWhole(static_cast<std::int64_t>(bytes))));
         };
-        QString text = tr("%1 of %2 object(s)").arg(done.objects).arg(totals.objects);
-        if (totals.bytes > 0) text += tr(", %1 of %2").arg(size(done.bytes), size(totals.bytes));
+        QString text = QStringLiteral("%1 of %2 object(s)").arg(done.objects).arg(totals.objects);
+        if (totals.bytes > 0) text += QStringLiteral(", %1 of %2").arg(size(done.bytes), size(totals.bytes));
         lblCount->setText(text);
     }
     // A range of nothing shows that something goes on.
@@ -123,7 +123,7 @@ void frmShellProgress::Paint(const std::string& path, const std::string& target,
 void frmShellProgress::reject() {
     cancelled_ = true;
     cmdCancel->setEnabled(false);
-    lblCount->setText(tr("Cancelling..."));
+    lblCount->setText(QStringLiteral("Cancelling..."));
 }
 
 void frmShellProgress::closeEvent(QCloseEvent* event) {

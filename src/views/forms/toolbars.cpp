@@ -43,7 +43,7 @@ CommandStrip::CommandStrip(ToolbarStyle style, std::span<const ToolbarEntry> ent
     const bool large = style == ToolbarStyle::Coolbar;
     const int size = large ? 32 : 16;
     setObjectName(large ? QStringLiteral("CoolBar") : QStringLiteral("VTToolbar"));
-    setWindowTitle(tr("Toolbar"));
+    setWindowTitle(QStringLiteral("Toolbar"));
     setMovable(false);
     setFloatable(false);
     setIconSize(QSize(size, size));
