@@ -7,7 +7,7 @@
 namespace vantrel {
 
 // Thrown inside a comparison when the user cancelled it; caught by FolderComparison and by nothing else.
-struct ComparisonCancelled {};
+struct ComparisonCancelled : Cancelled {};
 
 // What every step of a running comparison works with. Nothing in it is owned.
 struct ComparisonContext {

@@ -156,20 +156,6 @@ bool FolderComparison::OfferSmallerChunks() {
     return answer != MessageAnswer::Cancel;
 }
 
-// Runs a part that reports under its own name. False where the user cancelled or an error came out: what the
-// part has made until then is not whole.
-bool FolderComparison::RunStep(std::string_view routineName, const std::function<void()>& work) {
-    bool cancelled = false;
-    const bool fine = tools_.reporter.Guard(routineName, [&] {
-        try {
-            work();
-        } catch (const ComparisonCancelled&) {
-            cancelled = true;
-        }
-    });
-    return fine && !cancelled;
-}
-
 bool FolderComparison::CompareContent(ComparisonResults& found) {
     const PerSide<const CDir*> dirs{{&dirs_[0], &dirs_[1]}};
     PairComparison pairs(context_);
@@ -181,8 +167,9 @@ bool FolderComparison::CompareContent(ComparisonResults& found) {
         progress_.SetAnimation("scanfiles.avi");
         progress_.SetFileName({});
         context_.ThrowIfCancelled();
-        if (!RunStep("frmMain.ShowAllFilesInBothDirs",
-                     [&] { ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context_, found.hold); }))
+        if (!tools_.reporter.Guard("frmMain.ShowAllFilesInBothDirs", [&] {
+                ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context_, found.hold);
+            }))
             return false;
     }
     context_.ThrowIfCancelled();
@@ -191,8 +178,8 @@ bool FolderComparison::CompareContent(ComparisonResults& found) {
         progress_.SetMessage(kComparingSubFolders);
         progress_.SetFileName({});
         SubFolderAnalysis analysis(context_, pairs, dirs);
-        if (!RunStep("frmMain.ShowAllSubFoldersInBothDirs",
-                     [&] { analysis.ShowAllSubFoldersInBothDirs(found); }))
+        if (!tools_.reporter.Guard("frmMain.ShowAllSubFoldersInBothDirs",
+                                   [&] { analysis.ShowAllSubFoldersInBothDirs(found); }))
             return false;
     }
     for (const Side side : kBothSides) found.folders[side] = dirs[side]->Path();

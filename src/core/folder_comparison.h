@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -49,7 +48,6 @@ class FolderComparison {
     bool Scan(Side side);
     bool OfferSmallerChunks();
     bool CompareContent(ComparisonResults& found);
-    bool RunStep(std::string_view routineName, const std::function<void()>& work);
     void ShowNoResult();
     void Finish(CompareOutcome outcome, bool announce);
     void AskToViewErrors();

@@ -70,16 +70,11 @@ SubFolderAnalysis::Answer SubFolderAnalysis::AreFoldersIdentical(TreeWalk& walk,
                                                                  const PerSide<std::string_view>& names,
                                                                  CSubFolderDiffs& diffs) {
     Answer answer;
-    bool cancelled = false;
     const bool fine = context_.tools.reporter.Guard("modVantrel.AreFoldersIdentical", [&] {
-        try {
-            answer.walk = walk.Walk(names, diffs);
-            answer.identical = answer.walk.complete && diffs.GetArrayDiffOneDimensions() == 0;
-        } catch (const ComparisonCancelled&) {
-            cancelled = true;
-        }
+        answer.walk = walk.Walk(names, diffs);
+        answer.identical = answer.walk.complete && diffs.GetArrayDiffOneDimensions() == 0;
     });
-    if (cancelled || !fine) throw ComparisonCancelled();
+    if (!fine) throw ComparisonCancelled();
     return answer;
 }
 

@@ -4,6 +4,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/clock.h"
 #include "platform/error.h"
@@ -43,9 +44,9 @@ class ErrorReporter {
                      std::string_view detailText = {}) noexcept;
 
     // The border of a routine that can fail: runs `work`, and reports what comes out of it under
-    // `routineName`. False when an error came out.
+    // `routineName`. False when an error came out. A cancel (Cancelled) passes through.
     template <typename Work>
-    bool Guard(std::string_view routineName, Work&& work) noexcept {
+    bool Guard(std::string_view routineName, Work&& work) {
         try {
             work();
             return true;
@@ -57,6 +58,18 @@ class ErrorReporter {
             ReportError(routineName, Error(ErrorNumber::Raised, error.what()));
         }
         return false;
+    }
+
+    // The border of a whole run, such as what follows a command of the user: the same, and a cancel ends
+    // here. False when the work did not come to its own end. Nothing is thrown, so that this may stand where
+    // Qt calls.
+    template <typename Work>
+    bool GuardRun(std::string_view routineName, Work&& work) noexcept {
+        try {
+            return Guard(routineName, std::forward<Work>(work));
+        } catch (const Cancelled&) {
+            return false;
+        }
     }
 
   private:

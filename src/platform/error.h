@@ -6,7 +6,7 @@
 
 namespace vantrel {
 
-// The error numbers that the texts of the system speak of. The operating system's own errors are translated
+// The program's own error numbers, which reports and logs show. The operating system's errors are translated
 // to them once, in FromErrno; all else tests these.
 enum class ErrorNumber : unsigned {
     None = 0,
@@ -74,6 +74,10 @@ class ErrorException : public std::runtime_error {
   private:
     Error error_;
 };
+
+// Thrown to end a run that the user cancelled. It is no error: it passes through every guard on its way,
+// unreported, to the run that it ends. What is cancelled may derive from it, to say what it was.
+struct Cancelled {};
 
 inline void ThrowIfFailed(Error error) {
     if (!error.IsOk()) throw ErrorException(std::move(error));

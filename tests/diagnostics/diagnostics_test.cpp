@@ -99,6 +99,23 @@ TEST_F(DiagnosticsTest, GuardReportsWhateverComesOut) {
     EXPECT_FALSE(reporter.Guard("A.b", [] { throw std::runtime_error("odd"); }));
 }
 
+// A cancel is no error: it passes through the guards of routines, unreported, to the run that it ends.
+TEST_F(DiagnosticsTest, ACancelEndsTheRunAndNothingElse) {
+    struct SomethingCancelled : Cancelled {};
+    bool wentOn = false;
+    const auto routine = [&] {
+        reporter.Guard("A.inner", [] { throw SomethingCancelled(); });
+        wentOn = true;
+    };
+    EXPECT_THROW(reporter.Guard("A.outer", routine), SomethingCancelled);
+    EXPECT_FALSE(reporter.GuardRun("A.run", routine));
+    EXPECT_FALSE(wentOn);
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_TRUE(reporter.GuardRun("A.run", [] {}));
+    EXPECT_FALSE(reporter.GuardRun("A.run", [] { throw std::bad_alloc(); }));
+    EXPECT_THAT(messages.shown.at(0).text, ::testing::StartsWith("Error: Out of memory\r\n"));
+}
+
 TEST_F(DiagnosticsTest, TheLogOfAComparisonBeginsEmpty) {
     ComparisonLog log(files, folders, clock, locale);
     folder.Write("ERRORLOG.TXT", "old");
