@@ -11,9 +11,8 @@
 
 namespace vantrel {
 
-// The services that nearly every operation of the engine needs, made once at start and handed down. Nothing
-// in it is owned.
-struct Toolbox {
+// What the engine stands on: the system below it, and the ports to the user. Nothing in it is owned.
+struct EngineSurroundings {
     const FileSystem& files;
     Volumes& volumes;
     Clock& clock;
@@ -21,8 +20,36 @@ struct Toolbox {
     const ProgramFolders& folders;
     MessagePort& messages;
     EventLoopPort& loop;
+
+    // The same with other messages.
+    EngineSurroundings With(MessagePort& others) const {
+        return {files, volumes, clock, locale, folders, others, loop};
+    }
+};
+
+// The services that nearly every operation of the engine needs, handed down from whoever owns them.
+struct Toolbox : EngineSurroundings {
     ErrorReporter& reporter;
     ComparisonLog& log;
+};
+
+// A Toolbox with the reporter and the log that belong to its surroundings; these must outlive it. Each
+// program makes one at its start.
+class OwnedToolbox {
+  public:
+    explicit OwnedToolbox(const EngineSurroundings& around)
+        : reporter_(around.files, around.folders, around.clock, around.locale, around.messages, around.loop),
+          log_(around.files, around.folders, around.clock, around.locale),
+          tools_{around, reporter_, log_} {}
+    OwnedToolbox(const OwnedToolbox&) = delete;
+    OwnedToolbox& operator=(const OwnedToolbox&) = delete;
+
+    const Toolbox& Get() const { return tools_; }
+
+  private:
+    ErrorReporter reporter_;
+    ComparisonLog log_;
+    Toolbox tools_;
 };
 
 }  // namespace vantrel

@@ -16,11 +16,9 @@ class TestToolbox {
           volumes(files),
           locale("C"),
           folders{folder.Path(), folder.Path(), folder.Path(), "vantrel"},
-          reporter(files, folders, clock, locale, messages, loop),
-          log(files, folders, clock, locale),
-          toolbox_{files, volumes, clock, locale, folders, messages, loop, reporter, log} {}
+          toolbox_({files, volumes, clock, locale, folders, messages, loop}) {}
 
-    const Toolbox& Get() const { return toolbox_; }
+    const Toolbox& Get() const { return toolbox_.Get(); }
 
     TempFolder folder;
     FileSystem files;
@@ -30,15 +28,17 @@ class TestToolbox {
     ProgramFolders folders;
     ScriptedMessages messages;
     ScriptedLoop loop;
-    ErrorReporter reporter;
-    ComparisonLog log;
 
   private:
     static SystemCalls& OwnCalls() {
         static SystemCalls calls;
         return calls;
     }
-    Toolbox toolbox_;
+    OwnedToolbox toolbox_;
+
+  public:
+    ErrorReporter& reporter = Get().reporter;
+    ComparisonLog& log = Get().log;
 };
 
 }  // namespace vantrel::testing

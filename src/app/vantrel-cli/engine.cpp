@@ -24,9 +24,7 @@ Engine::Engine(const std::string& programFolder)
       folders_(FindProgramFolders(files_, programFolder)),
       messages_(progress_),
       loop_(progress_),
-      reporter_(files_, folders_, clock_, locale_, messages_, loop_),
-      log_(files_, folders_, clock_, locale_),
-      tools_{files_, volumes_, clock_, locale_, folders_, messages_, loop_, reporter_, log_} {
+      tools_({files_, volumes_, clock_, locale_, folders_, messages_, loop_}) {
 }
 
 std::string Engine::FullPath(std::string_view operand) const {

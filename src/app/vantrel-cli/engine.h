@@ -29,7 +29,7 @@ class Engine {
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
-    const Toolbox& Tools() const { return tools_; }
+    const Toolbox& Tools() const { return tools_.Get(); }
     ConsoleMessages& Messages() { return messages_; }
     ConsoleProgress& Progress() { return progress_; }
 
@@ -46,9 +46,7 @@ class Engine {
     ConsoleProgress progress_;
     ConsoleMessages messages_;
     ConsoleLoop loop_;
-    ErrorReporter reporter_;
-    ComparisonLog log_;
-    Toolbox tools_;
+    OwnedToolbox tools_;
 };
 
 }  // namespace vantrel::cli

@@ -137,13 +137,8 @@ class SyncRun {
           console_(engine.Messages()),
           engine_(engine),
           messages_(console_, request.agreed),
-          reporter_(engine.Tools().files, engine.Tools().folders, engine.Tools().clock, engine.Tools().locale,
-                    messages_, engine.Tools().loop),
-          tools_{engine.Tools().files,   engine.Tools().volumes,
-                 engine.Tools().clock,   engine.Tools().locale,
-                 engine.Tools().folders, messages_,
-                 engine.Tools().loop,    reporter_,
-                 engine.Tools().log} {}
+          ownTools_(engine.Tools().With(messages_)),
+          tools_(ownTools_.Get()) {}
 
     int Run(const PerSide<std::string_view>& operands) {
         if (const Error error = ReadSettings(engine_, request_.compare, options_); !error.IsOk())
@@ -226,8 +221,8 @@ class SyncRun {
     ConsoleMessages& console_;
     Engine& engine_;
     AskingMessages messages_;
-    ErrorReporter reporter_;
-    Toolbox tools_;
+    OwnedToolbox ownTools_;
+    const Toolbox& tools_;
     Options options_;
     CSyncSettings settings_;
     CCompare compare_;
