@@ -183,21 +183,6 @@ TEST_F(CompareCommandTest, TroubleIsSaidOnStandardErrorAndNothingIsPrinted) {
         EXPECT_THAT(run.err, HasSubstr(each.message));
         EXPECT_EQ(std::string::npos, run.err.find('\r'));
     }
-    const std::vector<std::vector<std::string>> wrong = {{},
-                                                         {"comp"},
-                                                         {"compare"},
-                                                         {"compare", "a", "b", "c"},
-                                                         {"compare", "--methud=crc", "a", "b"},
-                                                         {"compare", "--method", "md5", "a", "b"},
-                                                         {"compare", "a", "b", "--view"},
-                                                         {"compare", "--chunk-size=0", "a", "b"},
-                                                         {"compare", "--exclude-hidden-files=yes", "a", "b"}};
-    for (const auto& arguments : wrong) {
-        const ProgramRun run = RunProgram(arguments);
-        EXPECT_EQ(2, run.status);
-        EXPECT_EQ("", run.out);
-        EXPECT_NE("", run.err);
-    }
     EXPECT_EQ(0, RunProgram({"--version"}).status);
     EXPECT_THAT(RunProgram({"compare", "--help"}).out, HasSubstr("--ignore-two-seconds yes|no"));
 }

@@ -23,38 +23,53 @@ constexpr std::string_view kNotes =
     "of a name on disk stand as the character U+10F800 plus the byte, so that every name is\n"
     "told from every other; a path printed so is understood as LEFT or RIGHT.\n";
 
+// A comparison, and which of its pairs are printed.
+struct PrintedComparison {
+    CompareRequest compare;
+    std::optional<std::int32_t> view;
+};
+
+std::vector<OptionSpec> OptionsOf(PrintedComparison& request) {
+    std::vector<OptionSpec> options = ComparisonOptions(request.compare);
+    options.push_back(ViewOption(request.view));
+    for (OptionSpec& option : SourceAndFormatOptions(request.compare)) options.push_back(std::move(option));
+    return options;
+}
+
 bool HasDifferences(const ComparisonResults& results) {
     for (const ResultRow& row : results.hold[Side::Left])
         if (row.type != ResultType::Same && row.type != ResultType::IdenticalFolder) return true;
     return false;
 }
 
-int Print(const CompareRequest& request, const CompareReport& report, ConsoleMessages& messages) {
+int Print(const PrintedComparison& request, const ComparisonResults& results, const CViewSelections& view,
+          Engine& engine) {
+    ConsoleMessages& messages = engine.Messages();
+    const CompareReport report{results.folders, PartsOf(results, view)};
     Output out;
-    if (request.format == OutputFormat::Json)
+    if (request.compare.format == OutputFormat::Json)
         WriteJsonLines(report, out);
     else
-        WriteTextColumns(report, out);
+        WriteTextColumns(report, engine.Tools().locale, out);
     if (const int failure = out.Finish(); failure != 0) {
         messages.Say("cannot write the result: " + GetErrorText(failure));
         return kTrouble;
     }
-    return HasDifferences(report.results) ? kDifferences : kNoDifferences;
+    return HasDifferences(results) ? kDifferences : kNoDifferences;
 }
 
-int Compare(const CompareRequest& request, const PerSide<std::string_view>& operands) {
+int Compare(const PrintedComparison& request, const PerSide<std::string_view>& operands) {
     ConsoleLoop::CatchSignals();
     std::optional<PrivateFolder> logs(std::in_place);
     Engine engine(logs->Path());
     ConsoleMessages& messages = engine.Messages();
     Options options;
-    if (const Error error = ReadSettings(engine, request, options); !error.IsOk()) {
+    if (const Error error = ReadSettings(engine, request.compare, options); !error.IsOk()) {
         messages.Say(error.Description());
         return kTrouble;
     }
     CCompare compare;
-    CViewSelections view;
-    ApplyRequest(request, options, compare, view);
+    ApplyRequest(request.compare, options, compare);
 
     ComparisonResults results;
     PerSide<std::string> paths;
@@ -70,17 +85,17 @@ int Compare(const CompareRequest& request, const PerSide<std::string_view>& oper
 
     if (cancelled) messages.Say("cancelled");
     if (cancelled || outcome != CompareOutcome::Completed) return kTrouble;
-    const int status = Print(request, {results, view, engine.Tools().locale}, messages);
+    const int status = Print(request, results, ViewOf(request.view, options), engine);
     return compare.ErrorsDuringCompare ? kTrouble : status;
 }
 
 }  // namespace
 
 int RunCompare(const std::vector<std::string_view>& arguments) {
-    CompareRequest request;
+    PrintedComparison request;
     CommandSpec command{"compare", "LEFT RIGHT",
                         "Compares two folders and prints what is alike and what differs.", kNotes,
-                        CompareOptions(request)};
+                        OptionsOf(request)};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
     if (parsed.helpWanted) {
         std::fputs(HelpText(command).c_str(), stdout);

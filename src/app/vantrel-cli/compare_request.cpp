@@ -82,7 +82,7 @@ std::function<bool(std::string_view)> Patterns(std::optional<std::string>& to) {
 
 }  // namespace
 
-std::vector<OptionSpec> CompareOptions(CompareRequest& request) {
+std::vector<OptionSpec> ComparisonOptions(CompareRequest& request) {
     return {
         {"--method", "quick|contents|crc|sha",
          "how files are compared: by size and date (default),\nby contents, by CRC-32, by SHA-1",
@@ -103,16 +103,28 @@ std::vector<OptionSpec> CompareOptions(CompareRequest& request) {
          YesNo(request.ignoreDaylight)},
         {"--chunk-size", "N", "bytes compared at a time (default 500000)",
          [&](std::string_view text) { return TakeChunkSize(text, request.chunkSize); }},
-        {"--view", "all|different|similar", "which pairs are printed (default all)",
-         [&](std::string_view text) { return TakeWord(text, kViews, request.view); }},
+    };
+}
+
+std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request) {
+    return {
         {"--settings", "FILE", "an INI file whose options hold where none is given",
          [&](std::string_view text) {
              request.settingsFile = text;
              return !text.empty();
          }},
-        {"--format", "text|json", "aligned columns (default), or one JSON object a line",
-         [&](std::string_view text) { return TakeWord(text, kFormats, request.format); }},
+        FormatOption(request.format),
     };
+}
+
+OptionSpec FormatOption(OutputFormat& format) {
+    return {"--format", "text|json", "aligned columns (default), or one JSON object a line",
+            [&format](std::string_view text) { return TakeWord(text, kFormats, format); }};
+}
+
+OptionSpec ViewOption(std::optional<std::int32_t>& view) {
+    return {"--view", "all|different|similar", "which pairs are printed (default all)",
+            [&view](std::string_view text) { return TakeWord(text, kViews, view); }};
 }
 
 Error ReadSettings(const Engine& engine, const CompareRequest& request, Options& options) {
@@ -132,8 +144,7 @@ Error ReadSettings(const Engine& engine, const CompareRequest& request, Options&
     return {};
 }
 
-void ApplyRequest(const CompareRequest& request, const Options& options, CCompare& compare,
-                  CViewSelections& view) {
+void ApplyRequest(const CompareRequest& request, const Options& options, CCompare& compare) {
     ApplyOptions(options, compare);
     compare.CompareMethod = request.method.value_or(compare.CompareMethod);
     compare.SetCompareSubFolders(request.subFolders.value_or(compare.CompareSubFolders()));
@@ -147,11 +158,16 @@ void ApplyRequest(const CompareRequest& request, const Options& options, CCompar
     compare.IgnoreFAT_NTFS_DaylightSavings =
         request.ignoreDaylight.value_or(compare.IgnoreFAT_NTFS_DaylightSavings);
     compare.ChunkSize = request.chunkSize.value_or(compare.ChunkSize);
-    view.Flags = {options.viewNewerFiles,          options.viewOlderFiles,
-                  options.viewIdenticalFiles,      options.viewOrphanFiles,
-                  options.viewBinaryFiles,         options.viewIdenticalSubFolders,
-                  options.viewDifferentSubFolders, options.viewOrphanSubFolders};
-    view.SetViewType(request.view.value_or(static_cast<std::int32_t>(options.viewType)));
+}
+
+CViewSelections ViewOf(std::optional<std::int32_t> view, const Options& options) {
+    CViewSelections selections;
+    selections.Flags = {options.viewNewerFiles,          options.viewOlderFiles,
+                        options.viewIdenticalFiles,      options.viewOrphanFiles,
+                        options.viewBinaryFiles,         options.viewIdenticalSubFolders,
+                        options.viewDifferentSubFolders, options.viewOrphanSubFolders};
+    selections.SetViewType(view.value_or(static_cast<std::int32_t>(options.viewType)));
+    return selections;
 }
 
 }  // namespace vantrel::cli

@@ -27,17 +27,23 @@ struct CompareRequest {
     bool excludeHiddenFolders = false, excludeSystemFolders = false;
     std::optional<bool> ignoreTwoSeconds, ignoreDaylight;
     std::optional<std::int32_t> chunkSize;
-    std::optional<std::int32_t> view;
 };
 
-// The options that every command has that compares. They write to `request`, which must outlive them.
-std::vector<OptionSpec> CompareOptions(CompareRequest& request);
+// The options of what every command has that compares: how it compares, then settings file and format. They
+// write to `request`, which must outlive them.
+std::vector<OptionSpec> ComparisonOptions(CompareRequest& request);
+std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request);
+// "--format", which other commands have as well.
+OptionSpec FormatOption(OutputFormat& format);
+// "--view", of which pairs are printed.
+OptionSpec ViewOption(std::optional<std::int32_t>& view);
 
 // Defaults, with what the settings file of the request has.
 Error ReadSettings(const Engine& engine, const CompareRequest& request, Options& options);
 
 // The request over the options.
-void ApplyRequest(const CompareRequest& request, const Options& options, CCompare& compare,
-                  CViewSelections& view);
+void ApplyRequest(const CompareRequest& request, const Options& options, CCompare& compare);
+// The view that was asked for, otherwise that of the options.
+CViewSelections ViewOf(std::optional<std::int32_t> view, const Options& options);
 
 }  // namespace vantrel::cli

@@ -102,12 +102,7 @@ int RunHistory(const std::vector<std::string_view>& arguments) {
                         "",
                         "Prints the history of synchronizations.",
                         kNotes,
-                        {ProgramFolderOption(programFolder),
-                         {"--format", "text|json", "aligned columns (default), or one JSON object a line",
-                          [&](std::string_view text) {
-                              format = text == "json" ? OutputFormat::Json : OutputFormat::Text;
-                              return text == "json" || text == "text";
-                          }}}};
+                        {ProgramFolderOption(programFolder), FormatOption(format)}};
     const ParsedArguments parsed = ParseArguments(command, arguments, 0);
     if (parsed.helpWanted) {
         std::fputs(HelpText(command).c_str(), stdout);

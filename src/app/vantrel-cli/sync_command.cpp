@@ -24,8 +24,7 @@ constexpr std::string_view kNotes =
     "JSON a line is {\"side\":\"left\",\"action\":\"Copy\",\"name\":\"a.txt\",\"size\":12}, with\n"
     "\"folder\" added below a sub-folder; the side is that of the object that is copied to the\n"
     "other side or deleted. After a run the lines are those of the actions that were done; the\n"
-    "others are told on standard error with the reason. Hidden by --view or not, every pair\n"
-    "takes part.\n"
+    "others are told on standard error with the reason.\n"
     "\n"
     "Objects of the two folders are deleted to the trash, files below a sub-folder that differs\n"
     "for good. Without --yes the plan is shown and a terminal asked before anything is done.\n"
@@ -160,8 +159,7 @@ class SyncRun {
     }
 
     bool Compare(const PerSide<std::string_view>& operands) {
-        CViewSelections view;
-        ApplyRequest(request_.compare, options_, compare_, view);
+        ApplyRequest(request_.compare, options_, compare_);
         PerSide<std::string> paths;
         for (const Side side : kBothSides) paths[side] = engine_.FullPath(operands[side]);
         ConsoleHost host(tools_, results_, paths);

@@ -80,7 +80,8 @@ std::vector<OptionSpec> SyncOptions(SyncRequest& request) {
              return !text.empty();
          }},
         ProgramFolderOption(request.programFolder)};
-    for (OptionSpec& option : CompareOptions(request.compare)) options.push_back(std::move(option));
+    for (const auto& list : {ComparisonOptions(request.compare), SourceAndFormatOptions(request.compare)})
+        options.insert(options.end(), list.begin(), list.end());
     return options;
 }
 

@@ -29,9 +29,9 @@ struct Widths {
     }
 };
 
-// What stands between the halves.
-std::string_view Marker(ResultType left, ResultType right) {
-    switch (left) {
+// What stands between the halves: what the pair is, also where the view hides one of them.
+std::string_view Marker(const ShownPair& pair) {
+    switch (pair[Side::Left].type) {
         case ResultType::Newer:
             return "newer >";
         case ResultType::Older:
@@ -48,40 +48,17 @@ std::string_view Marker(ResultType left, ResultType right) {
         case ResultType::None:
             break;
     }
-    return right == ResultType::None ? "" : "right only";
+    return pair[Side::Right].type == ResultType::None ? "" : "right only";
 }
 constexpr std::size_t kMarkerWidth = 10;
 
-// Of a pair as it is, also where the view hides one half; empty where the view hides both.
-std::string_view MarkerOfRow(const CompareReport& report, std::size_t row) {
-    const HoldLists& hold = report.results.hold;
-    return report.Shows(row) ? Marker(hold[Side::Left][row].type, hold[Side::Right][row].type) : "";
+void MakeTexts(const ShownHalf& half, const LocaleFormats& locale, Half& texts) {
+    texts = {};
+    if (!half.shown) return;
+    texts.name = DisplayName(half.name);
+    locale.AppendNumber(half.size, texts.size);
+    if (half.modified) locale.AppendDateTime(FileTimeToLocalFileTime(*half.modified), texts.date);
 }
-
-// The same for rows and for records of a sub-folder.
-class HalfMaker {
-  public:
-    explicit HalfMaker(const LocaleFormats& locale) : locale_(locale) {}
-
-    void Make(const ResultRow& row, Half& half) const {
-        half = {};
-        if (!row.IsReal()) return;
-        half.name = DisplayName(row.text);
-        locale_.AppendNumber(row.size, half.size);
-        if (row.kind == RowKind::File)
-            locale_.AppendDateTime(FileTimeToLocalFileTime(row.lastWrite), half.date);
-    }
-    void Make(const SubFolderRecord& record, Half& half) const {
-        half = {};
-        if (record.IsBlank()) return;
-        half.name = DisplayName(record.name);
-        locale_.AppendNumber(std::max(record.size, Currency()), half.size);
-        locale_.AppendDateTime(FileTimeToLocalFileTime(record.lastWrite), half.date);
-    }
-
-  private:
-    const LocaleFormats& locale_;
-};
 
 void WriteColumn(std::string_view text, std::size_t width, bool right, Output& out) {
     const std::size_t used = DisplayWidth(text);
@@ -109,57 +86,50 @@ void WriteLine(const Half& left, std::string_view marker, const Half& right, con
     out.EndLine();
 }
 
-// Two passes over `count` lines: the widths of the columns, then the lines. `row(side, line)` gives what
-// HalfMaker makes a half of, `marker(line)` what stands between them; a line without a marker is left out.
-template <typename Row, typename MarkerOf>
-void WriteTable(std::size_t count, const Row& row, const MarkerOf& marker, const HalfMaker& maker,
-                Output& out) {
-    const PerSide<Half> header{{Half{"Name", "Size", "Modified"}, Half{"Name", "Size", "Modified"}}};
+// Two passes over the pairs: the widths of the columns, then the lines.
+void WriteTable(const ReportPart& part, const LocaleFormats& locale, Output& out) {
+    const Half header{"Name", "Size", "Modified"};
     PerSide<Widths> widths;
-    Half half;
-    for (const Side side : kBothSides) {
-        widths[side].Cover(header[side]);
-        for (std::size_t line = 0; line < count; ++line) {
-            if (marker(line).empty()) continue;
-            maker.Make(row(side, line), half);
-            widths[side].Cover(half);
+    PerSide<Half> texts;
+    for (const Side side : kBothSides) widths[side].Cover(header);
+    part.ForEach([&](const ShownPair& pair) {
+        for (const Side side : kBothSides) {
+            MakeTexts(pair[side], locale, texts[side]);
+            widths[side].Cover(texts[side]);
         }
-    }
-    WriteLine(header[Side::Left], "", header[Side::Right], widths, out);
-    Half other;
-    for (std::size_t line = 0; line < count; ++line) {
-        if (marker(line).empty()) continue;
-        maker.Make(row(Side::Left, line), half);
-        maker.Make(row(Side::Right, line), other);
-        WriteLine(half, marker(line), other, widths, out);
-    }
+    });
+    WriteLine(header, "", header, widths, out);
+    part.ForEach([&](const ShownPair& pair) {
+        for (const Side side : kBothSides) MakeTexts(pair[side], locale, texts[side]);
+        WriteLine(texts[Side::Left], Marker(pair), texts[Side::Right], widths, out);
+    });
 }
 
-void WriteTotals(const CompareReport& report, Output& out) {
-    constexpr std::array<std::string_view, 2> kNames = {"Left:  ", "Right: "};
-    for (const Side side : kBothSides) {
-        std::int64_t objects = 0;
-        Currency bytes;
-        for (std::size_t row = 0; row < report.results.hold[side].Count(); ++row) {
-            const ResultRow& object = report.Row(side, row);
-            if (!object.IsReal()) continue;
-            ++objects;
-            bytes += object.size;
+void WriteTotals(const ReportPart& part, Output& out) {
+    constexpr PerSide<std::string_view> kNames{{"Left:  ", "Right: "}};
+    PerSide<std::int64_t> objects{};
+    PerSide<Currency> bytes;
+    part.ForEach([&](const ShownPair& pair) {
+        for (const Side side : kBothSides) {
+            if (!pair[side].shown) continue;
+            ++objects[side];
+            bytes[side] += pair[side].size;
         }
-        out << kNames[Index(side)] << "Total " << objects << " object(s)  ("
-            << ConvertBytesToCorrectByteTypeString(bytes) << ")\n";
-    }
+    });
+    for (const Side side : kBothSides)
+        out << kNames[side] << "Total " << objects[side] << " object(s)  ("
+            << ConvertBytesToCorrectByteTypeString(bytes[side]) << ")\n";
 }
 
 // How many pairs of each kind there are, under the words of the lines.
-void WriteCounts(const CompareReport& report, Output& out) {
+void WriteCounts(const ReportPart& part, Output& out) {
     constexpr std::array<std::string_view, 6> kMarkers = {"same",   "newer >",   "< newer",
                                                           "differ", "left only", "right only"};
     std::array<std::int64_t, kMarkers.size()> counts{};
-    for (std::size_t row = 0; row < report.results.hold[Side::Left].Count(); ++row) {
-        const auto* const marker = std::find(kMarkers.begin(), kMarkers.end(), MarkerOfRow(report, row));
+    part.ForEach([&](const ShownPair& pair) {
+        const auto* const marker = std::find(kMarkers.begin(), kMarkers.end(), Marker(pair));
         if (marker != kMarkers.end()) ++counts[static_cast<std::size_t>(marker - kMarkers.begin())];
-    }
+    });
     std::string_view separator = "Pairs: ";
     for (std::size_t index = 0; index < counts.size(); ++index) {
         if (counts[index] == 0) continue;
@@ -172,33 +142,17 @@ void WriteCounts(const CompareReport& report, Output& out) {
 
 }  // namespace
 
-void WriteTextColumns(const CompareReport& report, Output& out) {
-    const ComparisonResults& results = report.results;
-    const HalfMaker maker(report.locale);
-    out << "Left:  " << DisplayName(results.folders[Side::Left])
-        << "\nRight: " << DisplayName(results.folders[Side::Right]) << "\n\n";
-    WriteTable(
-        results.hold[Side::Left].Count(),
-        [&](Side side, std::size_t line) -> const ResultRow& { return report.Row(side, line); },
-        [&](std::size_t line) { return MarkerOfRow(report, line); }, maker, out);
-    if (report.ShowsSubFolderRecords()) {
-        for (const CSubFolderDiffs& diffs : results.SubFolderDiffs) {
-            out << "\nBelow " << DisplayName(diffs.Name()) << ":\n";
-            WriteTable(
-                diffs.Records(Side::Left).size(),
-                [&](Side side, std::size_t line) -> const SubFolderRecord& {
-                    return diffs.Records(side)[line];
-                },
-                [&](std::size_t line) {
-                    return Marker(diffs.Records(Side::Left)[line].type,
-                                  diffs.Records(Side::Right)[line].type);
-                },
-                maker, out);
-        }
+void WriteTextColumns(const CompareReport& report, const LocaleFormats& locale, Output& out) {
+    out << "Left:  " << DisplayName(report.folders[Side::Left])
+        << "\nRight: " << DisplayName(report.folders[Side::Right]) << "\n\n";
+    for (const ReportPart& part : report.parts) {
+        if (!part.SubFolder().empty()) out << "\nBelow " << DisplayName(part.SubFolder()) << ":\n";
+        WriteTable(part, locale, out);
     }
     out << '\n';
-    WriteTotals(report, out);
-    WriteCounts(report, out);
+    // The sums are those of the two folders; their rows hold what is below.
+    WriteTotals(report.parts.front(), out);
+    WriteCounts(report.parts.front(), out);
 }
 
 }  // namespace vantrel::cli
