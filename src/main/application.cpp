@@ -17,10 +17,10 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
     : AppVersion(std::move(appVersion)),
       HelpFile(surroundings.folders.SupportFile(surroundings.files, "help/index.html")),
       around(surroundings),
-      reporter(around.files, around.folders, around.clock, around.locale, around.messages, around.loop),
-      log(around.files, around.folders, around.clock, around.locale),
-      tools{around.files, around.volumes, around.clock, around.locale, around.folders, around.messages,
-            around.loop,  reporter,       log},
+      ownTools_(around),
+      tools(ownTools_.Get()),
+      reporter(tools.reporter),
+      log(tools.log),
       sounds(around.sound),
       store(around.files, around.folders),
       history(around.files, around.folders),
@@ -35,7 +35,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
                                                        .history = history},
                                         AppVersion);
     progress_ =
-        std::make_unique<frmCompareProgress>(around.loop, around.files, around.folders, window_.get());
+        std::make_unique<frmCompareProgress>(around.events, around.files, around.folders, window_.get());
     comparison_ = std::make_unique<FolderComparison>(tools, compare, *window_, *progress_, results);
     operations = std::make_unique<ObjectOperations>(*this, around.trash);
     InstallHandlers(*this);
@@ -43,7 +43,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
     window_->SetHooks({
         .compare = [&commands] { commands.Run("mnuFileCompareDirectories"); },
         .pathIcon = [this](Side side, PathIcon icon) { OnPathIconClicked(*this, side, icon); },
-        .cancelJob = [this] { around.loop.RequestCancel(); },
+        .cancelJob = [this] { around.events.RequestCancel(); },
         .unload = [this] { FormUnload(); },
         .playCompareCompleteSound =
             [this] {
@@ -156,7 +156,7 @@ void Application::RestoreDefaults() {
 }
 
 void Application::FormLoad() {
-    Guard("frmMain.Form_Load", [this] {
+    GuardRun("frmMain.Form_Load", [this] {
         panes.RemoveListItemsAndShowNoCompareMsg();
         const bool firstRun = store.IsFirstRun();
         window_->PopulatingFolderCombos = true;
@@ -164,7 +164,7 @@ void Application::FormLoad() {
         LoadOptions();
         window_->PopulatingFolderCombos = false;
         window_->show();
-        around.loop.YieldNow();
+        around.events.YieldNow();
         for (const Side side : kBothSides) comparison_->Dir(side).SetPath(window_->PathText(side));
         panes.SetCurrentListview(Side::Left);
         if (firstRun) GetCommands().Run(kCommandOpenHelp);

@@ -20,14 +20,8 @@
 namespace vantrel {
 
 // What the program stands on. Tests put their own in its place.
-struct Surroundings {
-    const FileSystem& files;
-    Volumes& volumes;
-    Clock& clock;
-    const LocaleFormats& locale;
-    const ProgramFolders& folders;
-    MessagePort& messages;
-    QtEventLoop& loop;
+struct Surroundings : EngineSurroundings {
+    QtEventLoop& events;  // the loop of the engine, as the windows know it
     Desktop& desktop;
     SoundDevice& sound;
     TrashPlaces trash;
@@ -50,8 +44,8 @@ class Application : private RunningJob {
 
     // Runs `work` as the routine of that text name.
     template <typename Work>
-    bool Guard(std::string_view routineName, Work&& work) {
-        return reporter.Guard(routineName, std::forward<Work>(work));
+    bool GuardRun(std::string_view routineName, Work&& work) {
+        return reporter.GuardRun(routineName, std::forward<Work>(work));
     }
     frmMain& Window() { return *window_; }
     Commands& GetCommands() { return window_->GetCommands(); }
@@ -75,9 +69,14 @@ class Application : private RunningJob {
     const std::string HelpFile;  // the first page of the help
 
     const Surroundings around;
-    ErrorReporter reporter;
-    ComparisonLog log;
-    const Toolbox tools;
+
+  private:
+    OwnedToolbox ownTools_;
+
+  public:
+    const Toolbox& tools;
+    ErrorReporter& reporter;
+    ComparisonLog& log;
 
     CCompare compare;
     CSoundSettings sounds;

@@ -326,7 +326,21 @@ CommandTables MainWindowTables() {
     static constexpr std::string_view kSeparate[]{kCommandOpenOptions, kCommandOpenHelp};
     static constexpr std::string_view kBusyMenus[]{"mnuFile", "mnuOptions", "mnuSelect", "mnuView",
                                                    "mnuHelp"};
-    return {MainMenuEntries(), PopupMenuEntries(), kSeparate, kBusyMenus};
+    static constexpr OddRoutine kOddRoutines[]{
+        {kCommandOpenOptions, "frmMain.VTToolbar_ButtonClick"},
+        {kCommandOpenHelp, "frmMain.VTToolbar_ButtonClick"},
+        {"mnuFileChangeFilename", "frmMain.mnuFileChangeFilename"},
+        {"mnuFileAddToIncludeFilter", "frMain.mnuFileAddToIncludeFilter"},
+        {"mnuFileAddToExcludeFilter", "frMain.mnuFileAddToExcludeFilter"},
+        {"mnuFileAddExtensionToIncludeFilter", "frMain.mnuFileAddExtensionToIncludeFilter"},
+        {"mnuFileAddExtensionToExcludeFilter", "frMain.mnuFileAddExtensionToExcludeFilter"},
+    };
+    return {.menuBar = MainMenuEntries(),
+            .popups = PopupMenuEntries(),
+            .separate = kSeparate,
+            .busyMenus = kBusyMenus,
+            .window = "frmMain",
+            .oddRoutines = kOddRoutines};
 }
 
 }  // namespace vantrel

@@ -33,7 +33,7 @@ bool RunningCommand::eventFilter(QObject* watched, QEvent* event) {
     if (!isInput || !widget) return false;
     frmMain& window = application_.Window();
     if (isKey && widget->window() == &window && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        application_.around.loop.RequestCancel();
+        application_.around.events.RequestCancel();
         return true;
     }
     // A path changed now would make the comparison that follows one of other folders.

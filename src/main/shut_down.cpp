@@ -29,7 +29,7 @@ class ShutDownEffect : public QWidget {
 
 // What the program made is released by its owners when Main ends, behind this routine.
 void Application::FormUnload() {
-    Guard("frmMain.Form_Unload", [this] {
+    GuardRun("frmMain.Form_Unload", [this] {
         frmMain& window = *window_;
         window.SetBusyPointer(true);
         CPerformanceCheck check(around.clock);

@@ -19,16 +19,17 @@ TestProgram::~TestProgram() {
 }
 
 Application& TestProgram::Start() {
-    application = std::make_unique<Application>(Surroundings{.files = files,
-                                                             .volumes = volumes,
-                                                             .clock = clock,
-                                                             .locale = locale,
-                                                             .folders = folders,
-                                                             .messages = messages,
-                                                             .loop = loop,
-                                                             .desktop = desktop,
-                                                             .sound = sound,
-                                                             .trash = {trash / "Trash", geteuid()}},
+    application = std::make_unique<Application>(Surroundings{{.files = files,
+                                                              .volumes = volumes,
+                                                              .clock = clock,
+                                                              .locale = locale,
+                                                              .folders = folders,
+                                                              .messages = messages,
+                                                              .loop = loop},
+                                                             loop,
+                                                             desktop,
+                                                             sound,
+                                                             {trash / "Trash", geteuid()}},
                                                 "1.2.3");
     application->FormLoad();
     return *application;

@@ -10,6 +10,7 @@
 #include "config.h"
 #include "diagnostics/forms/qt_sound_device.h"
 #include "fileops/forms/frm_confirmation.h"
+#include "last_resort.h"
 #include "main/application.h"
 #include "main/forms/frm_splash.h"
 #include "platform/files/system_calls.h"
@@ -74,16 +75,17 @@ class Program {
           volumes_(files_),
           folders_(FindProgramFolders(files_)),
           sound_(files_),
-          application_({.files = files_,
-                        .volumes = volumes_,
-                        .clock = clock_,
-                        .locale = locale_,
-                        .folders = folders_,
-                        .messages = messages_,
-                        .loop = loop_,
-                        .desktop = desktop_,
-                        .sound = sound_,
-                        .trash = TrashPlaces::OfThisUser()},
+          application_({{.files = files_,
+                         .volumes = volumes_,
+                         .clock = clock_,
+                         .locale = locale_,
+                         .folders = folders_,
+                         .messages = messages_,
+                         .loop = loop_},
+                        loop_,
+                        desktop_,
+                        sound_,
+                        TrashPlaces::OfThisUser()},
                        std::move(appVersion)) {
         messages_.SetParentWindow(&application_.Window());
         messages_.showConfirmation = ShowConfirmation;
@@ -105,18 +107,8 @@ class Program {
     Application application_;
 };
 
-}  // namespace
-
-std::string AppVersionText() {
-    return std::to_string(config::kVersionMajor) + "." + std::to_string(config::kVersionMinor) + "." +
-           std::to_string(config::kVersionRevision);
-}
-
-int Main(int argc, char** argv) {
-    qInstallMessageHandler(OnQtMessage);
-    TakeWriteErrorsAsValues();
-    DoWithoutMissingBus();
-    QApplication qt(argc, argv);
+// From the first window to the last. Gives the exit status.
+int RunProgram() {
     const std::string appVersion = AppVersionText();
     QApplication::setApplicationName(QStringLiteral("vantrel"));
     QApplication::setApplicationDisplayName(QString());
@@ -132,8 +124,23 @@ int Main(int argc, char** argv) {
     QObject::connect(&instance, &SingleInstance::RaiseRequested, &application.Window(),
                      [&application] { Raise(application.Window()); });
     frmSplash splash(ForSplash(application));
-    if (!application.Guard("modVantrel.Main", [&splash] { splash.Load(); })) return EXIT_FAILURE;
+    if (!application.GuardRun("modVantrel.Main", [&splash] { splash.Load(); })) return EXIT_FAILURE;
     return QApplication::exec();
+}
+
+}  // namespace
+
+std::string AppVersionText() {
+    return std::to_string(config::kVersionMajor) + "." + std::to_string(config::kVersionMinor) + "." +
+           std::to_string(config::kVersionRevision);
+}
+
+int Main(int argc, char** argv) {
+    qInstallMessageHandler(OnQtMessage);
+    TakeWriteErrorsAsValues();
+    DoWithoutMissingBus();
+    GuardedApplication qt(argc, argv);
+    return RunGuarded(RunProgram);
 }
 
 }  // namespace vantrel

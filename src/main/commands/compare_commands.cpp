@@ -24,9 +24,7 @@ void InstallCompareCommands(Application& application) {
     Commands& commands = application.GetCommands();
     commands.SetHandler("mnuFileCompareDirectories",
                         [&application] { application.CompareDirs(true, false); });
-    commands.SetHandler("mnuFileCompareParents", [&application] {
-        application.Guard("frmMain.mnuFileCompareParents_Click", [&] { CompareParents(application); });
-    });
+    commands.SetHandler("mnuFileCompareParents", [&application] { CompareParents(application); });
     commands.SetHandler("mnuFileExit", [&application] { application.Window().close(); });
 }
 

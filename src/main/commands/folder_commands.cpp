@@ -85,7 +85,9 @@ void CompareSubFolderToOtherFolder(Application& application) {
     application.CompareDirs(false, true);
 }
 
-void OnPathIcon(Application& application, Side side, PathIcon icon) {
+}  // namespace
+
+void OnPathIconClicked(Application& application, Side side, PathIcon icon) {
     switch (icon) {
         case PathIcon::Select:
             return SelectFolder(application, side);
@@ -98,30 +100,19 @@ void OnPathIcon(Application& application, Side side, PathIcon icon) {
     }
 }
 
-}  // namespace
-
 void InstallFolderCommands(Application& application) {
-    const auto handle = [&application](const char* command, const char* routine, void (*work)(Application&)) {
-        application.GetCommands().SetHandler(command, [&application, routine, work] {
-            application.Guard(routine, [&] { work(application); });
-        });
+    const auto handle = [&application](const char* command, void (*work)(Application&)) {
+        application.GetCommands().SetHandler(command, [&application, work] { work(application); });
     };
-    handle("mnuGoToFolderThisSide", "frmMain.mnuGoToFolderThisSide_Click", GoToFolderThisSide);
-    handle("mnuGoToFolderBothSidesRunCompare", "frmMain.mnuGoToFolderBothSidesRunCompare_Click",
-           GoToFolderBothSides);
-    handle("mnuCompareSubFolderToOtherFolder", "frmMain.mnuCompareSubFolderToOtherFolder_Click",
-           CompareSubFolderToOtherFolder);
-    handle("mnuFolderPopupExplore", "frmMain.mnuFolderPopupExplore_Click", [](Application& program) {
+    handle("mnuGoToFolderThisSide", GoToFolderThisSide);
+    handle("mnuGoToFolderBothSidesRunCompare", GoToFolderBothSides);
+    handle("mnuCompareSubFolderToOtherFolder", CompareSubFolderToOtherFolder);
+    handle("mnuFolderPopupExplore", [](Application& program) {
         if (FindSelectedFolder(program)) Explore(program, program.Window().SelectedPath());
     });
     // The window for new sub-folders is not there yet.
     for (const Side side : kBothSides)
         application.Window().Box(side).Icon(PathIcon::CreateSubFolder)->setEnabled(false);
-}
-
-void OnPathIconClicked(Application& application, Side side, PathIcon icon) {
-    application.Guard(side == Side::Left ? "frmMain.imgSelectSource_Click" : "frmMain.imgSelectTarget_Click",
-                      [&] { OnPathIcon(application, side, icon); });
 }
 
 }  // namespace vantrel

@@ -48,15 +48,12 @@ constexpr WebItem kWebItems[] = {
 
 void InstallHelpCommands(Application& application) {
     Commands& commands = application.GetCommands();
-    const auto page = [&application](const char* routine, const char* name) {
-        return [&application, routine, name] {
-            application.Guard(routine, [&] { OpenHelpPage(application, name); });
-        };
+    const auto page = [&application](const char* name) {
+        return [&application, name] { OpenHelpPage(application, name); };
     };
-    commands.SetHandler(kCommandOpenHelp, page("frmMain.VTToolbar_ButtonClick", "index.html"));
-    commands.SetHandler("mnuHelpContents", page("frmMain.mnuHelpContents_Click", "index.html"));
-    commands.SetHandler("mnuHelpTroubleshooting",
-                        page("frmMain.mnuHelpTroubleshooting_Click", "troubleshooting.html"));
+    commands.SetHandler(kCommandOpenHelp, page("index.html"));
+    commands.SetHandler("mnuHelpContents", page("index.html"));
+    commands.SetHandler("mnuHelpTroubleshooting", page("troubleshooting.html"));
     for (const WebItem& web : kWebItems)
         if (std::strlen(web.address) > 0)
             commands.SetHandler(web.item, [&application, &web] { OpenAddress(application, web.address); });

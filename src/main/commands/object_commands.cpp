@@ -32,13 +32,9 @@ void ShowObjectProperties(Application& application) {
 }  // namespace
 
 void InstallObjectCommands(Application& application) {
-    application.GetCommands().SetHandler("mnuFileOpenFile", [&application] {
-        application.Guard("frmMain.mnuFileOpenFile_Click", [&] { OpenObject(application); });
-    });
-    application.GetCommands().SetHandler("mnuFileShowFileProperties", [&application] {
-        application.Guard("frmMain.mnuFileShowFileProperties_Click",
-                          [&] { ShowObjectProperties(application); });
-    });
+    Commands& commands = application.GetCommands();
+    commands.SetHandler("mnuFileOpenFile", [&application] { OpenObject(application); });
+    commands.SetHandler("mnuFileShowFileProperties", [&application] { ShowObjectProperties(application); });
 }
 
 }  // namespace vantrel

@@ -49,10 +49,7 @@ void InstallOperationCommands(Application& application) {
         commands.SetHandler(info.menuItem, [&application, &info] { ChooseSyncMethod(application, info); });
     }
     commands.SetHandler("mnuViewSyncHistory", [&application] {
-        application.Guard("frmMain.mnuViewSyncHistory_Click", [&] {
-            frmSyncLog(application.tools, application.options.numSyncLogEntries, &application.Window())
-                .exec();
-        });
+        frmSyncLog(application.tools, application.options.numSyncLogEntries, &application.Window()).exec();
     });
 }
 

@@ -153,10 +153,7 @@ void InstallOptionCommands(Application& application) {
     commands.SetHandler("mnuOptionsFindDupesRemovalOpt(3)", nullptr);
 
     for (const char* item : {"mnuOptionsRestoreDefaults", "mnuFileRestoreDefaultSessionSettings"})
-        commands.SetHandler(item, [&application] {
-            application.Guard("frmMain.mnuOptionsRestoreDefaults_Click",
-                              [&] { application.RestoreDefaults(); });
-        });
+        commands.SetHandler(item, [&application] { application.RestoreDefaults(); });
 }
 
 }  // namespace vantrel

@@ -11,10 +11,6 @@ void ShowErrorLog(Application& application) {
     viewer.exec();
 }
 
-void ShowOnlySelected(Application& application) {
-    application.panes.ShowOnlySelectedObjects();
-}
-
 }  // namespace
 
 void InstallSelectionAndViewCommands(Application& application) {
@@ -25,15 +21,13 @@ void InstallSelectionAndViewCommands(Application& application) {
     commands.SetHandler("mnuDeSelectAll", [&panes] { panes.DeselectAll(); });
     commands.SetHandler("mnuInvertSelection", [&panes] { panes.InvertSelection(); });
     commands.SetHandler("mnuSelectShowNext", [&panes] { panes.ShowNextSelected(); });
-    commands.SetHandler("mnuSelectShowOnlySelected", [&application] { ShowOnlySelected(application); });
+    commands.SetHandler("mnuSelectShowOnlySelected", [&panes] { panes.ShowOnlySelectedObjects(); });
 
     commands.SetHandler("mnuViewViewAll", [&panes] { panes.ChooseView(kViewAll); });
     commands.SetHandler("mnuViewDifferences", [&panes] { panes.ChooseView(kViewDifferent); });
     commands.SetHandler("mnuViewSimilarities", [&panes] { panes.ChooseView(kViewSimilar); });
     commands.SetHandler("mnuViewOther", [&panes] { panes.ChooseOtherView(); });
-    commands.SetHandler("mnuViewErrorLog", [&application] {
-        application.Guard("frmMain.mnuViewErrorLog_Click", [&] { ShowErrorLog(application); });
-    });
+    commands.SetHandler("mnuViewErrorLog", [&application] { ShowErrorLog(application); });
 }
 
 }  // namespace vantrel

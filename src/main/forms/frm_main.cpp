@@ -21,9 +21,17 @@
 #include "views/forms/dragged_paths.h"
 
 namespace vantrel {
+namespace {
+
+// The names of the controls of a side.
+constexpr PerSide<const char*> kBoxes{{"cboSourcePath", "cboTargetPath"}};
+constexpr PerSide<const char*> kPathIcons{{"imgSelectSource", "imgSelectTarget"}};
+constexpr PerSide<const char*> kPanes{{"lvwSourceDirFiles", "lvwTargetDirFiles"}};
+
+}  // namespace
 
 frmMain::frmMain(const Parts& parts, const std::string& appVersion)
-    : parts_(parts), popups_(commands_, parts_.panes) {
+    : parts_(parts), commands_(parts_.tools.reporter), popups_(commands_, parts_.panes) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Vantrel v") + ToQString(appVersion));
     setWindowIcon(ProgramIcon());
@@ -97,29 +105,37 @@ void frmMain::WirePathBox(Side side) {
     box->SetState({.busy = [this] { return !MenusEnabled(); },
                    .fillingOrRun = [this] { return PopulatingFolderCombos || parts_.compare.RunningCompare; },
                    .autoComplete = [this] { return parts_.options.autoCompleteFolderPath; }});
-    connect(box, &PathBox::Changed, this, &frmMain::RemoveListItemsAndShowNoCompareMsg);
-    connect(box, &PathBox::CompareRequested, this, [this] {
-        if (hooks_.compare) hooks_.compare();
-    });
-    connect(box, &PathBox::IconClicked, this, [this, side](PathIcon icon) {
-        if (hooks_.pathIcon) hooks_.pathIcon(side, icon);
-    });
+    connect(box, &PathBox::Changed, this,
+            Guarded(kBoxes[side], "Change", [this] { RemoveListItemsAndShowNoCompareMsg(); }));
+    connect(box, &PathBox::CompareRequested, this, Guarded(kBoxes[side], "KeyPress", [this] {
+                if (hooks_.compare) hooks_.compare();
+            }));
+    connect(box, &PathBox::IconClicked, this, Guarded(kPathIcons[side], "Click", [this, side](PathIcon icon) {
+                if (hooks_.pathIcon) hooks_.pathIcon(side, icon);
+            }));
 }
 
 void frmMain::WirePane(Side side) {
     PaneView* view = &panesWidget_->View(side);
     view->setAcceptDrops(false);
     view->viewport()->setAcceptDrops(false);
-    connect(view, &PaneView::RowActivated, this,
-            [this, side](std::size_t row) { popups_.DoubleClick(side, row, QCursor::pos()); });
+    const auto guarded = [this, side](const char* event, auto work) {
+        return Guarded(kPanes[side], event, work);
+    };
+    connect(view, &PaneView::RowActivated, this, guarded("DblClick", [this, side](std::size_t row) {
+                popups_.DoubleClick(side, row, QCursor::pos());
+            }));
     connect(view, &PaneView::MenuRequested, this,
-            [this, side](const QPoint& position) { popups_.Open(side, position); });
-    connect(view, &PaneView::DeleteRequested, this, [this](bool permanently) {
-        commands_.Run(permanently ? "mnuFileDeletePermanently" : "mnuFileSendSelectedFilesToRecycleBin");
-    });
-    connect(view, &PaneView::DragRequested, this, [this, side] { DragOut(side); });
+            guarded("MouseUp", [this, side](const QPoint& position) { popups_.Open(side, position); }));
+    connect(
+        view, &PaneView::DeleteRequested, this, guarded("KeyDown", [this](bool permanently) {
+            commands_.Run(permanently ? "mnuFileDeletePermanently" : "mnuFileSendSelectedFilesToRecycleBin");
+        }));
+    connect(view, &PaneView::DragRequested, this, guarded("OLEStartDrag", [this, side] { DragOut(side); }));
     connect(view, &PaneView::UrisDropped, this,
-            [this, side](const QList<QUrl>& uris, Qt::KeyboardModifiers keys) { OnDrop(side, uris, keys); });
+            guarded("OLEDragDrop", [this, side](const QList<QUrl>& uris, Qt::KeyboardModifiers keys) {
+                OnDrop(side, uris, keys);
+            }));
 }
 
 void frmMain::SetDropHandler(DropHandler handler) {
@@ -134,11 +150,12 @@ void frmMain::SetDropHandler(DropHandler handler) {
 void frmMain::OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys) {
     const DropKeys pressed{.control = keys.testFlag(Qt::ControlModifier),
                            .shift = keys.testFlag(Qt::ShiftModifier)};
-    QTimer::singleShot(0, this, [this, paths = DroppedPaths(uris), folder = PaneFolder(side), pressed] {
+    const auto drop = [this, paths = DroppedPaths(uris), folder = PaneFolder(side), pressed] {
         if (!MenusEnabled() || !dropHandler_) return;
         const DropAction action = ProcessOLEDragDrop(parts_.tools, paths, folder, pressed);
         if (action != DropAction::None) dropHandler_(action, paths, folder);
-    });
+    };
+    QTimer::singleShot(0, this, Guarded(kPanes[side], "OLEDragDrop", drop));
 }
 
 void frmMain::DragOut(Side side) {

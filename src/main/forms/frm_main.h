@@ -116,6 +116,15 @@ class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesOb
     void MakeStrips();
     void WirePathBox(Side side);
     void WirePane(Side side);
+    // `work` as what a signal calls: what the user starts in another way than by a command runs inside the
+    // same guard, as the routine "frmMain.<control>_<event>".
+    template <typename Work>
+    auto Guarded(const char* control, const char* event, Work work) {
+        return
+            [this, routine = std::string("frmMain.") + control + "_" + event, work](const auto&... values) {
+                parts_.tools.reporter.GuardRun(routine, [&] { work(values...); });
+            };
+    }
     void OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
     void DragOut(Side side);
 

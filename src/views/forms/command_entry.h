@@ -36,12 +36,20 @@ struct ToolbarEntry {
     std::string_view tip;
 };
 
+// The text name of the routine behind a command, where it is not "<window>.<item>_Click".
+struct OddRoutine {
+    std::string_view command;
+    std::string_view routine;
+};
+
 // What the commands of a window are made from.
 struct CommandTables {
     std::span<const CommandEntry> menuBar;        // with all that hangs below it
     std::span<const CommandEntry> popups;         // entries without a parent are the menus themselves
     std::span<const std::string_view> separate;   // commands that stand in no menu
     std::span<const std::string_view> busyMenus;  // the menus that are disabled while a job runs
+    std::string_view window{};                    // its name, with which the names of the routines begin
+    std::span<const OddRoutine> oddRoutines{};
 };
 
 }  // namespace vantrel

@@ -28,13 +28,15 @@ QActionGroup* GroupOf(QMenu* menu) {
 
 }  // namespace
 
-Commands::Commands(QObject* parent) : QObject(parent) {
+Commands::Commands(ErrorReporter& reporter, QObject* parent) : QObject(parent), reporter_(reporter) {
 }
 Commands::~Commands() = default;
 
 void Commands::Build(QMenuBar* bar, const CommandTables& tables) {
     owner_ = bar->window();
     busyMenus_ = tables.busyMenus;
+    window_ = tables.window;
+    oddRoutines_ = tables.oddRoutines;
     for (const CommandEntry& entry : tables.menuBar) Add(entry, bar);
     for (const CommandEntry& entry : tables.popups) Add(entry, nullptr);
     for (const std::string_view name : tables.separate) AddSeparate(name);
@@ -141,11 +143,19 @@ void Commands::Run(std::string_view name) {
     Start(ToQString(name));
 }
 
+std::string Commands::RoutineName(std::string_view name) const {
+    const std::string item = FromQString(Acting(Find(name)).action->objectName());
+    for (const OddRoutine& odd : oddRoutines_)
+        if (odd.command == item) return std::string(odd.routine);
+    return std::string(window_) + "." + item.substr(0, item.find('(')) + "_Click";
+}
+
 void Commands::Start(const QString& name) {
     const std::string command = FromQString(name);
     // A handler may put another one in its place: keep it alive while it runs.
     if (menusEnabled_ && IsEnabled(command))
-        if (const auto handler = Acting(Find(command)).handler) handler();
+        if (const auto handler = Acting(Find(command)).handler)
+            reporter_.GuardRun(RoutineName(command), handler);
     RefreshChecks();
     Q_EMIT CommandDone();
 }

@@ -3,8 +3,10 @@
 #include <QHash>
 #include <QObject>
 #include <functional>
+#include <string>
 #include <string_view>
 
+#include "diagnostics/error_reporter.h"
 #include "views/forms/command_entry.h"
 
 class QAction;
@@ -20,7 +22,8 @@ class Commands : public QObject {
     Q_OBJECT
 
   public:
-    explicit Commands(QObject* parent = nullptr);
+    // Errors of the handlers go to `reporter`, which must outlive the object.
+    explicit Commands(ErrorReporter& reporter, QObject* parent = nullptr);
     ~Commands() override;
 
     // Makes all menus, those of the menu bar in `bar`. The tables must outlive the object.
@@ -30,9 +33,13 @@ class Commands : public QObject {
     QAction* Action(std::string_view name) const;
     QMenu* Menu(std::string_view name) const;
 
-    // What the command does. A command without a handler is disabled.
+    // What the command does. A command without a handler is disabled. However it is started, the handler runs
+    // inside a guard: what comes out of it is reported under the routine's name, and a cancel ends it.
     void SetHandler(std::string_view name, std::function<void()> handler);
     bool IsEnabled(std::string_view name) const;
+    // The text name of the routine that runs for the command: "<window>.<item>_Click", of an array's element
+    // without its index, unless the tables have another one.
+    std::string RoutineName(std::string_view name) const;
     // The state that the check mark shows; read whenever the menus may be looked at.
     void BindCheck(std::string_view name, std::function<bool()> isChecked);
     void RefreshChecks();
@@ -67,8 +74,11 @@ class Commands : public QObject {
     void Start(const QString& name);
     void ShowEnabled();
 
+    ErrorReporter& reporter_;
     QHash<QString, Item> items_;
     std::span<const std::string_view> busyMenus_;
+    std::string_view window_;
+    std::span<const OddRoutine> oddRoutines_;
     QWidget* owner_ = nullptr;
     bool menusEnabled_ = true;
 };

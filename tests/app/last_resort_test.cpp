@@ -1,0 +1,56 @@
+#include "last_resort.h"
+
+#include <gmock/gmock.h>
+
+#include <QMessageBox>
+#include <QTimer>
+#include <cstdlib>
+#include <new>
+
+#include "platform/error.h"
+
+namespace vantrel {
+namespace {
+
+// Runs `program` and closes the message box that comes up; its caption and text go to `told`.
+int RunAndClose(const std::function<int()>& program, std::string& told) {
+    told.clear();
+    QTimer closing;
+    QObject::connect(&closing, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        told = box->windowTitle().toStdString() + ": " + box->text().toStdString();
+        box->reject();
+    });
+    closing.start(10);
+    return RunGuarded(program);
+}
+
+TEST(LastResort, WhatFailsAtTheStartIsToldTwiceAndEndsWithAStatus) {
+    std::string told;
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(
+        EXIT_FAILURE,
+        RunAndClose([]() -> int { throw ErrorException(Error(ErrorNumber::DiskFull, "Disk full")); }, told));
+    EXPECT_EQ("vantrel: unexpected error in modVantrel.Main: Disk full\n",
+              ::testing::internal::GetCapturedStderr());
+    EXPECT_EQ("Unexpected Error in modVantrel.Main: Disk full", told);
+
+    for (void (*raise)() : {+[] { throw std::bad_alloc(); }, +[] { throw 1; }}) {
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(EXIT_FAILURE, RunAndClose(
+                                    [&] {
+                                        raise();
+                                        return 0;
+                                    },
+                                    told));
+        EXPECT_THAT(::testing::internal::GetCapturedStderr(), ::testing::StartsWith("vantrel: unexpected"));
+        EXPECT_NE("", told);
+    }
+    EXPECT_EQ(3, RunAndClose([] { return 3; }, told));
+    EXPECT_EQ(EXIT_FAILURE, RunAndClose([]() -> int { throw Cancelled(); }, told));
+    EXPECT_EQ("", told);
+}
+
+}  // namespace
+}  // namespace vantrel
