@@ -34,10 +34,6 @@ struct Way {
     void (*start)(TestProgram&);
 };
 
-QWidget* Viewport(TestProgram& program, Side side) {
-    return program.Window().Panes().View(side).viewport();
-}
-
 const Way kWays[] = {
     {"mnuFileCompareParents", "frmMain.mnuFileCompareParents_Click",
      [](TestProgram& program) { program.Get().GetCommands().Action("mnuFileCompareParents")->trigger(); }},
@@ -115,7 +111,9 @@ TEST(Guards, DropsAndPathIconsStandInsideThemToo) {
             .UrisDropped({QUrl::fromLocalFile(QString::fromStdString(program.left + "/same.txt"))},
                          Qt::ControlModifier);
         QCoreApplication::processEvents();
-        window.SetHooks({.pathIcon = [&](Side, PathIcon) { thrown.raise(); }});
+        frmMain::Hooks hooks;
+        hooks.pathIcon = [&](Side, PathIcon) { thrown.raise(); };
+        window.SetHooks(hooks);
         window.Box(Side::Left).Icon(PathIcon::UpToParent)->click();
         std::vector<std::string> titles;
         for (const Message& message : program.messages.shown) titles.push_back(message.title);
