@@ -91,7 +91,8 @@ struct Stage {
     ErrorReporter reporter{files, folders, clock, locale, messages, loop};
     CViewSelections selections;
     HoldLists hold;
-    ResultPanes panes{hold, selections, reporter, messages};
+    BusyState busy;
+    ResultPanes panes{hold, selections, reporter, messages, busy};
 };
 
 Stage& TheStage() {

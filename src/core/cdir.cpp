@@ -82,7 +82,7 @@ void CDir::DropContent() {
 }
 
 ScanOutcome CDir::PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context) {
-    context.host.SetFilterPanel(options.HasNoFilters() ? "No Filters" : "Filters");
+    if (context.display) context.display->SetFilterPanel(options.HasNoFilters() ? "No Filters" : "Filters");
     DropContent();
 
     ScanOutcome outcome = ScanOutcome::Failed;

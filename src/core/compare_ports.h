@@ -25,27 +25,15 @@ class CompareProgress {
     virtual void Unload() = 0;
 };
 
-// The window, or the console, that a comparison serves.
-class ComparisonHost {
+// What a window shows of a running comparison beside the progress window. A run without a window has none.
+class ComparisonDisplay {
   public:
-    virtual ~ComparisonHost() = default;
-    virtual std::string PathText(
-        Side side) const = 0;  // of cboSourcePath and cboTargetPath, as PathFromUser gives it
+    virtual ~ComparisonDisplay() = default;
+    // The paths are good, and the scans begin: from now on the user waits.
+    virtual void BeginScan() = 0;
+    // The path box of the side shows the path in its normal form.
     virtual void SetPathText(Side side, const std::string& path) = 0;
-
-    virtual bool MenusEnabled() const = 0;  // whether mnuFile is enabled
-    virtual void SetMenusEnabled(bool enabled) = 0;
-    virtual void SetBusyPointer(bool busy) = 0;
     virtual void SetFilterPanel(std::string_view text) = 0;  // third panel of the status bar
-    virtual void RaiseMainWindow() = 0;                      // to the top, unless it is minimised
-
-    virtual void ApplyViewTypes() = 0;
-    virtual void RemoveListItemsAndShowNoCompareMsg() = 0;
-    virtual void AddPathsToIni(const std::string& left, const std::string& right) = 0;
-
-    virtual void PlayCompareCompleteSound() = 0;  // asks SoundOn itself
-    virtual void ShowCompareResults() = 0;        // the summary, when ShowGraphAfterCompare is on
-    virtual void ShowErrorLog() = 0;
 };
 
 }  // namespace vantrel

@@ -13,8 +13,8 @@ struct ComparisonCancelled : Cancelled {};
 struct ComparisonContext {
     const Toolbox& tools;
     CCompare& compare;
-    ComparisonHost& host;
     CompareProgress& progress;
+    ComparisonDisplay* display = nullptr;  // none without a window
 
     // Lets events through, then reads the cancel flag. Cheap enough for every file.
     bool IsCancelled() const {

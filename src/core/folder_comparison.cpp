@@ -21,123 +21,86 @@ constexpr std::array<std::string_view, 4> kComparing{
 
 }  // namespace
 
-FolderComparison::FolderComparison(const Toolbox& tools, CCompare& compare, ComparisonHost& host,
-                                   CompareProgress& progress, ComparisonResults& results)
-    : tools_(tools),
-      compare_(compare),
-      host_(host),
-      progress_(progress),
-      results_(results),
-      context_{tools_, compare, host, progress},
-      dirs_{CDir(tools), CDir(tools)} {
-    compare_.CleanupPreviousSubFolderResults = [this] { results_.SubFolderDiffs.Clear(); };
-}
-
-FolderComparison::~FolderComparison() {
-    compare_.CleanupPreviousSubFolderResults = nullptr;
-}
-
-CompareOutcome FolderComparison::CompareDirs(bool fromCompareCommand, bool announce) {
-    if (compare_.RunningCompare) return CompareOutcome::NoResult;
-    menusDisabled_ = false;
-    CompareOutcome outcome = CompareOutcome::Failed;
+ComparisonReport FolderComparison::Compare(const PerSide<std::string>& paths, ComparisonDisplay* display) {
+    ComparisonReport report;
+    const Run run{paths, {tools_, compare_, progress_, display}};
     tools_.reporter.Guard("frmMain.CompareDirs", [&] {
+        ComparisonResults found;
         bool completed = false;
         try {
-            completed = Run();
+            completed = Carry(run, found);
         } catch (const ComparisonCancelled&) {
             // The same ending as that of a failed check.
         }
-        if (!completed) ShowNoResult();
-        outcome = completed ? CompareOutcome::Completed : CompareOutcome::NoResult;
+        if (completed)
+            std::swap(report.results, found);
+        else
+            compare_.CompareCancelled = true;
+        report.outcome = completed ? CompareOutcome::Completed : CompareOutcome::NoResult;
     });
-    tools_.reporter.Guard("frmMain.CompareDirs", [&] { Finish(outcome, fromCompareCommand || announce); });
-    compare_.RunningCompare = false;
-    return outcome;
+    report.unlogged = tools_.log.TakeFailure();
+    return report;
 }
 
-// From the choice of the folders to the shown result. False: the ending for failure.
-bool FolderComparison::Run() {
-    if (!BothFoldersAreChosen()) return false;
-    tools_.loop.Yield();
-    if (host_.MenusEnabled()) {
-        host_.SetMenusEnabled(false);
-        menusDisabled_ = true;
-    }
-    compare_.RunningCompare = true;
+// False where there is no result.
+bool FolderComparison::Carry(const Run& run, ComparisonResults& found) {
     compare_.CompareCancelled = compare_.ErrorsDuringCompare = false;
     tools_.loop.ResetCancel();
     ThrowIfFailed(tools_.log.Recreate());
-    if (!CheckPaths()) return false;
+    if (!CheckPaths(run)) return false;
 
-    host_.SetBusyPointer(true);
+    if (run.context.display) run.context.display->BeginScan();
     tools_.loop.Yield();
     for (const Side side : kBothSides)
-        if (!Scan(side)) return false;
+        if (!Scan(side, run)) return false;
     if (!OfferSmallerChunks()) return false;
 
-    ComparisonResults found;
-    if (!CompareContent(found)) return false;
-    context_.ThrowIfCancelled();
-
-    std::swap(results_, found);
-    host_.ApplyViewTypes();
-    host_.AddPathsToIni(dirs_[0].Path(), dirs_[1].Path());
+    if (!CompareContent(run.context, found)) return false;
+    run.context.ThrowIfCancelled();
     return true;
 }
 
-bool FolderComparison::BothFoldersAreChosen() {
-    for (const Side side : kBothSides) paths_[side] = host_.PathText(side);
-    if (paths_[Side::Left] != kNoFolderChosen && paths_[Side::Right] != kNoFolderChosen) return true;
-    tools_.messages.Ask({"Compare Folders",
-                         "Please select two folders to compare.  See Help file for details.",
-                         MessageIcon::Information, MessageButtons::Ok});
-    return false;
-}
-
-bool FolderComparison::CheckPaths() {
-    for (const Side side : kBothSides) {
-        if (Dir(side).IsValidPath(paths_[side])) continue;
-        compare_.RunningCompare = false;
-        if (menusDisabled_) host_.SetMenusEnabled(true);
-        return false;
-    }
-    if (!AreOneFolder()) return true;
+bool FolderComparison::CheckPaths(const Run& run) {
+    for (const Side side : kBothSides)
+        if (!Dir(side).IsValidPath(run.paths[side])) return false;
+    if (!AreOneFolder(run.paths)) return true;
     tools_.messages.Ask({"Folders Are Same", "Please specify two different folders to compare.",
                          MessageIcon::Warning, MessageButtons::Ok});
     return false;
 }
 
 // By the text, letter case ignored, or by what the texts lead to.
-bool FolderComparison::AreOneFolder() const {
-    if (EqualIgnoringCase(paths_[Side::Left], paths_[Side::Right])) return true;
+bool FolderComparison::AreOneFolder(const PerSide<std::string>& paths) const {
+    if (EqualIgnoringCase(paths[Side::Left], paths[Side::Right])) return true;
     PerSide<FileInfo> info;
     for (const Side side : kBothSides) {
         // One that has just vanished is the scan's to report.
-        if (!tools_.files.Stat(paths_[side], LinkPolicy::Follow, info[side]).IsOk()) return false;
+        if (!tools_.files.Stat(paths[side], LinkPolicy::Follow, info[side]).IsOk()) return false;
     }
     return info[Side::Left].id == info[Side::Right].id;
 }
 
-bool FolderComparison::Scan(Side side) {
+bool FolderComparison::Scan(Side side, const Run& run) {
     CDir& dir = Dir(side);
+    const std::string& path = run.paths[side];
+    const ComparisonContext& context = run.context;
     if (side == Side::Left) {
         progress_.Show();
         progress_.SetBarValue(0);
     }
     progress_.SetMessage(kExamining[side]);
-    progress_.SetFileName(paths_[side]);
+    progress_.SetFileName(path);
     if (side == Side::Left)
         progress_.WaitUntilPainted();
     else
         tools_.loop.Yield();
     dir.Clear();
-    dir.SetPath(paths_[side]);
-    if (!paths_[side].empty()) host_.SetPathText(side, dir.Path());
+    dir.SetPath(path);
+    if (!path.empty() && context.display) context.display->SetPathText(side, dir.Path());
     if (side == Side::Left) compare_.SlowConnection = false;
-    context_.ThrowIfCancelled();
-    if (dir.PopulateSelfWithFiles(ScanOptions::Of(compare_), context_) != ScanOutcome::Complete) return false;
-    context_.ThrowIfCancelled();
+    context.ThrowIfCancelled();
+    if (dir.PopulateSelfWithFiles(ScanOptions::Of(compare_), context) != ScanOutcome::Complete) return false;
+    context.ThrowIfCancelled();
     return true;
 }
 
@@ -156,85 +119,34 @@ bool FolderComparison::OfferSmallerChunks() {
     return answer != MessageAnswer::Cancel;
 }
 
-bool FolderComparison::CompareContent(ComparisonResults& found) {
+bool FolderComparison::CompareContent(const ComparisonContext& context, ComparisonResults& found) {
     const PerSide<const CDir*> dirs{{&dirs_[0], &dirs_[1]}};
-    PairComparison pairs(context_);
+    PairComparison pairs(context);
     {
-        const std::vector<MergedFile> allFileNames = MergeFiles(dirs, context_);
+        const std::vector<MergedFile> allFileNames = MergeFiles(dirs, context);
         tools_.loop.Yield();
         progress_.SetMessage(kComparing.at(static_cast<std::size_t>(compare_.CompareMethod)));
         progress_.SetBarValue(0);
         progress_.SetAnimation("scanfiles.avi");
         progress_.SetFileName({});
-        context_.ThrowIfCancelled();
+        context.ThrowIfCancelled();
         if (!tools_.reporter.Guard("frmMain.ShowAllFilesInBothDirs", [&] {
-                ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context_, found.hold);
+                ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context, found.hold);
             }))
             return false;
     }
-    context_.ThrowIfCancelled();
+    context.ThrowIfCancelled();
     if (compare_.CompareSubFolders()) {
         progress_.SetBarValue(0);
         progress_.SetMessage(kComparingSubFolders);
         progress_.SetFileName({});
-        SubFolderAnalysis analysis(context_, pairs, dirs);
+        SubFolderAnalysis analysis(context, pairs, dirs);
         if (!tools_.reporter.Guard("frmMain.ShowAllSubFoldersInBothDirs",
                                    [&] { analysis.ShowAllSubFoldersInBothDirs(found); }))
             return false;
     }
     for (const Side side : kBothSides) found.folders[side] = dirs[side]->Path();
     return true;
-}
-
-void FolderComparison::ShowNoResult() {
-    compare_.CompareCancelled = true;
-    results_.SubFolderDiffs.Clear();
-    results_.folders = {};
-    host_.RemoveListItemsAndShowNoCompareMsg();
-}
-
-void FolderComparison::Finish(CompareOutcome outcome, bool announce) {
-    progress_.Unload();
-    tools_.loop.Yield();
-    compare_.RunningCompare = false;
-    host_.RaiseMainWindow();
-    if (!host_.MenusEnabled()) host_.SetMenusEnabled(true);
-    if (const Error unlogged = tools_.log.TakeFailure(); !unlogged.IsOk())
-        tools_.reporter.ReportError("frmMain.CompareDirs", unlogged);
-    if (announce) AskToViewErrors();
-    host_.SetBusyPointer(false);
-    if (outcome != CompareOutcome::Completed) return;
-    if (announce) {
-        host_.PlayCompareCompleteSound();
-        host_.ShowCompareResults();
-    }
-    RemindAboutFileSystems();
-}
-
-void FolderComparison::AskToViewErrors() {
-    if (!compare_.ErrorsDuringCompare) return;
-    const MessageAnswer answer = tools_.messages.Ask({"Errors Occurred",
-                                                      "Errors were encountered during the comparison.\r\n\r\n"
-                                                      "See the file ERRORLOG.TXT for details.\r\n\r\n"
-                                                      "Would you like to view the log file now?",
-                                                      MessageIcon::Stop, MessageButtons::YesNo});
-    if (answer == MessageAnswer::Yes) host_.ShowErrorLog();
-}
-
-void FolderComparison::RemindAboutFileSystems() {
-    if (!compare_.RemindAboutFATNTFSIssue || compare_.AlreadyNotifiedAboutFATNTFS) return;
-    if (compare_.IgnoreFAT_NTFS_DaylightSavings && compare_.IgnoreFAT_NTFS_TwoSecDiff) return;
-    const std::string left = tools_.volumes.GetFileSystemName(dirs_[0].DriveName());
-    const std::string right = tools_.volumes.GetFileSystemName(dirs_[1].DriveName());
-    if (!(left == "FAT" && right == "NTFS") && !(left == "NTFS" && right == "FAT")) return;
-    tools_.messages.ShowInformationMessage(
-        "File System Message",
-        "Vantrel has detected that you are comparing files between FAT and NTFS drives.\r\n\r\n"
-        "These File Systems handle timestamps differently.\r\n"
-        "Vantrel provides options to deal with these differences.\r\n\r\n"
-        "See the Help file section 'FAT vs NTFS file time' for details.\r\n\r\n"
-        "This reminder can be turned off from the Compare tab on the Options window.");
-    compare_.AlreadyNotifiedAboutFATNTFS = true;
 }
 
 }  // namespace vantrel

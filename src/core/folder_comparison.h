@@ -11,57 +11,55 @@
 
 namespace vantrel {
 
-// What a path box shows before a folder was chosen.
-inline constexpr std::string_view kNoFolderChosen = "Press the folder icon with three dots -->";
-
 // How a run ended.
 enum class CompareOutcome {
-    Completed,  // the results are those of this run
-    NoResult,   // cancelled, or stopped by a fault that the user was told of: there are no results
-    Failed,     // an error was reported; the results are still those of an earlier run
+    Completed,  // there are results
+    NoResult,   // cancelled, or stopped by a fault that the user was told of: nothing may be shown
+    Failed,     // an error was reported; what an earlier run found may stay
 };
 
-// The one routine that turns two paths into results. It talks to the window, or the console, through the host
-// and the progress window alone. The results change at the end of a run and as a whole.
+struct ComparisonReport {
+    CompareOutcome outcome = CompareOutcome::Failed;
+    ComparisonResults results;  // of a completed run, otherwise empty
+    Error unlogged;             // why the log is not whole
+};
+
+// The one routine that turns two paths into results. What follows a run (showing the results, sound, summary,
+// reminders) is its caller's.
 class FolderComparison {
   public:
-    // All must outlive the object. CCompare's clean-up of sub-folder results is pointed at `results`.
-    FolderComparison(const Toolbox& tools, CCompare& compare, ComparisonHost& host, CompareProgress& progress,
-                     ComparisonResults& results);
-    ~FolderComparison();
+    // All must outlive the object.
+    FolderComparison(const Toolbox& tools, CCompare& compare, CompareProgress& progress)
+        : tools_(tools), compare_(compare), progress_(progress), dirs_{CDir(tools), CDir(tools)} {}
     FolderComparison(const FolderComparison&) = delete;
     FolderComparison& operator=(const FolderComparison&) = delete;
 
-    // `fromCompareCommand` or `announce`: the run ends with the endings that the user sees and hears. A
-    // silent refresh passes false for both. A call from within a run does nothing and gives NoResult.
-    CompareOutcome CompareDirs(bool fromCompareCommand, bool announce);
+    // Compares the folders at `paths` under the options of CCompare, and sets its state of the run but for
+    // RunningCompare. Errors are reported under "frmMain.CompareDirs". The progress window is left to the
+    // caller to unload, for the results are shown before it goes. Not to be called from within a run.
+    ComparisonReport Compare(const PerSide<std::string>& paths, ComparisonDisplay* display);
 
     // The scanned folders: SourceDirObject and TargetDirObject. During a run, and after one that failed, they
-    // can be others than those of the results.
+    // can be others than those of the last results.
     CDir& Dir(Side side) { return dirs_[Index(side)]; }
 
   private:
-    bool Run();
-    bool BothFoldersAreChosen();
-    bool CheckPaths();
-    bool AreOneFolder() const;
-    bool Scan(Side side);
+    // One run: its paths and what it works with.
+    struct Run {
+        const PerSide<std::string>& paths;
+        const ComparisonContext context;
+    };
+    bool Carry(const Run& run, ComparisonResults& found);
+    bool CheckPaths(const Run& run);
+    bool AreOneFolder(const PerSide<std::string>& paths) const;
+    bool Scan(Side side, const Run& run);
     bool OfferSmallerChunks();
-    bool CompareContent(ComparisonResults& found);
-    void ShowNoResult();
-    void Finish(CompareOutcome outcome, bool announce);
-    void AskToViewErrors();
-    void RemindAboutFileSystems();
+    bool CompareContent(const ComparisonContext& context, ComparisonResults& found);
 
-    Toolbox tools_;
+    const Toolbox tools_;
     CCompare& compare_;
-    ComparisonHost& host_;
     CompareProgress& progress_;
-    ComparisonResults& results_;
-    ComparisonContext context_;
     std::array<CDir, 2> dirs_;
-    PerSide<std::string> paths_;  // as the path boxes gave them
-    bool menusDisabled_ = false;  // by this run
 };
 
 }  // namespace vantrel

@@ -28,17 +28,6 @@ bool AnythingSelected(const ResultList& rows) {
     return std::ranges::any_of(rows, [](const ResultRow& row) { return row.selected; });
 }
 
-class BusyPointer {
-  public:
-    explicit BusyPointer(FileOperationsHost& host) : host_(host) { host_.SetBusyPointer(true); }
-    ~BusyPointer() { host_.SetBusyPointer(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-
-  private:
-    FileOperationsHost& host_;
-};
-
 }  // namespace
 
 // What tells copy and move apart.
@@ -118,7 +107,7 @@ ShellResult FileOperations::CopyOrMove(const Verb& verb, ListRef list, const std
 
 ShellResult FileOperations::CarryOut(const Verb& verb, const std::vector<std::string>& paths,
                                      const std::string& target, const Job& job) {
-    const BusyPointer busy(host_);
+    const BusyState::Wait wait(busy_);
     ShellWrappers::Options options;
     options.confirm = job.confirm;
     // Where both sides have the object, its name there can differ in letter case: it is the same object.
@@ -196,7 +185,7 @@ ShellResult FileOperations::DeleteFilesFromLVW(ListRef list, bool confirm, bool 
             result = DeletePermanentlyFilesFromLVW(list, confirm, true);
             return;
         }
-        const BusyPointer busy(host_);
+        const BusyState::Wait wait(busy_);
         result = wrappers_.RecycleFiles(paths, {.confirm = confirm}, cancelFlag_);
         if (!inSync) AutoCompareStep();
     });
@@ -228,7 +217,7 @@ ShellResult FileOperations::DeletePermanentlyFilesFromLVW(ListRef list, bool con
             if (answer != MessageAnswer::Yes) return;
         }
         tools_.loop.Yield();
-        const BusyPointer busy(host_);
+        const BusyState::Wait wait(busy_);
         result = wrappers_.DeleteFilesPermanently(paths, {.confirm = confirm}, cancelFlag_);
         AutoCompareStep();
     });

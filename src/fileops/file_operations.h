@@ -8,6 +8,7 @@
 #include "core/toolbox.h"
 #include "fileops/shell_wrappers.h"
 #include "fileops/space_check.h"
+#include "platform/busy_state.h"
 #include "views/result_panes.h"
 
 namespace vantrel {
@@ -30,7 +31,6 @@ class FileOperationsHost {
   public:
     virtual ~FileOperationsHost() = default;
     virtual std::string FolderPath(Side side) const = 0;  // of the side's CDir
-    virtual void SetBusyPointer(bool busy) = 0;
     virtual bool AutoCompareAfterFileOp() const = 0;
     virtual void CompareDirs() = 0;  // silently: both arguments false
     virtual void RemoveListItemsAndShowNoCompareMsg() = 0;
@@ -41,8 +41,8 @@ class FileOperationsHost {
 // nothing was begun (nothing selected, the user said No, no space).
 class FileOperations {
   public:
-    FileOperations(const Toolbox& tools, ShellWrappers& wrappers, FileOperationsHost& host)
-        : tools_(tools), wrappers_(wrappers), host_(host) {}
+    FileOperations(const Toolbox& tools, ShellWrappers& wrappers, BusyState& busy, FileOperationsHost& host)
+        : tools_(tools), wrappers_(wrappers), busy_(busy), host_(host) {}
 
     // Within a synchronisation (`inSync`) nothing selected is no message, the space is not checked here, and
     // the panes are left to the caller.
@@ -78,6 +78,7 @@ class FileOperations {
 
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
+    BusyState& busy_;
     FileOperationsHost& host_;
     bool cancelFlag_ = false;
 };

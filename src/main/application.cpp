@@ -24,7 +24,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
       sounds(around.sound),
       store(around.files, around.folders),
       history(around.files, around.folders),
-      panes(results.hold, viewSelections, reporter, around.messages),
+      panes(results.hold, viewSelections, reporter, around.messages, busy),
       notices(tools, store.File()) {
     reporter.SetRunningJob(this);
     window_ = std::make_unique<frmMain>(frmMain::Parts{.tools = tools,
@@ -32,11 +32,12 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
                                                        .compare = compare,
                                                        .results = results,
                                                        .panes = panes,
+                                                       .busy = busy,
                                                        .history = history},
                                         AppVersion);
     progress_ =
         std::make_unique<frmCompareProgress>(around.events, around.files, around.folders, window_.get());
-    comparison_ = std::make_unique<FolderComparison>(tools, compare, *window_, *progress_, results);
+    comparison_ = std::make_unique<MainComparison>(*this, *progress_);
     operations = std::make_unique<ObjectOperations>(*this, around.trash);
     InstallHandlers(*this);
     Commands& commands = window_->GetCommands();
@@ -45,12 +46,6 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
         .pathIcon = [this](Side side, PathIcon icon) { OnPathIconClicked(*this, side, icon); },
         .cancelJob = [this] { around.events.RequestCancel(); },
         .unload = [this] { FormUnload(); },
-        .playCompareCompleteSound =
-            [this] {
-                if (sounds.SoundOn) sounds.PlayCompareCompleteSound();
-            },
-        .showCompareResults = {},
-        .showErrorLog = [&commands] { commands.Run("mnuViewErrorLog"); },
     });
 }
 
@@ -68,7 +63,7 @@ void Application::UnloadCompareProgress() {
 
 void Application::AutoCompareStep(bool compareAgain) {
     if (compareAgain)
-        CompareDirs(false, false);
+        CompareDirs(CompareEnding::Silent);
     else
         panes.RemoveListItemsAndShowNoCompareMsg();
 }

@@ -5,12 +5,13 @@
 
 #include "core/ccompare.h"
 #include "core/comparison_results.h"
-#include "core/folder_comparison.h"
 #include "core/forms/frm_compare_progress.h"
 #include "core/toolbox.h"
 #include "diagnostics/csound_settings.h"
 #include "main/forms/frm_main.h"
+#include "main/main_comparison.h"
 #include "main/object_operations.h"
+#include "platform/forms/busy_pointer.h"
 #include "platform/forms/desktop.h"
 #include "settings/option_store.h"
 #include "settings/path_history.h"
@@ -49,9 +50,8 @@ class Application : private RunningJob {
     }
     frmMain& Window() { return *window_; }
     Commands& GetCommands() { return window_->GetCommands(); }
-    CompareOutcome CompareDirs(bool fromCompareCommand, bool announce) {
-        return comparison_->CompareDirs(fromCompareCommand, announce);
-    }
+    MainComparison& Comparison() { return *comparison_; }
+    CompareOutcome CompareDirs(CompareEnding ending) { return comparison_->CompareDirs(ending); }
     // What follows a command that changed something: a silent comparison where the option says so, otherwise
     // the results are dropped.
     void AutoCompareStep(bool compare);
@@ -69,6 +69,7 @@ class Application : private RunningJob {
     const std::string HelpFile;  // the first page of the help
 
     const Surroundings around;
+    BusyState busy;
 
   private:
     OwnedToolbox ownTools_;
@@ -94,9 +95,10 @@ class Application : private RunningJob {
     bool RunningCompare() const override { return compare.RunningCompare; }
     void UnloadCompareProgress() override;
 
+    const BusyPointerOf pointer_{busy};
     std::unique_ptr<frmMain> window_;
     std::unique_ptr<frmCompareProgress> progress_;
-    std::unique_ptr<FolderComparison> comparison_;
+    std::unique_ptr<MainComparison> comparison_;
 };
 
 }  // namespace vantrel

@@ -19,8 +19,8 @@ ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& 
               .questions = questions_,
               .trash = trash}),
       wrappers_(shell_, application.around.messages),
-      files_(application.tools, wrappers_, *this),
-      synchronization_(application.tools, wrappers_, syncSettings, *this) {
+      files_(application.tools, wrappers_, application.busy, *this),
+      synchronization_(application.tools, wrappers_, application.busy, syncSettings, *this) {
     progress_.SetParentWindow(&application.Window());
     questions_.SetParentWindow(&application.Window());
 }
@@ -98,16 +98,12 @@ std::string ObjectOperations::FolderPath(Side side) const {
     return application_.Window().PaneFolder(side);
 }
 
-void ObjectOperations::SetBusyPointer(bool busy) {
-    application_.Window().SetBusyPointer(busy);
-}
-
 bool ObjectOperations::AutoCompareAfterFileOp() const {
     return application_.options.autoCompareAfterFileOp;
 }
 
 void ObjectOperations::CompareDirs() {
-    CompareWithinCommand(application_);
+    application_.CompareDirs(CompareEnding::Silent);
 }
 
 void ObjectOperations::RemoveListItemsAndShowNoCompareMsg() {

@@ -55,7 +55,6 @@ class ObjectOperations : private FileOperationsHost, private SyncHost {
 
     // FileOperationsHost and SyncHost
     std::string FolderPath(Side side) const override;
-    void SetBusyPointer(bool busy) override;
     bool AutoCompareAfterFileOp() const override;
     void CompareDirs() override;
     void RemoveListItemsAndShowNoCompareMsg() override;

@@ -12,16 +12,16 @@ RunningCommand::RunningCommand(Application& application)
       currentListview_(application.panes.CurrentListview()),
       focus_(application.Window().focusWidget()) {
     application.around.loop.ResetCancel();
-    application.Window().SetMenusEnabled(false);
+    job_.emplace(application.busy);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 RunningCommand::~RunningCommand() {
     frmMain& window = application_.Window();
     application_.panes.SetCurrentListview(currentListview_);
+    // First: what is disabled takes no focus.
+    job_.reset();
     if (focus_ && window.focusWidget() != focus_) focus_->setFocus();
-    window.SetBusyPointer(false);
-    window.SetMenusEnabled(true);
 }
 
 bool RunningCommand::eventFilter(QObject* watched, QEvent* event) {
@@ -40,11 +40,6 @@ bool RunningCommand::eventFilter(QObject* watched, QEvent* event) {
     for (const Side side : kBothSides)
         if (window.Box(side).isAncestorOf(widget)) return true;
     return false;
-}
-
-void CompareWithinCommand(Application& application) {
-    application.CompareDirs(false, false);
-    application.Window().SetMenusEnabled(false);
 }
 
 }  // namespace vantrel

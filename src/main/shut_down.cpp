@@ -31,7 +31,7 @@ class ShutDownEffect : public QWidget {
 void Application::FormUnload() {
     GuardRun("frmMain.Form_Unload", [this] {
         frmMain& window = *window_;
-        window.SetBusyPointer(true);
+        const BusyPointer pointer;
         CPerformanceCheck check(around.clock);
         check.BeginPerformanceCheck();
         window.Panes().Scrolling().SetOn(false);
@@ -41,7 +41,6 @@ void Application::FormUnload() {
         check.EndPerformanceCheck();
         if (check.MilliSecondsElapsed() < kLeastMilliseconds)
             around.clock.Sleep(kLeastMilliseconds - check.MilliSecondsElapsed());
-        window.SetBusyPointer(false);
         window.hide();
     });
 }

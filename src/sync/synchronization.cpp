@@ -43,12 +43,13 @@ std::optional<SyncReport> Synchronization::Run(bool showConfirmation, bool noSou
     tools_.loop.Yield();
     if (!SpaceSufficesOrUserGoesOn(tools_, plan_, "frmMain.EnoughSpaceForSync")) return std::nullopt;
 
-    host_.SetBusyPointer(true);
     SyncReport report;
-    if (!tools_.reporter.Guard("frmMain.AutoSync()",
-                               [&] { report = CarryOutSync(plan_, tools_, wrappers_); }))
-        report.cancelled = true;
-    host_.SetBusyPointer(false);
+    {
+        const BusyState::Wait wait(busy_);
+        if (!tools_.reporter.Guard("frmMain.AutoSync()",
+                                   [&] { report = CarryOutSync(plan_, tools_, wrappers_); }))
+            report.cancelled = true;
+    }
 
     // What was done is done: a record that cannot be written is told, and the panes are refreshed all the
     // same.

@@ -5,6 +5,7 @@
 #include "core/comparison_results.h"
 #include "core/toolbox.h"
 #include "fileops/shell_wrappers.h"
+#include "platform/busy_state.h"
 #include "sync/csync_settings.h"
 #include "sync/sync_execution.h"
 #include "sync/sync_plan.h"
@@ -26,14 +27,14 @@ class SyncHost {
     virtual void CompareDirs() = 0;  // silently
     virtual void RemoveListItemsAndShowNoCompareMsg() = 0;
     virtual void PlaySyncCompleteSound() = 0;  // asks SoundOn itself
-    virtual void SetBusyPointer(bool busy) = 0;
 };
 
 // A whole synchronisation: method, plan, confirmation, space check, execution, history, refresh.
 class Synchronization {
   public:
-    Synchronization(const Toolbox& tools, ShellWrappers& wrappers, CSyncSettings& settings, SyncHost& host)
-        : tools_(tools), wrappers_(wrappers), settings_(settings), host_(host) {}
+    Synchronization(const Toolbox& tools, ShellWrappers& wrappers, BusyState& busy, CSyncSettings& settings,
+                    SyncHost& host)
+        : tools_(tools), wrappers_(wrappers), busy_(busy), settings_(settings), host_(host) {}
 
     // The command: compares first where there is no result yet, then runs AutoSync. Clears SyncSelectedOnly
     // at its end, whatever happened.
@@ -50,6 +51,7 @@ class Synchronization {
 
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
+    BusyState& busy_;
     CSyncSettings& settings_;
     SyncHost& host_;
     SyncPlan plan_;  // of the last run; the report points into it

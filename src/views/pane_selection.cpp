@@ -4,7 +4,7 @@
 namespace vantrel {
 
 void ResultPanes::HandleClick(Side side) {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     current_ = side;
     const Side other = Other(side);
     const bool otherChanged = panes_[other].SelectedCount() > 0 || panes_[other].SelectedItem();
@@ -19,13 +19,13 @@ void ResultPanes::HandleClick(Side side) {
 }
 
 void ResultPanes::Click(Side side, std::optional<std::size_t> row, SelectionKeys keys) {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     panes_[side].Click(row, keys);
     HandleClick(side);
 }
 
 void ResultPanes::MoveTo(Side side, std::size_t row, SelectionKeys keys) {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     panes_[side].MoveTo(row, keys);
     HandleClick(side);
 }
@@ -35,25 +35,25 @@ void ResultPanes::ToggleRow(Side side, std::size_t row) {
 }
 
 void ResultPanes::SelectAll(Side side) {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     panes_[side].SelectAll();
     HandleClick(side);
 }
 
 void ResultPanes::DeselectAll(Side side) {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     panes_[side].DeselectAll();
     HandleClick(side);
 }
 
 void ResultPanes::InvertSelection() {
-    if (!menusEnabled_ || !current_) return;
+    if (busy_.IsBusy() || !current_) return;
     panes_[*current_].Invert();
     Tell([this](ResultPanesObserver& observer) { observer.SelectionChanged(*current_); });
 }
 
 void ResultPanes::ShowNextSelected() {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     if (!current_ || !panes_[*current_].SelectedItem()) {
         Message message;
         message.title = "Show Next Selection";
@@ -72,11 +72,11 @@ void ResultPanes::ShowNextSelected() {
 }
 
 void ResultPanes::ShowOnlySelectedObjects() {
-    if (!menusEnabled_ || !current_) return;
+    if (busy_.IsBusy() || !current_) return;
     const Side side = *current_;
     if (panes_[side].Count() == 0 || panes_[side].Rows().IsSentinel()) return;
     if (ShowSelectedNotice) ShowSelectedNotice();
-    const BusyPointer busy(*this);
+    const BusyState::Wait wait(busy_);
     reporter_.Guard("frmMain.ShowOnlySelectedObjects", [this, side] {
         ResultList& hold = *GetCorrespondingHoldListView(&panes_[side]);
         ResultList chosen, none;

@@ -5,8 +5,8 @@
 namespace vantrel {
 
 ResultPanes::ResultPanes(HoldLists& hold, CViewSelections& viewSelections, ErrorReporter& reporter,
-                         MessagePort& messages)
-    : hold_(hold), viewSelections_(viewSelections), reporter_(reporter), messages_(messages) {
+                         MessagePort& messages, BusyState& busy)
+    : hold_(hold), viewSelections_(viewSelections), reporter_(reporter), messages_(messages), busy_(busy) {
 }
 
 ResultList* ResultPanes::GetCorrespondingHoldListView(const PaneList* list) {
@@ -50,7 +50,7 @@ PerSide<ResultList> ResultPanes::RowsOfView() const {
 
 void ResultPanes::ApplyViewTypes() {
     if (hold_[Side::Left].IsSentinel()) return;
-    const BusyPointer busy(*this);
+    const BusyState::Wait wait(busy_);
     reporter_.Guard("frmMain.ApplyViewTypes", [this] {
         // The old rows go first, so that never three generations of a large result are held.
         for (Side side : kBothSides) {
@@ -105,7 +105,7 @@ void ResultPanes::ExchangePanes() {
 }
 
 void ResultPanes::ChooseView(std::int32_t viewType) {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     checkedViewItem_ = viewType;
     viewSelections_.SetViewType(viewType);
     ApplyViewTypes();
@@ -113,7 +113,7 @@ void ResultPanes::ChooseView(std::int32_t viewType) {
 }
 
 void ResultPanes::ChooseOtherView() {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     checkedViewItem_ = kViewCustom;
     Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
     messages_.ShowInformationMessage(
@@ -121,7 +121,7 @@ void ResultPanes::ChooseOtherView() {
 }
 
 void ResultPanes::ToggleView(ResultType type) {
-    if (!menusEnabled_) return;
+    if (busy_.IsBusy()) return;
     if (ShowsNoResult()) {
         messages_.ShowInformationMessage("View Types",
                                          "These buttons require that a comparison be run first");

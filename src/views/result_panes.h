@@ -7,6 +7,7 @@
 
 #include "core/result_list.h"
 #include "diagnostics/error_reporter.h"
+#include "platform/busy_state.h"
 #include "platform/ports.h"
 #include "views/cview_selections.h"
 #include "views/pane_list.h"
@@ -22,7 +23,6 @@ class ResultPanesObserver {
     virtual void EnsureVisible(Side, std::size_t) {}  // scroll the row into view
     virtual void StatusTextsChanged() {}
     virtual void ViewSelectionsChanged() {}  // pictures of the toggles, checked item of the View menu
-    virtual void SetBusyPointer(bool) {}     // always in pairs, true first
 };
 
 // The five lists of the main window and the rules that hold between them. A row of the left and the row of
@@ -32,7 +32,7 @@ class ResultPanes {
   public:
     // `hold`, which comparisons fill, and all else must outlive the panes.
     ResultPanes(HoldLists& hold, CViewSelections& viewSelections, ErrorReporter& reporter,
-                MessagePort& messages);
+                MessagePort& messages, BusyState& busy);
     ResultPanes(const ResultPanes&) = delete;
     ResultPanes& operator=(const ResultPanes&) = delete;
 
@@ -73,9 +73,8 @@ class ResultPanes {
     std::optional<Side> CurrentListview() const { return current_; }
     void SetCurrentListview(std::optional<Side> side) { current_ = side; }
 
-    // While the menus are disabled a job runs, and everything below does nothing.
-    bool MenusEnabled() const { return menusEnabled_; }
-    void SetMenusEnabled(bool enabled) { menusEnabled_ = enabled; }
+    // While it is busy everything below does nothing.
+    const BusyState& Busy() const { return busy_; }
 
     // A click or a key in a pane; see PaneList. The other pane loses its selection, and the status texts
     // follow.
@@ -115,20 +114,6 @@ class ResultPanes {
     std::size_t MemoryUsed() const;
 
   private:
-    // The wait cursor for the time of an operation.
-    class BusyPointer {
-      public:
-        explicit BusyPointer(const ResultPanes& panes) : panes_(panes) { Set(true); }
-        ~BusyPointer() { Set(false); }
-        BusyPointer(const BusyPointer&) = delete;
-        BusyPointer& operator=(const BusyPointer&) = delete;
-
-      private:
-        void Set(bool busy) {
-            panes_.Tell([busy](ResultPanesObserver& observer) { observer.SetBusyPointer(busy); });
-        }
-        const ResultPanes& panes_;
-    };
     template <typename Action>
     void OnCurrent(Action&& action) {
         if (current_) action(*current_);
@@ -145,13 +130,13 @@ class ResultPanes {
     CViewSelections& viewSelections_;
     ErrorReporter& reporter_;
     MessagePort& messages_;
+    BusyState& busy_;
     PerSide<PaneList> panes_;
     ResultList lvwForSwap_;
     PerSide<std::string> statusTexts_;
     std::string viewText_;
     std::int32_t checkedViewItem_ = kViewAll;
     std::optional<Side> current_;
-    bool menusEnabled_ = true;
     bool aligned_ = true;  // false after ShowOnlySelectedObjects
     bool tagged_ = true;   // false after ExchangePanes
     std::vector<ResultPanesObserver*> observers_;

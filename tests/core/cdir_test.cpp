@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/comparison_support.h"
+#include "core/file_system_reminder.h"
 #include "support/fake_volumes.h"
 
 namespace vantrel::testing {
@@ -40,23 +41,24 @@ TEST(CDir, DrivesThatAreNotThere) {
               "to select an existing path.");
 }
 
-TEST(CDir, TheReminderIsForFatBesideNtfsOnly) {
+TEST(FileSystemReminder, IsForFatBesideNtfsOnlyAndOnce) {
     for (const auto& [left, right, reminders] :
          {std::tuple("FAT", "NTFS", 1U), std::tuple("NTFS", "FAT", 1U), std::tuple("FAT32", "NTFS", 0U),
           std::tuple("FAT", "FAT", 0U)}) {
         WithDrives with;
         with.volumes.drives[with.bench.folder / "left"] = {.fileSystem = left};
         with.volumes.drives[with.bench.folder / "right"] = {.fileSystem = right};
-        FolderComparison comparison(with.tools, with.bench.compare, with.bench.host, with.bench.progress,
-                                    with.bench.results);
-        for (int run = 0; run < 2; ++run) comparison.CompareDirs(false, false);
+        const PerSide<std::string> folders{{with.bench.folder / "left/", with.bench.folder / "right/"}};
+        CCompare& compare = with.bench.compare;
+        const auto remind = [&] { RemindAboutFileSystems(with.tools, compare, folders); };
+        for (int run = 0; run < 2; ++run) remind();
         ASSERT_EQ(with.bench.tools.messages.shown.size(), reminders);
         if (reminders == 0) continue;
         EXPECT_EQ(with.bench.tools.messages.shown[0].title, "File System Message");
-        EXPECT_TRUE(with.bench.compare.AlreadyNotifiedAboutFATNTFS);
-        with.bench.compare.AlreadyNotifiedAboutFATNTFS = false;
-        with.bench.compare.IgnoreFAT_NTFS_DaylightSavings = true;
-        comparison.CompareDirs(false, false);
+        EXPECT_TRUE(compare.AlreadyNotifiedAboutFATNTFS);
+        compare.AlreadyNotifiedAboutFATNTFS = false;
+        compare.IgnoreFAT_NTFS_DaylightSavings = true;
+        remind();
         EXPECT_EQ(with.bench.tools.messages.shown.size(), reminders);
     }
 }
@@ -108,7 +110,7 @@ TEST(CDir, ACancelledScanKeepsWhatItFound) {
     CDir dir(bench.tools.Get());
     dir.SetPath(bench.folder / "left");
     bench.tools.loop.cancelAt = 11;
-    const ComparisonContext context{bench.tools.Get(), bench.compare, bench.host, bench.progress};
+    const ComparisonContext context{bench.tools.Get(), bench.compare, bench.progress};
     EXPECT_EQ(dir.PopulateSelfWithFiles({}, context), ScanOutcome::Cancelled);
     EXPECT_EQ(dir.FileCount(), 10U);
     EXPECT_EQ(bench.progress.range, 0);

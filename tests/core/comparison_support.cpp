@@ -1,5 +1,7 @@
 #include "core/comparison_support.h"
 
+#include <gtest/gtest.h>
+
 namespace vantrel::testing {
 namespace {
 
@@ -36,6 +38,23 @@ std::string DescribeFolder(std::string_view text, std::string_view realName, std
     std::string line(text);
     line.append("|").append(realName).append("|").append(std::to_string(size)).append("|");
     return line.append(ResultTypeText(type)).append(incomplete ? "|incomplete" : "");
+}
+
+CompareOutcome ComparisonBench::Run() {
+    const PerSide<std::string> paths = display.paths;
+    ComparisonReport report = comparison.Compare(paths, &display);
+    EXPECT_TRUE(report.unlogged.IsOk());
+    // Only a completed run gives results.
+    if (report.outcome != CompareOutcome::Completed) {
+        EXPECT_FALSE(report.results.HasResult() || !report.results.SubFolderDiffs.IsEmpty());
+    }
+    if (report.outcome == CompareOutcome::NoResult) {
+        results = {};
+        for (const Side side : kBothSides) results.hold[side].SetToSentinel();
+    }
+    if (report.outcome == CompareOutcome::Completed) std::swap(results, report.results);
+    progress.Unload();
+    return report.outcome;
 }
 
 std::vector<std::string> ComparisonBench::Rows() const {

@@ -47,11 +47,11 @@ class FakeShell : public ShellOperations {
     Error Answer() const { return failSingle ? Error::FromErrno(EACCES) : Error(); }
 };
 
-class Host : public FileOperationsHost {
+class Host : public FileOperationsHost, public WaitObserver {
   public:
     explicit Host(const TempFolder& drop) : folders{{drop / "left/", drop / "right/"}} {}
     std::string FolderPath(Side side) const override { return folders[side]; }
-    void SetBusyPointer(bool busy) override { happened.emplace_back(busy ? "busy" : "normal"); }
+    void WaitChanged(bool waiting) override { happened.emplace_back(waiting ? "busy" : "normal"); }
     bool AutoCompareAfterFileOp() const override { return autoCompare; }
     void CompareDirs() override { happened.emplace_back("compare"); }
     void RemoveListItemsAndShowNoCompareMsg() override { happened.emplace_back("empty"); }
@@ -81,6 +81,7 @@ class FileOperationsTest : public ::testing::Test {
         drop.Write("left/orphan", "1234567");
         drop.Write("left/Sub/f", "123");
         drop.Write("right/NEWER", "1");
+        busy.SetWaitObserver(&host);
         volumes.drives = {{drop / "left", {}}, {drop / "right", {}}, {"/", {}}};
         Pair(Row("newer", ResultType::Newer, 5), Row("newer", ResultType::Older, 1, "NEWER"));
         Pair(Row("orphan", ResultType::Orphan, 7), {});
@@ -114,7 +115,8 @@ class FileOperationsTest : public ::testing::Test {
     FakeShell shell;
     ShellWrappers wrappers{shell, messages};
     Host host{drop};
-    FileOperations operations{tools, wrappers, host};
+    BusyState busy;
+    FileOperations operations{tools, wrappers, busy, host};
     HoldLists lists;
 };
 
@@ -321,7 +323,7 @@ TEST_F(FileOperationsTest, ACopyGoesOverItsCounterpartInAnotherLetterCase) {
     ScriptedQuestions questions;
     SystemShellOperations real({box.files, volumes, box.clock, box.loop, progress, questions, {}});
     ShellWrappers doors(real, messages);
-    FileOperations live(tools, doors, host);
+    FileOperations live(tools, doors, busy, host);
     drop.Write("left/Sub/Deep/f", "new");
     drop.Write("right/sub/deep/F", "old");
     EXPECT_TRUE(live.CopyFilesToOtherDirAndLVW(List(), false, false).AllDone());

@@ -28,12 +28,10 @@ class FileCommandsTest : public ::testing::Test {
     void SetUp() override {
         program.Start();
         program.CompareSamples();
-        program.messages.onMessage = [this](const Message&) {
-            EXPECT_EQ(program.Window().MenusEnabled(), false);
-        };
+        program.messages.onMessage = [this](const Message&) { EXPECT_TRUE(program.Get().busy.IsBusy()); };
     }
     void TearDown() override {
-        EXPECT_TRUE(program.Window().MenusEnabled());
+        EXPECT_FALSE(program.Get().busy.IsBusy());
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
         EXPECT_TRUE(program.Get().panes.IsConsistent());
     }

@@ -50,6 +50,116 @@ TEST(MainWindow, ShowsAComparisonAndItsTotals) {
     EXPECT_THAT(program.sound.played, ElementsAre(program.folders.SupportFile(program.files, "vtdone.wav")));
 }
 
+// The endings that follow a comparison, in their order; each is there in its place only.
+TEST(MainWindow, AComparisonEndsInItsOrder) {
+    TestProgram program;
+    Application& application = program.Start();
+    std::vector<std::string> happened;
+    class Reader : public BusyObserver {
+      public:
+        Reader(Application& application, std::vector<std::string>& happened)
+            : application_(application), happened_(happened) {
+            application.busy.AddObserver(this);
+        }
+        ~Reader() override { application_.busy.RemoveObserver(this); }
+        void BusyChanged(bool busy) override {
+            happened_.emplace_back(busy                               ? "busy"
+                                   : application_.results.HasResult() ? "free, with a result"
+                                                                      : "free, without");
+            EXPECT_EQ(application_.panes.ShowsNoResult(), busy || !application_.results.HasResult());
+            EXPECT_EQ(application_.compare.RunningCompare, false);
+        }
+
+      private:
+        Application& application_;
+        std::vector<std::string>& happened_;
+    };
+    const auto pointer = [] { return QApplication::overrideCursor() ? ", waiting" : ""; };
+    program.messages.onMessage = [&](const Message& message) {
+        happened.push_back(message.title + pointer());
+        EXPECT_FALSE(application.busy.IsBusy());
+    };
+    application.Comparison().ShowCompareResults = [&] {
+        happened.push_back("summary" + std::string(pointer()));
+        EXPECT_EQ(program.sound.played.size(), 1U) << "the sound comes before";
+    };
+    {
+        const Reader reader(application, happened);
+        application.compare.IgnoreFAT_NTFS_TwoSecDiff = false;
+        program.volumes.drives[program.workspace / "left"] = {.fileSystem = "FAT"};
+        program.volumes.drives[program.workspace / "right"] = {.fileSystem = "NTFS"};
+        // What cannot be looked into is an error of the run.
+        program.messages.answers = {MessageAnswer::No};
+        program.CompareSamples();
+        EXPECT_THAT(happened, ElementsAre("busy", "free, with a result", "summary", "File System Message"));
+        EXPECT_EQ(application.Window().PathText(Side::Left), program.left + "/");
+        EXPECT_THAT(application.Window().Box(Side::Right).Folders(), ElementsAre(program.right + "/"));
+
+        // A silent one has neither sound nor summary, and the reminder comes once.
+        happened.clear();
+        EXPECT_EQ(application.CompareDirs(CompareEnding::Silent), CompareOutcome::Completed);
+        EXPECT_THAT(happened, ElementsAre("busy", "free, with a result"));
+
+        // Within a command it does not give the menus back.
+        happened.clear();
+        program.messages.onMessage = nullptr;
+        {
+            const BusyState::Job command(application.busy);
+            application.CompareDirs(CompareEnding::Silent);
+            EXPECT_TRUE(application.busy.IsBusy());
+        }
+        EXPECT_THAT(happened, ElementsAre("busy", "free, with a result"));
+    }
+    EXPECT_EQ(program.sound.played.size(), 1U);
+}
+
+TEST(MainWindow, AComparisonWithoutFoldersSaysSoAndEmptiesThePanes) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    application.Window().PopulatingFolderCombos = true;
+    application.Window().SetPathText(Side::Right, "Press the folder icon with three dots -->");
+    application.Window().PopulatingFolderCombos = false;
+    ASSERT_FALSE(application.panes.ShowsNoResult());
+    EXPECT_EQ(application.CompareDirs(CompareEnding::Announced), CompareOutcome::NoResult);
+    EXPECT_EQ(program.messages.Line(0),
+              "Compare Folders: Please select two folders to compare.  See Help file for details.");
+    EXPECT_TRUE(application.panes.ShowsNoResult());
+    EXPECT_TRUE(application.compare.CompareCancelled);
+    EXPECT_FALSE(application.results.HasResult() || application.busy.IsBusy());
+}
+
+TEST(MainWindow, ErrorsOfAnAnnouncedComparisonAreOfferedWithTheLog) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    program.sound.played.clear();
+    // Something goes wrong while it runs.
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (application.compare.RunningCompare) application.compare.ErrorsDuringCompare = true;
+    });
+    timer.start(0);
+    program.messages.onMessage = [&](const Message& message) {
+        if (message.title != "Errors Occurred") return;
+        EXPECT_FALSE(application.busy.IsBusy());
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+        EXPECT_THAT(program.sound.played, IsEmpty());
+    };
+    program.messages.answers = {MessageAnswer::No};
+    application.CompareDirs(CompareEnding::Announced);
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_EQ(program.messages.Line(0),
+              "Errors Occurred: Errors were encountered during the comparison.\r\n\r\nSee the file "
+              "ERRORLOG.TXT for details.\r\n\r\nWould you like to view the log file now?");
+    EXPECT_EQ(program.sound.played.size(), 1U);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+
+    application.CompareDirs(CompareEnding::Silent);
+    EXPECT_TRUE(application.compare.ErrorsDuringCompare);
+    EXPECT_EQ(program.messages.shown.size(), 1U);
+}
+
 TEST(MainWindow, EscapeInMidRunLeavesNoResultAndAWorkingWindow) {
     TestProgram program;
     Application& application = program.Start();
@@ -67,7 +177,7 @@ TEST(MainWindow, EscapeInMidRunLeavesNoResultAndAWorkingWindow) {
     EXPECT_TRUE(pressed);
     EXPECT_TRUE(application.compare.CompareCancelled);
     EXPECT_TRUE(application.panes.ShowsNoResult());
-    EXPECT_TRUE(application.Window().MenusEnabled());
+    EXPECT_FALSE(application.busy.IsBusy());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 

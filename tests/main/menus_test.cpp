@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolButton>
 #include <set>
 
 #include "main/command_table.h"
@@ -85,9 +86,24 @@ TEST(Menus, BusyStateHoldsForMenusStripsKeysAndPathBoxes) {
     Application& application = program.Start();
     program.CompareSamples();
     frmMain& window = application.Window();
-    window.SetMenusEnabled(false);
-    for (const char* menu : {"mnuFile", "mnuOptions", "mnuSelect", "mnuView", "mnuHelp"})
-        EXPECT_FALSE(application.GetCommands().Menu(menu)->menuAction()->isEnabled()) << menu;
+    const auto looksDisabled = [&](bool disabled) {
+        for (const char* menu : {"mnuFile", "mnuOptions", "mnuSelect", "mnuView", "mnuHelp"})
+            EXPECT_NE(application.GetCommands().Menu(menu)->menuAction()->isEnabled(), disabled) << menu;
+        for (const QToolButton* button : std::initializer_list<QToolButton*>{
+                 window.Strip(ToolbarStyle::Coolbar).Button("mnuFileExit"),
+                 window.Strip(ToolbarStyle::Toolbar).Button("mnuFileCompareDirectories"),
+                 window.Box(Side::Left).Icon(PathIcon::UpToParent),
+                 window.Box(Side::Right).Icon(PathIcon::Select),
+                 window.Panes().Toggles().imgViews(ResultType::Newer)})
+            EXPECT_NE(button->isEnabled(), disabled) << button->objectName().toStdString();
+    };
+    // The focus comes back to a button that lost it.
+    QToolButton* focused = window.Box(Side::Left).Icon(PathIcon::Explore);
+    focused->setFocus();
+    looksDisabled(false);
+    BusyState::Job job(application.busy), inner(application.busy);
+    looksDisabled(true);
+    EXPECT_NE(window.focusWidget(), focused);
     application.GetCommands().Action("mnuOptionsSoundOn")->trigger();
     EXPECT_TRUE(application.sounds.SoundOn);
     window.Strip(ToolbarStyle::Coolbar).Button("mnuFileExit")->click();
@@ -96,7 +112,11 @@ TEST(Menus, BusyStateHoldsForMenusStripsKeysAndPathBoxes) {
     EXPECT_EQ(window.PathText(Side::Left), program.left + "/");
     application.panes.SelectAll(Side::Left);
     EXPECT_EQ(application.panes.Pane(Side::Left).SelectedCount(), 0U);
-    window.SetMenusEnabled(true);
+    job.End();
+    looksDisabled(true);
+    inner.End();
+    looksDisabled(false);
+    EXPECT_EQ(window.focusWidget(), focused);
     application.panes.SelectAll(Side::Left);
     EXPECT_EQ(application.panes.Pane(Side::Left).SelectedCount(), 6U);
 }

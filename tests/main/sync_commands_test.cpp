@@ -35,7 +35,7 @@ class SyncCommandsTest : public ::testing::Test {
         program.sound.played.clear();
     }
     void TearDown() override {
-        EXPECT_TRUE(program.Window().MenusEnabled());
+        EXPECT_FALSE(program.Get().busy.IsBusy());
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     }
     void Run(const char* command) { program.Get().GetCommands().Run(command); }
@@ -50,7 +50,7 @@ TEST_F(SyncCommandsTest, AWholeRunByKeysBringsTheFoldersIntoLine) {
     script
         .Await("frmSyncWizard",
                [&](QWidget& wizard) {
-                   EXPECT_FALSE(program.Window().MenusEnabled());
+                   EXPECT_TRUE(program.Get().busy.IsBusy());
                    auto* methods = wizard.findChild<QComboBox*>(QStringLiteral("cboSyncMethod"));
                    QTest::keyClick(methods, Qt::Key_Home);
                    PressChild(wizard, "chkPromptForSyncMethod");

@@ -33,7 +33,7 @@ SystemCalls& SyncWorld::Calls(SystemCalls* calls) {
 
 SyncWorld::SyncWorld(SystemCalls* calls)
     : tools(Calls(calls)),
-      comparison(tools.Get(), compare, *this, progress, results),
+      comparison(tools.Get(), compare, progress),
       shellProgress(tools.loop),
       shell({tools.files,
              drives,
@@ -43,10 +43,14 @@ SyncWorld::SyncWorld(SystemCalls* calls)
              questions,
              {tools.folder / "Trash", 0}}),
       wrappers(shell, tools.messages),
-      sync(tools.Get(), wrappers, settings, *this) {
+      sync(tools.Get(), wrappers, busy, settings, *this) {
     tools.folder.MakeFolder("left");
     tools.folder.MakeFolder("right");
-    compare.RemindAboutFATNTFSIssue = false;
+}
+
+void SyncWorld::Compare() {
+    ComparisonReport report = comparison.Compare({{Folder(Side::Left), Folder(Side::Right)}}, nullptr);
+    if (report.outcome != CompareOutcome::Failed) std::swap(results, report.results);
 }
 
 }  // namespace vantrel::testing

@@ -46,29 +46,14 @@ using Tree = std::map<std::string, FileState>;
 Tree ReadTree(const std::string& folder);
 
 // Two folders, a comparison and a synchronisation over them, without a window.
-class SyncWorld : public ComparisonHost, public SyncHost {
+class SyncWorld : public SyncHost {
   public:
     SyncWorld() : SyncWorld(nullptr) {}
     explicit SyncWorld(SystemCalls* calls);
 
     std::string Folder(Side side) const { return tools.folder / (side == Side::Left ? "left/" : "right/"); }
-    void Compare() { comparison.CompareDirs(false, false); }
+    void Compare();
     std::string TrashFiles() const { return tools.folder / "Trash/files/"; }
-
-    // ComparisonHost
-    std::string PathText(Side side) const override { return Folder(side); }
-    void SetPathText(Side, const std::string&) override {}
-    bool MenusEnabled() const override { return true; }
-    void SetMenusEnabled(bool) override {}
-    void SetBusyPointer(bool) override {}
-    void SetFilterPanel(std::string_view) override {}
-    void RaiseMainWindow() override {}
-    void ApplyViewTypes() override {}
-    void RemoveListItemsAndShowNoCompareMsg() override { events += "empty "; }
-    void AddPathsToIni(const std::string&, const std::string&) override {}
-    void PlayCompareCompleteSound() override {}
-    void ShowCompareResults() override {}
-    void ShowErrorLog() override {}
 
     // SyncHost
     const ComparisonResults& Results() const override { return results; }
@@ -89,6 +74,7 @@ class SyncWorld : public ComparisonHost, public SyncHost {
         events += "compare ";
         Compare();
     }
+    void RemoveListItemsAndShowNoCompareMsg() override { events += "empty "; }
     void PlaySyncCompleteSound() override { events += "sound "; }
 
     TestToolbox tools;
@@ -101,6 +87,7 @@ class SyncWorld : public ComparisonHost, public SyncHost {
     SkippingQuestions questions;
     SystemShellOperations shell;
     ShellWrappers wrappers;
+    BusyState busy;
     CSyncSettings settings;
     Synchronization sync;
 

@@ -258,7 +258,7 @@ TEST(Synchronization, LowSpaceIsAskedAboutAndCancelDoesNothing) {
     Toolbox tools{
         world.tools.files,    volumes,          world.tools.clock,    world.tools.locale, world.tools.folders,
         world.tools.messages, world.tools.loop, world.tools.reporter, world.tools.log};
-    Synchronization sync(tools, world.wrappers, world.settings, world);
+    Synchronization sync(tools, world.wrappers, world.busy, world.settings, world);
     world.tools.messages.answers = {MessageAnswer::Cancel};
     EXPECT_FALSE(sync.AutoSync(false, false));
     EXPECT_EQ(

@@ -122,7 +122,7 @@ TEST(PaneSelection, TheStatusFollowsClicksButNotAnInversion) {
     EXPECT_EQ(stage.Right().SelectedItem(), 1U);
     EXPECT_EQ(stage.Right().SelectedObject(), nullptr);
 
-    stage.panes.SetMenusEnabled(false);
+    const BusyState::Job job(stage.busy);
     stage.panes.Click(Side::Left, 0, {});
     stage.panes.SelectAll();
     stage.panes.InvertSelection();

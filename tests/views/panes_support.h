@@ -69,7 +69,8 @@ struct PanesStage {
     ErrorReporter reporter{files, folders, clock, locale, messages, loop};
     CViewSelections selections;
     HoldLists hold;
-    ResultPanes panes{hold, selections, reporter, messages};
+    BusyState busy;
+    ResultPanes panes{hold, selections, reporter, messages, busy};
 
     const PaneList& Left() const { return panes.Pane(Side::Left); }
     const PaneList& Right() const { return panes.Pane(Side::Right); }

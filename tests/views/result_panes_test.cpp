@@ -147,7 +147,7 @@ TEST(ResultPanes, TogglesLeadBackToTheNamedViewThatHasTheirFlags) {
     EXPECT_EQ(stage.selections.ViewType(), kViewSimilar);
     EXPECT_EQ(stage.messages.Line(0),
               "Custom View: Use the icons in the center of the program to specify custom View options");
-    stage.panes.SetMenusEnabled(false);
+    const BusyState::Job job(stage.busy);
     stage.panes.ToggleView(Newer);
     stage.panes.ChooseView(kViewAll);
     EXPECT_EQ(stage.selections.Flags, flags);

@@ -6,7 +6,6 @@
 #include "compare_output.h"
 #include "compare_request.h"
 #include "console_host.h"
-#include "core/folder_comparison.h"
 #include "engine.h"
 #include "exit_status.h"
 
@@ -71,21 +70,17 @@ int Compare(const PrintedComparison& request, const PerSide<std::string_view>& o
     CCompare compare;
     ApplyRequest(request.compare, options, compare);
 
-    ComparisonResults results;
     PerSide<std::string> paths;
     for (const Side side : kBothSides) paths[side] = engine.FullPath(operands[side]);
-    ConsoleHost host(engine.Tools(), results, paths);
-    FolderComparison comparison(engine.Tools(), compare, host, engine.Progress(), results);
-    const CompareOutcome outcome = comparison.CompareDirs(false, false);
-    if (compare.ErrorsDuringCompare) host.ShowErrorLog();
+    const ComparisonReport report = CompareOnConsole(engine, engine.Tools(), compare, paths);
     // Whoever reads the result may have enough of it: the signal of that ends the process while it prints.
     logs.reset();
     const bool cancelled = engine.Tools().loop.CancelRequested();
     ConsoleLoop::LeaveSignals();
 
     if (cancelled) messages.Say("cancelled");
-    if (cancelled || outcome != CompareOutcome::Completed) return kTrouble;
-    const int status = Print(request, results, ViewOf(request.view, options), engine);
+    if (cancelled || report.outcome != CompareOutcome::Completed) return kTrouble;
+    const int status = Print(request, report.results, ViewOf(request.view, options), engine);
     return compare.ErrorsDuringCompare ? kTrouble : status;
 }
 

@@ -2,19 +2,32 @@
 
 #include <cstdio>
 
+#include "core/file_system_reminder.h"
 #include "display_width.h"
 
 namespace vantrel::cli {
+namespace {
 
-void ConsoleHost::RemoveListItemsAndShowNoCompareMsg() {
-    for (const Side side : kBothSides) results_.hold[side].SetToSentinel();
-}
-
-void ConsoleHost::ShowErrorLog() {
+void PrintErrorLog(const Toolbox& tools) {
     constexpr std::size_t kMostShown = std::size_t{64} << 20;
     std::string log;
-    if (tools_.files.ReadWholeFile(tools_.log.Path(), kMostShown, log).IsOk())
+    if (tools.files.ReadWholeFile(tools.log.Path(), kMostShown, log).IsOk())
         std::fprintf(stderr, "%s\n", DisplayLines(log).c_str());
+}
+
+}  // namespace
+
+ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare& compare,
+                                  const PerSide<std::string>& paths) {
+    FolderComparison comparison(tools, compare, engine.Progress());
+    ComparisonReport report = comparison.Compare(paths, nullptr);
+    engine.Progress().Unload();
+    tools.loop.Yield();
+    if (!report.unlogged.IsOk()) tools.reporter.ReportError("frmMain.CompareDirs", report.unlogged);
+    if (report.outcome == CompareOutcome::Completed)
+        RemindAboutFileSystems(tools, compare, report.results.folders);
+    if (compare.ErrorsDuringCompare) PrintErrorLog(tools);
+    return report;
 }
 
 }  // namespace vantrel::cli

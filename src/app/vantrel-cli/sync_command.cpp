@@ -6,7 +6,6 @@
 #include "commands.h"
 #include "console_host.h"
 #include "console_shell.h"
-#include "core/folder_comparison.h"
 #include "engine.h"
 #include "exit_status.h"
 #include "platform/files/system_calls.h"
@@ -69,7 +68,6 @@ class ConsoleSyncHost : public SyncHost {
     void CompareDirs() override {}
     void RemoveListItemsAndShowNoCompareMsg() override {}
     void PlaySyncCompleteSound() override {}
-    void SetBusyPointer(bool) override {}
 
   private:
     Decision Decide(const SyncPlan& plan) {
@@ -162,18 +160,14 @@ class SyncRun {
         ApplyRequest(request_.compare, options_, compare_);
         PerSide<std::string> paths;
         for (const Side side : kBothSides) paths[side] = engine_.FullPath(operands[side]);
-        ConsoleHost host(tools_, results_, paths);
-        FolderComparison comparison(tools_, compare_, host, engine_.Progress(), results_);
-        const CompareOutcome outcome = comparison.CompareDirs(false, false);
-        if (compare_.ErrorsDuringCompare) {
-            complete_ = false;
-            host.ShowErrorLog();
-        }
-        if (tools_.loop.CancelRequested())
+        ComparisonReport report = CompareOnConsole(engine_, tools_, compare_, paths);
+        if (compare_.ErrorsDuringCompare) complete_ = false;
+        if (tools_.loop.CancelRequested()) {
             console_.Say("cancelled");
-        else if (outcome == CompareOutcome::Completed)
-            return true;
-        return false;
+            return false;
+        }
+        std::swap(results_, report.results);
+        return report.outcome == CompareOutcome::Completed;
     }
 
     int ShowPlan(const SelectedTexts& selected) {
@@ -194,7 +188,8 @@ class SyncRun {
         ShellWrappers wrappers(shell, messages_);
         ConsoleSyncHost host({request_, results_, std::move(selected), options_.numSyncLogEntries,
                               tools_.loop, console_, questions});
-        Synchronization sync(tools_, wrappers, settings_, host);
+        BusyState busy;
+        Synchronization sync(tools_, wrappers, busy, settings_, host);
         sync.SyncSelectedOnly = !request_.select.empty();
         const std::size_t warnings = messages_.Warnings();
         const std::optional<SyncReport> report = sync.AutoSync(true, true);

@@ -23,7 +23,7 @@ void CompareParents(Application& application) {
 void InstallCompareCommands(Application& application) {
     Commands& commands = application.GetCommands();
     commands.SetHandler("mnuFileCompareDirectories",
-                        [&application] { application.CompareDirs(true, false); });
+                        [&application] { application.CompareDirs(CompareEnding::Announced); });
     commands.SetHandler("mnuFileCompareParents", [&application] { CompareParents(application); });
     commands.SetHandler("mnuFileExit", [&application] { application.Window().close(); });
 }

@@ -69,7 +69,7 @@ void GoToFolderBothSides(Application& application) {
                                           paired ? counterparts[number].realName : folder->row->realName);
     for (const Side side : kBothSides)
         if (!paths[side].empty()) application.Window().SetPathText(side, paths[side]);
-    application.CompareDirs(false, true);
+    application.CompareDirs(CompareEnding::Announced);
 }
 
 void CompareSubFolderToOtherFolder(Application& application) {
@@ -82,7 +82,7 @@ void CompareSubFolderToOtherFolder(Application& application) {
     if (!picked) return;
     application.Window().SetPathText(side, path);
     application.Window().SetPathText(Other(side), *picked);
-    application.CompareDirs(false, true);
+    application.CompareDirs(CompareEnding::Announced);
 }
 
 }  // namespace

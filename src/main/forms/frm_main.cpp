@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -31,11 +30,13 @@ constexpr PerSide<const char*> kPanes{{"lvwSourceDirFiles", "lvwTargetDirFiles"}
 }  // namespace
 
 frmMain::frmMain(const Parts& parts, const std::string& appVersion)
-    : parts_(parts), commands_(parts_.tools.reporter), popups_(commands_, parts_.panes) {
+    : parts_(parts), commands_(parts_.busy, parts_.tools.reporter), popups_(commands_, parts_.panes) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Vantrel v") + ToQString(appVersion));
     setWindowIcon(ProgramIcon());
     setContextMenuPolicy(Qt::NoContextMenu);
+    // Before all that the window holds: it sees the focus that a job finds, and gives it back last.
+    parts_.busy.AddObserver(this);
     commands_.Build(menuBar(), MainWindowTables());
     MakeStrips();
     LayOut();
@@ -55,6 +56,7 @@ frmMain::frmMain(const Parts& parts, const std::string& appVersion)
 
 frmMain::~frmMain() {
     parts_.panes.RemoveObserver(this);
+    parts_.busy.RemoveObserver(this);
 }
 
 void frmMain::MakeStrips() {
@@ -102,11 +104,11 @@ void frmMain::LayOut() {
 
 void frmMain::WirePathBox(Side side) {
     PathBox* box = boxes_[side];
-    box->SetState({.busy = [this] { return !MenusEnabled(); },
+    box->SetState({.busy = [this] { return parts_.busy.IsBusy(); },
                    .fillingOrRun = [this] { return PopulatingFolderCombos || parts_.compare.RunningCompare; },
                    .autoComplete = [this] { return parts_.options.autoCompleteFolderPath; }});
     connect(box, &PathBox::Changed, this,
-            Guarded(kBoxes[side], "Change", [this] { RemoveListItemsAndShowNoCompareMsg(); }));
+            Guarded(kBoxes[side], "Change", [this] { parts_.panes.RemoveListItemsAndShowNoCompareMsg(); }));
     connect(box, &PathBox::CompareRequested, this, Guarded(kBoxes[side], "KeyPress", [this] {
                 if (hooks_.compare) hooks_.compare();
             }));
@@ -151,7 +153,7 @@ void frmMain::OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers k
     const DropKeys pressed{.control = keys.testFlag(Qt::ControlModifier),
                            .shift = keys.testFlag(Qt::ShiftModifier)};
     const auto drop = [this, paths = DroppedPaths(uris), folder = PaneFolder(side), pressed] {
-        if (!MenusEnabled() || !dropHandler_) return;
+        if (parts_.busy.IsBusy() || !dropHandler_) return;
         const DropAction action = ProcessOLEDragDrop(parts_.tools, paths, folder, pressed);
         if (action != DropAction::None) dropHandler_(action, paths, folder);
     };
@@ -159,7 +161,7 @@ void frmMain::OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers k
 }
 
 void frmMain::DragOut(Side side) {
-    if (!MenusEnabled()) return;
+    if (parts_.busy.IsBusy()) return;
     const PaneList& list = parts_.panes.Pane(side);
     std::vector<std::string> paths;
     for (const std::size_t row : list.SelectedRows())
@@ -204,19 +206,14 @@ void frmMain::SetPathText(Side side, const std::string& path) {
     boxes_[side]->SetPath(path);
 }
 
-void frmMain::SetMenusEnabled(bool enabled) {
-    parts_.panes.SetMenusEnabled(enabled);
-    commands_.SetMenusEnabled(enabled);
-    if (enabled && closeAfterJob_) QTimer::singleShot(0, this, &frmMain::close);
-}
-
-void frmMain::SetBusyPointer(bool busy) {
-    if (busy == busyPointer_) return;
-    busyPointer_ = busy;
-    if (busy)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
+void frmMain::BusyChanged(bool busy) {
+    // A button that is disabled loses the focus.
+    if (busy) focusBeforeJob_ = qobject_cast<QToolButton*>(focusWidget());
+    for (const Side side : kBothSides) boxes_[side]->ShowBusy(busy);
+    panesWidget_->ShowBusy(busy);
+    if (busy) return;
+    if (focusBeforeJob_) focusBeforeJob_->setFocus();
+    if (closeAfterJob_) QTimer::singleShot(0, this, &frmMain::close);
 }
 
 void frmMain::SetFilterPanel(std::string_view text) {
@@ -227,31 +224,11 @@ void frmMain::RaiseMainWindow() {
     if (!isMinimized()) raise();
 }
 
-void frmMain::ApplyViewTypes() {
-    parts_.panes.ApplyViewTypes();
-}
-
-void frmMain::RemoveListItemsAndShowNoCompareMsg() {
-    parts_.panes.RemoveListItemsAndShowNoCompareMsg();
-}
-
 void frmMain::AddPathsToIni(const std::string& left, const std::string& right) {
     PathHistory::Lists lists;
     const Error error = parts_.history.AddPathsToIni(left, right, lists);
     ShowFolders(lists);
     if (!error.IsOk()) parts_.tools.reporter.ReportError("frmMain.AddPathsToIni", error);
-}
-
-void frmMain::PlayCompareCompleteSound() {
-    if (hooks_.playCompareCompleteSound) hooks_.playCompareCompleteSound();
-}
-
-void frmMain::ShowCompareResults() {
-    if (hooks_.showCompareResults) hooks_.showCompareResults();
-}
-
-void frmMain::ShowErrorLog() {
-    if (hooks_.showErrorLog) hooks_.showErrorLog();
 }
 
 void frmMain::ShowFileComparisonResults(const std::string& text) {
@@ -265,7 +242,7 @@ void frmMain::ShowFileComparisonResults(const std::string& text) {
 
 void frmMain::closeEvent(QCloseEvent* event) {
     // A job holds on to what the window owns: it is asked to end, and the window closes behind it.
-    if (!MenusEnabled() || parts_.compare.RunningCompare) {
+    if (parts_.busy.IsBusy()) {
         closeAfterJob_ = true;
         if (hooks_.cancelJob) hooks_.cancelJob();
         event->ignore();

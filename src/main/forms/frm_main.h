@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "core/ccompare.h"
-#include "core/compare_ports.h"
 #include "core/comparison_results.h"
 #include "core/toolbox.h"
 #include "main/forms/popup_menus.h"
@@ -27,7 +27,7 @@ namespace vantrel {
 // The main window: the menus, the strips, the path boxes, the panes and the status bar, and the wires between
 // them. What the commands do is hung in from outside (Commands::SetHandler); it keeps no result and no option
 // of its own.
-class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesObserver {
+class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObserver {
     Q_OBJECT
 
   public:
@@ -38,6 +38,7 @@ class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesOb
         const CCompare& compare;
         const ComparisonResults& results;
         ResultPanes& panes;
+        BusyState& busy;
         const PathHistory& history;
     };
     // What the window asks of the program around it; what is not set does nothing.
@@ -46,9 +47,6 @@ class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesOb
         std::function<void(Side, PathIcon)> pathIcon;
         std::function<void()> cancelJob;  // the window is to be closed while a job runs
         std::function<void()> unload;     // Form_Unload; the window closes afterwards
-        std::function<void()> playCompareCompleteSound;
-        std::function<void()> showCompareResults;
-        std::function<void()> showErrorLog;
     };
     // Carries out a drop of `paths` on a pane, whose folder is `folder`.
     using DropHandler =
@@ -92,20 +90,13 @@ class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesOb
     // Shows this text in the log viewer (caption "Comparison Results").
     void ShowFileComparisonResults(const std::string& text);
 
-    // ComparisonHost
-    std::string PathText(Side side) const override;
-    void SetPathText(Side side, const std::string& path) override;
-    bool MenusEnabled() const override { return commands_.MenusEnabled(); }
-    void SetMenusEnabled(bool enabled) override;
-    void SetBusyPointer(bool busy) override;
-    void SetFilterPanel(std::string_view text) override;
-    void RaiseMainWindow() override;
-    void ApplyViewTypes() override;
-    void RemoveListItemsAndShowNoCompareMsg() override;
-    void AddPathsToIni(const std::string& left, const std::string& right) override;
-    void PlayCompareCompleteSound() override;
-    void ShowCompareResults() override;
-    void ShowErrorLog() override;
+    // Of cboSourcePath and cboTargetPath, as PathFromUser gives it.
+    std::string PathText(Side side) const;
+    void SetPathText(Side side, const std::string& path);
+    void SetFilterPanel(std::string_view text);  // third panel of the status bar
+    void RaiseMainWindow();                      // to the top, unless it is minimised
+    // The two become the most recent ones of the path boxes.
+    void AddPathsToIni(const std::string& left, const std::string& right);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -128,6 +119,7 @@ class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesOb
     void OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
     void DragOut(Side side);
 
+    void BusyChanged(bool busy) override;
     void StatusTextsChanged() override;
     void ViewSelectionsChanged() override { commands_.RefreshChecks(); }
 
@@ -143,7 +135,7 @@ class frmMain : public QMainWindow, public ComparisonHost, private ResultPanesOb
     CommandStrip* coolBar_ = nullptr;
     CommandStrip* toolbar_ = nullptr;
     QFont ownFont_;
-    bool busyPointer_ = false;
+    QPointer<QWidget> focusBeforeJob_;
     bool closeAfterJob_ = false;
 };
 

@@ -58,13 +58,13 @@ QMenu* PopupMenus::Prepare(Side side) {
 }
 
 void PopupMenus::Open(Side side, const QPoint& globalPosition) {
-    if (!commands_.MenusEnabled()) return;
+    if (commands_.IsBusy()) return;
     Prepare(side)->popup(globalPosition);
 }
 
 void PopupMenus::DoubleClick(Side side, std::size_t row, const QPoint& globalPosition) {
     const PaneList& list = panes_.Pane(side);
-    if (!commands_.MenusEnabled() || row >= list.Count() || !list[row].IsReal()) return;
+    if (commands_.IsBusy() || row >= list.Count() || !list[row].IsReal()) return;
     switch (DoubleClickFor(list[row])) {
         case DoubleClickKind::OpenFile:
             commands_.Run("mnuFileOpenFile");

@@ -28,9 +28,13 @@ QActionGroup* GroupOf(QMenu* menu) {
 
 }  // namespace
 
-Commands::Commands(ErrorReporter& reporter, QObject* parent) : QObject(parent), reporter_(reporter) {
+Commands::Commands(BusyState& busy, ErrorReporter& reporter, QObject* parent)
+    : QObject(parent), busy_(busy), reporter_(reporter) {
 }
-Commands::~Commands() = default;
+
+Commands::~Commands() {
+    busy_.RemoveObserver(this);
+}
 
 void Commands::Build(QMenuBar* bar, const CommandTables& tables) {
     owner_ = bar->window();
@@ -41,6 +45,8 @@ void Commands::Build(QMenuBar* bar, const CommandTables& tables) {
     for (const CommandEntry& entry : tables.popups) Add(entry, nullptr);
     for (const std::string_view name : tables.separate) AddSeparate(name);
     ShowEnabled();
+    busy_.AddObserver(this);
+    BusyChanged(busy_.IsBusy());
 }
 
 void Commands::Add(const CommandEntry& entry, QMenuBar* bar) {
@@ -153,17 +159,16 @@ std::string Commands::RoutineName(std::string_view name) const {
 void Commands::Start(const QString& name) {
     const std::string command = FromQString(name);
     // A handler may put another one in its place: keep it alive while it runs.
-    if (menusEnabled_ && IsEnabled(command))
+    if (!IsBusy() && IsEnabled(command))
         if (const auto handler = Acting(Find(command)).handler)
             reporter_.GuardRun(RoutineName(command), handler);
     RefreshChecks();
     Q_EMIT CommandDone();
 }
 
-void Commands::SetMenusEnabled(bool enabled) {
-    menusEnabled_ = enabled;
-    for (const std::string_view name : busyMenus_) Action(name)->setEnabled(enabled);
-    Q_EMIT MenusEnabledChanged(enabled);
+void Commands::BusyChanged(bool busy) {
+    for (const std::string_view name : busyMenus_) Action(name)->setEnabled(!busy);
+    Q_EMIT BusyShown(busy);
 }
 
 }  // namespace vantrel

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "diagnostics/error_reporter.h"
+#include "platform/busy_state.h"
 #include "views/forms/command_entry.h"
 
 class QAction;
@@ -18,12 +19,12 @@ namespace vantrel {
 // Every command of a window as one QAction that bears the item's name; menus, pop-ups, tool bars and
 // keys share it. An item of a pop-up that stands for a command has an action of its own, with its own
 // caption, which follows and runs that command.
-class Commands : public QObject {
+class Commands : public QObject, private BusyObserver {
     Q_OBJECT
 
   public:
-    // Errors of the handlers go to `reporter`, which must outlive the object.
-    explicit Commands(ErrorReporter& reporter, QObject* parent = nullptr);
+    // Errors of the handlers go to `reporter`. Both must outlive the object.
+    Commands(BusyState& busy, ErrorReporter& reporter, QObject* parent = nullptr);
     ~Commands() override;
 
     // Makes all menus, those of the menu bar in `bar`. The tables must outlive the object.
@@ -47,13 +48,12 @@ class Commands : public QObject {
     // Runs a command as its menu item does: not while a job runs, and not while it is disabled.
     void Run(std::string_view name);
 
-    // The busy state: all busyMenus of the tables together. While they are disabled no command runs, by
-    // whatever way it is called.
-    void SetMenusEnabled(bool enabled);
-    bool MenusEnabled() const { return menusEnabled_; }
+    // While a job runs all busyMenus of the tables are disabled together, and no command runs by whatever way
+    // it is called.
+    bool IsBusy() const { return busy_.IsBusy(); }
 
   Q_SIGNALS:
-    void MenusEnabledChanged(bool enabled);
+    void BusyShown(bool busy);  // the menus look so now; strips follow
     // A command has run; what it changed in the options may have to be shown.
     void CommandDone();
 
@@ -73,14 +73,15 @@ class Commands : public QObject {
     const Item& Acting(const Item& item) const;
     void Start(const QString& name);
     void ShowEnabled();
+    void BusyChanged(bool busy) override;
 
+    BusyState& busy_;
     ErrorReporter& reporter_;
     QHash<QString, Item> items_;
     std::span<const std::string_view> busyMenus_;
     std::string_view window_;
     std::span<const OddRoutine> oddRoutines_;
     QWidget* owner_ = nullptr;
-    bool menusEnabled_ = true;
 };
 
 }  // namespace vantrel

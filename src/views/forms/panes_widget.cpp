@@ -1,6 +1,5 @@
 #include "views/forms/panes_widget.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QScrollBar>
 #include <QToolButton>
@@ -11,7 +10,7 @@ class PanesWidget::Selector : public PaneSelector {
   public:
     Selector(ResultPanes& panes, Side side) : panes_(panes), side_(side) {}
 
-    bool IsEnabled() const override { return panes_.MenusEnabled(); }
+    bool IsEnabled() const override { return !panes_.Busy().IsBusy(); }
     void Pressed() override { panes_.SetCurrentListview(side_); }
     void Click(std::optional<std::size_t> row, SelectionKeys keys) override {
         panes_.Click(side_, row, keys);
@@ -96,11 +95,8 @@ void PanesWidget::ViewSelectionsChanged() {
     toggles_->DisplayViewSelections(panes_.ViewSelections());
 }
 
-void PanesWidget::SetBusyPointer(bool busy) {
-    if (busy)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
+void PanesWidget::ShowBusy(bool busy) {
+    toggles_->setEnabled(!busy);
 }
 
 // Both panes have a horizontal scroll bar, or none: otherwise the last rows of the one would have no place to

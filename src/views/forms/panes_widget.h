@@ -30,6 +30,8 @@ class PanesWidget : public QWidget, private ResultPanesObserver {
     void SetPaneFont(const QFont& font);
     // Path of "lvwback.gif"; see PaneView::SetBackground.
     void SetBackground(const QString& path);
+    // The toggles look disabled while a job runs.
+    void ShowBusy(bool busy);
 
   Q_SIGNALS:
     void PanesResized();  // also at first: status panels take the widths of the panes
@@ -44,7 +46,6 @@ class PanesWidget : public QWidget, private ResultPanesObserver {
     void SelectionChanged(Side side) override;
     void EnsureVisible(Side side, std::size_t row) override;
     void ViewSelectionsChanged() override;
-    void SetBusyPointer(bool busy) override;
     void AlignHorizontalBars();
 
     ResultPanes& panes_;

@@ -96,6 +96,10 @@ void PathBox::MakeIcons() {
     }
 }
 
+void PathBox::ShowBusy(bool busy) {
+    for (QToolButton* icon : icons_) icon->setEnabled(!busy);
+}
+
 std::string PathBox::Path() const {
     return PathFromUser(FromQString(combo_->currentText()));
 }

@@ -34,6 +34,8 @@ class PathBox : public QWidget, private AutoCompleteBox {
         std::function<bool()> autoComplete;  // mnuOptionsAutoCompleteFolderPath
     };
     void SetState(State state) { state_ = std::move(state); }
+    // The pictures look disabled while a job runs.
+    void ShowBusy(bool busy);
 
     // The text in the engine's form.
     std::string Path() const;

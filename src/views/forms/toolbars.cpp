@@ -26,7 +26,12 @@ CommandButton::CommandButton(QAction* action, const QString& caption, const QStr
 }
 
 void CommandButton::Follow() {
-    setEnabled(action_->isEnabled());
+    setEnabled(action_->isEnabled() && !busy_);
+}
+
+void CommandButton::ShowBusy(bool busy) {
+    busy_ = busy;
+    Follow();
 }
 
 void CommandButton::paintEvent(QPaintEvent*) {
@@ -55,6 +60,7 @@ CommandStrip::CommandStrip(ToolbarStyle style, std::span<const ToolbarEntry> ent
             CommandIcon(QLatin1String(entry.icon.data(), static_cast<qsizetype>(entry.icon.size()))));
         button->setIconSize(iconSize());
         button->setToolButtonStyle(large ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonTextBesideIcon);
+        connect(&commands, &Commands::BusyShown, button, &CommandButton::ShowBusy);
         addWidget(button);
     }
 }
@@ -64,7 +70,7 @@ CommandButton* CommandStrip::Button(std::string_view command) const {
 }
 
 void CommandStrip::contextMenuEvent(QContextMenuEvent* event) {
-    if (!commands_.MenusEnabled()) return;
+    if (commands_.IsBusy()) return;
     commands_.RefreshChecks();
     commands_.Menu("mnuOptionsToolbar")->popup(event->globalPos());
 }

@@ -22,6 +22,8 @@ class CommandButton : public QToolButton {
   public:
     CommandButton(QAction* action, const QString& caption, const QString& tip, QWidget* parent);
 
+    void ShowBusy(bool busy);
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -29,10 +31,11 @@ class CommandButton : public QToolButton {
     void Follow();
 
     QAction* action_;
+    bool busy_ = false;
 };
 
 // VTToolbar (small pictures beside their captions) or the CoolBar (large pictures above them), made from the
-// same table. While a job runs, their buttons do nothing.
+// same table. While a job runs, their buttons are disabled.
 class CommandStrip : public QToolBar {
     Q_OBJECT
 

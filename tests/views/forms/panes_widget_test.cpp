@@ -108,7 +108,7 @@ TEST_F(PanesWidgetTest, ClicksSelectAndAClickInOnePaneClearsTheOther) {
     QTest::mouseClick(Right().viewport(), Qt::LeftButton, {}, QPoint(5, Right().viewport()->height() - 5));
     EXPECT_THAT(Selected(Side::Right), ElementsAre());
 
-    stage.panes.SetMenusEnabled(false);
+    const BusyState::Job job(stage.busy);
     Click(Left(), 0);
     Key(Qt::Key_A, Qt::ControlModifier);
     EXPECT_THAT(Selected(), ElementsAre());

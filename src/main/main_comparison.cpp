@@ -1,0 +1,117 @@
+#include "main/main_comparison.h"
+
+#include "core/file_system_reminder.h"
+#include "main/application.h"
+
+namespace vantrel {
+namespace {
+
+// What a path box shows before a folder was chosen.
+constexpr std::string_view kNoFolderChosen = "Press the folder icon with three dots -->";
+
+}  // namespace
+
+MainComparison::MainComparison(Application& application, CompareProgress& progress)
+    : application_(application),
+      progress_(progress),
+      comparison_(application.tools, application.compare, progress) {
+    application_.compare.CleanupPreviousSubFolderResults = [this] {
+        application_.results.SubFolderDiffs.Clear();
+    };
+}
+
+MainComparison::~MainComparison() {
+    application_.compare.CleanupPreviousSubFolderResults = nullptr;
+}
+
+CompareOutcome MainComparison::CompareDirs(CompareEnding ending) {
+    if (application_.compare.RunningCompare) return CompareOutcome::NoResult;
+    CompareOutcome outcome = CompareOutcome::Failed;
+    application_.Guard("frmMain.CompareDirs", [&] { outcome = Run(); });
+    application_.Guard("frmMain.CompareDirs", [&] { Finish(outcome, ending); });
+    application_.compare.RunningCompare = false;
+    job_.reset();
+    wait_.reset();
+    return outcome;
+}
+
+CompareOutcome MainComparison::Run() {
+    PerSide<std::string> paths;
+    for (const Side side : kBothSides) paths[side] = application_.Window().PathText(side);
+    if (!BothFoldersAreChosen(paths)) {
+        application_.compare.CompareCancelled = true;
+        ShowNoResult();
+        return CompareOutcome::NoResult;
+    }
+    application_.around.loop.Yield();
+    job_.emplace(application_.busy);
+    application_.compare.RunningCompare = true;
+    ComparisonReport report = comparison_.Compare(paths, this);
+    unlogged_ = report.unlogged;
+    if (report.outcome == CompareOutcome::NoResult) ShowNoResult();
+    if (report.outcome != CompareOutcome::Completed) return report.outcome;
+    std::swap(application_.results, report.results);
+    application_.panes.ApplyViewTypes();
+    const PerSide<std::string>& folders = application_.results.folders;
+    application_.Window().AddPathsToIni(folders[Side::Left], folders[Side::Right]);
+    return report.outcome;
+}
+
+bool MainComparison::BothFoldersAreChosen(const PerSide<std::string>& paths) {
+    if (paths[Side::Left] != kNoFolderChosen && paths[Side::Right] != kNoFolderChosen) return true;
+    application_.around.messages.Ask({"Compare Folders",
+                                      "Please select two folders to compare.  See Help file for details.",
+                                      MessageIcon::Information, MessageButtons::Ok});
+    return false;
+}
+
+void MainComparison::ShowNoResult() {
+    application_.results.SubFolderDiffs.Clear();
+    application_.results.folders = {};
+    application_.panes.RemoveListItemsAndShowNoCompareMsg();
+}
+
+// The menus are back before the user is asked anything, the ordinary pointer after it.
+void MainComparison::Finish(CompareOutcome outcome, CompareEnding ending) {
+    const bool announced = ending == CompareEnding::Announced;
+    progress_.Unload();
+    application_.around.loop.Yield();
+    application_.compare.RunningCompare = false;
+    application_.Window().RaiseMainWindow();
+    job_.reset();
+    if (const Error unlogged = std::exchange(unlogged_, {}); !unlogged.IsOk())
+        application_.reporter.ReportError("frmMain.CompareDirs", unlogged);
+    if (announced) AskToViewErrors();
+    wait_.reset();
+    if (outcome != CompareOutcome::Completed) return;
+    if (announced) {
+        if (application_.sounds.SoundOn) application_.sounds.PlayCompareCompleteSound();
+        if (ShowCompareResults) ShowCompareResults();
+    }
+    RemindAboutFileSystems(application_.tools, application_.compare, application_.results.folders);
+}
+
+void MainComparison::AskToViewErrors() {
+    if (!application_.compare.ErrorsDuringCompare) return;
+    const MessageAnswer answer =
+        application_.around.messages.Ask({"Errors Occurred",
+                                          "Errors were encountered during the comparison.\r\n\r\n"
+                                          "See the file ERRORLOG.TXT for details.\r\n\r\n"
+                                          "Would you like to view the log file now?",
+                                          MessageIcon::Stop, MessageButtons::YesNo});
+    if (answer == MessageAnswer::Yes) application_.GetCommands().Run("mnuViewErrorLog");
+}
+
+void MainComparison::BeginScan() {
+    wait_.emplace(application_.busy);
+}
+
+void MainComparison::SetPathText(Side side, const std::string& path) {
+    application_.Window().SetPathText(side, path);
+}
+
+void MainComparison::SetFilterPanel(std::string_view text) {
+    application_.Window().SetFilterPanel(text);
+}
+
+}  // namespace vantrel
