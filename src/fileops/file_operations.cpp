@@ -12,14 +12,16 @@ namespace {
 
 constexpr const char* kContinue = "\r\n\r\nDo you wish to continue?";
 
+enum class EachRow { AtOnce, Yields };
+
 // The objects of the selected rows. A row without an object gives no path, so that none ever stands for the
 // folder itself.
-std::vector<std::string> SelectedPaths(const Toolbox& tools, const std::string& folder,
-                                       const ResultList& rows, bool yield) {
+std::vector<std::string> SelectedPaths(const Toolbox& tools, const ListRef& list, EachRow eachRow) {
     std::vector<std::string> paths;
-    for (const ResultRow& row : rows) {
-        if (yield) tools.loop.Yield();
-        if (row.selected && row.IsReal() && !row.realName.empty()) paths.push_back(ObjectPath(folder, row));
+    for (const ResultRow& row : list.rows) {
+        if (eachRow == EachRow::Yields) tools.loop.Yield();
+        if (row.selected && row.IsReal() && !row.realName.empty())
+            paths.push_back(ObjectPath(list.folder, row));
     }
     return paths;
 }
@@ -36,14 +38,13 @@ struct FileOperations::Verb {
     const char* unable;
     const char* about;
     const char* confirmTitle;
-    ShellResult (ShellWrappers::*run)(std::vector<std::string>, std::string_view, ShellWrappers::Options,
-                                      bool&);
+    ShellResult (ShellWrappers::*run)(std::vector<std::string>, std::string_view, ShellWrappers::Options);
 };
 
 struct FileOperations::Job {
     std::string routineName;
-    bool confirm = true;
-    bool inSync = false;
+    Confirm confirm = Confirm::Yes;
+    PartOf partOf = PartOf::Command;
     bool betweenSides = false;  // the target is the folder opposite
     std::function<SpaceAnswer()> space;
 };
@@ -53,47 +54,57 @@ const FileOperations::Verb FileOperations::kCopy{"Copy", "Unable to Copy", "You 
 const FileOperations::Verb FileOperations::kMove{"Move", "Unable to Move", "You are about to move ",
                                                  "Confirm Move", &ShellWrappers::MoveFiles};
 
-ShellResult FileOperations::CopyFilesToOtherDirAndLVW(ListRef list, bool confirm, bool inSync) {
-    const std::string target = host_.FolderPath(Other(list.side));
-    return CopyOrMove(kCopy, list, target, {"frmMain.CopyFilesToOtherDirAndLVW", confirm, inSync, true, [&] {
-                                                return EnoughSpaceForCopyLvwToLvw(tools_, *list.rows,
-                                                                                  *list.otherRows, target);
-                                            }});
+ShellResult FileOperations::CopyFilesToOtherDirAndLVW(const ListRef& list, Confirm confirm, PartOf partOf) {
+    return CopyOrMove(kCopy, list, list.otherFolder,
+                      {.routineName = "frmMain.CopyFilesToOtherDirAndLVW",
+                       .confirm = confirm,
+                       .partOf = partOf,
+                       .betweenSides = true,
+                       .space = [&] {
+                           return EnoughSpaceForCopyLvwToLvw(tools_, list.rows, list.otherRows,
+                                                             list.otherFolder);
+                       }});
 }
 
-ShellResult FileOperations::CopyFilesToSpecificDir(ListRef list, const std::string& dir, bool confirm) {
+ShellResult FileOperations::CopyFilesToSpecificDir(const ListRef& list, const std::string& dir,
+                                                   Confirm confirm) {
     return CopyOrMove(kCopy, list, dir,
-                      {"frmMain.CopyFilesToSpecificDir", confirm, false, false,
-                       [&] { return EnoughSpaceForCopyLvwToSpecificDir(tools_, *list.rows, dir); }});
+                      {.routineName = "frmMain.CopyFilesToSpecificDir", .confirm = confirm, .space = [&] {
+                           return EnoughSpaceForCopyLvwToSpecificDir(tools_, list.rows, dir);
+                       }});
 }
 
-ShellResult FileOperations::MoveFilesToOtherDirAndLVW(ListRef list, bool confirm) {
-    const std::string folder = host_.FolderPath(list.side), target = host_.FolderPath(Other(list.side));
-    return CopyOrMove(kMove, list, target, {"frmMain.MoveFilesToOtherDirAndLVW", confirm, false, true, [&] {
-                                                return EnoughSpaceForMoveLvwToLvw(
-                                                    tools_, *list.rows, *list.otherRows, folder, target);
-                                            }});
+ShellResult FileOperations::MoveFilesToOtherDirAndLVW(const ListRef& list, Confirm confirm) {
+    return CopyOrMove(kMove, list, list.otherFolder,
+                      {.routineName = "frmMain.MoveFilesToOtherDirAndLVW",
+                       .confirm = confirm,
+                       .betweenSides = true,
+                       .space = [&] {
+                           return EnoughSpaceForMoveLvwToLvw(tools_, list.rows, list.otherRows, list.folder,
+                                                             list.otherFolder);
+                       }});
 }
 
-ShellResult FileOperations::MoveFilesToSpecificDir(ListRef list, const std::string& dir, bool confirm) {
-    const std::string folder = host_.FolderPath(list.side);
+ShellResult FileOperations::MoveFilesToSpecificDir(const ListRef& list, const std::string& dir,
+                                                   Confirm confirm) {
     return CopyOrMove(kMove, list, dir,
-                      {"frmMain.MoveFilesToSpecificDir", confirm, false, false,
-                       [&] { return EnoughSpaceForMoveLvwToSpecificDir(tools_, *list.rows, folder, dir); }});
+                      {.routineName = "frmMain.MoveFilesToSpecificDir", .confirm = confirm, .space = [&] {
+                           return EnoughSpaceForMoveLvwToSpecificDir(tools_, list.rows, list.folder, dir);
+                       }});
 }
 
-ShellResult FileOperations::CopyOrMove(const Verb& verb, ListRef list, const std::string& target, Job job) {
+ShellResult FileOperations::CopyOrMove(const Verb& verb, const ListRef& list, const std::string& target,
+                                       const Job& job) {
     ShellResult result;
     tools_.reporter.Guard(job.routineName, [&] {
-        const std::string folder = host_.FolderPath(list.side);
-        const std::vector<std::string> paths = SelectedPaths(tools_, folder, *list.rows, false);
+        const std::vector<std::string> paths = SelectedPaths(tools_, list, EachRow::AtOnce);
         if (paths.empty()) {
-            if (!job.inSync)
+            if (job.partOf == PartOf::Command)
                 Warn(verb.unable, "No item(s) selected.  Please select some item(s) and try again. ");
             return;
         }
-        if (job.confirm && !AskFirst(verb, paths, folder, target)) return;
-        if (!job.inSync) {
+        if (job.confirm == Confirm::Yes && !AskFirst(verb, paths, list.folder, target)) return;
+        if (job.partOf == PartOf::Command) {
             const SpaceAnswer space = job.space();
             if (!space.enough) {
                 if (!space.told) ShowInsufficientDiskSpace(tools_, space);
@@ -109,26 +120,26 @@ ShellResult FileOperations::CarryOut(const Verb& verb, const std::vector<std::st
                                      const std::string& target, const Job& job) {
     const BusyState::Wait wait(busy_);
     ShellWrappers::Options options;
-    options.confirm = job.confirm;
+    options.confirm = job.confirm == Confirm::Yes;
     // Where both sides have the object, its name there can differ in letter case: it is the same object.
     options.ignoreLetterCase = job.betweenSides;
-    ShellResult result = (wrappers_.*verb.run)(paths, target, options, cancelFlag_);
-    if (!job.inSync) AutoCompareStep();
+    ShellResult result = (wrappers_.*verb.run)(paths, target, options);
+    if (job.partOf == PartOf::Command) autoCompareStep_();
     return result;
 }
 
 ShellResult FileOperations::CopyOLEDropObjectsToDir(const std::vector<std::string>& paths,
-                                                    const std::string& dir, bool confirm) {
+                                                    const std::string& dir, Confirm confirm) {
     return CopyOrMoveDropped(kCopy, paths, dir, confirm, "frmMain.CopyOLEDropObjectsToDir");
 }
 
 ShellResult FileOperations::MoveOLEDropObjectsToDir(const std::vector<std::string>& paths,
-                                                    const std::string& dir, bool confirm) {
+                                                    const std::string& dir, Confirm confirm) {
     return CopyOrMoveDropped(kMove, paths, dir, confirm, "frmMain.MoveOLEDropObjectsToDir");
 }
 
 ShellResult FileOperations::CopyOrMoveDropped(const Verb& verb, const std::vector<std::string>& paths,
-                                              const std::string& dir, bool confirm,
+                                              const std::string& dir, Confirm confirm,
                                               const std::string& routineName) {
     ShellResult result;
     tools_.reporter.Guard(routineName, [&] {
@@ -137,7 +148,7 @@ ShellResult FileOperations::CopyOrMoveDropped(const Verb& verb, const std::vecto
             return;
         }
         const std::string source = GetParentFolderName(paths.front());
-        if (confirm && !AskFirst(verb, paths, source, dir)) return;
+        if (confirm == Confirm::Yes && !AskFirst(verb, paths, source, dir)) return;
         const bool staysOnDrive =
             &verb == &kMove && tools_.volumes.GetDriveName(source) == tools_.volumes.GetDriveName(dir);
         if (!staysOnDrive) {
@@ -147,79 +158,78 @@ ShellResult FileOperations::CopyOrMoveDropped(const Verb& verb, const std::vecto
                 return;
             }
         }
-        result = CarryOut(verb, paths, dir, {routineName, confirm, false, false, {}});
+        result = CarryOut(verb, paths, dir, {.routineName = routineName, .confirm = confirm, .space = {}});
     });
     return result;
 }
 
-ShellResult FileOperations::DeleteFilesFromLVW(ListRef list, bool confirm, bool inSync) {
+ShellResult FileOperations::DeleteFilesFromLVW(const ListRef& list, Confirm confirm, PartOf partOf) {
     ShellResult result;
     tools_.reporter.Guard("frmMain.DeleteFilesFromLVW", [&] {
-        const std::string folder = host_.FolderPath(list.side);
-        if (!AnythingSelected(*list.rows)) {
-            if (!inSync)
+        if (!AnythingSelected(list.rows)) {
+            if (partOf == PartOf::Command)
                 Warn("Unable to Delete", "No item(s) selected. Please select some item(s) and try again.");
             return;
         }
-        const std::vector<std::string> paths = SelectedPaths(tools_, folder, *list.rows, true);
+        const std::vector<std::string> paths = SelectedPaths(tools_, list, EachRow::Yields);
         if (paths.empty()) {
             tools_.messages.ShowInformationMessage(
                 "Unable to Delete", "No item(s) selected. Please select some item(s), and try again.");
             return;
         }
         DriveKind kind = DriveKind::Unknown;
-        if (confirm) {
+        if (confirm == Confirm::Yes) {
             const MessageAnswer answer =
                 tools_.messages.Confirm({"Confirm Delete",
                                          "You are about to send " + std::to_string(paths.size()) +
                                              " item(s) to the Recycle Bin." + kContinue,
-                                         "Delete", paths, folder, ""});
+                                         "Delete", paths, list.folder, ""});
             tools_.loop.Yield();
             if (answer != MessageAnswer::Yes) return;
-            kind = tools_.volumes.GetDriveKind(tools_.volumes.GetDriveName(folder));
+            kind = tools_.volumes.GetDriveKind(tools_.volumes.GetDriveName(list.folder));
             if (AskToDeleteForGood(tools_.messages, kind) != MessageAnswer::Yes) return;
         } else {
             tools_.loop.Yield();
         }
         if (kind == DriveKind::Removable || kind == DriveKind::Remote) {
-            result = DeletePermanentlyFilesFromLVW(list, confirm, true);
+            result = DeletePermanentlyFilesFromLVW(list, confirm, Prompts::Quiet);
             return;
         }
         const BusyState::Wait wait(busy_);
-        result = wrappers_.RecycleFiles(paths, {.confirm = confirm}, cancelFlag_);
-        if (!inSync) AutoCompareStep();
+        result = wrappers_.RecycleFiles(paths, {.confirm = confirm == Confirm::Yes});
+        if (partOf == PartOf::Command) autoCompareStep_();
     });
     return result;
 }
 
-ShellResult FileOperations::DeletePermanentlyFilesFromLVW(ListRef list, bool confirm, bool quiet) {
+ShellResult FileOperations::DeletePermanentlyFilesFromLVW(const ListRef& list, Confirm confirm,
+                                                          Prompts prompts) {
     ShellResult result;
     tools_.reporter.Guard("frmMain.DeletePermanentlyFilesFromLVW", [&] {
-        const std::string folder = host_.FolderPath(list.side);
-        if (!AnythingSelected(*list.rows)) {
-            if (!quiet)
+        if (!AnythingSelected(list.rows)) {
+            if (prompts == Prompts::Shown)
                 Warn("Unable to Delete", "No item(s) selected. Please select some item(s) and try again.");
             return;
         }
-        const std::vector<std::string> paths = SelectedPaths(tools_, folder, *list.rows, true);
+        const std::vector<std::string> paths = SelectedPaths(tools_, list, EachRow::Yields);
         if (paths.empty()) {
-            if (!quiet)
+            if (prompts == Prompts::Shown)
                 tools_.messages.ShowInformationMessage(
                     "Unable to Delete", "No item(s) selected. Please select some item(s), and try again.");
             return;
         }
-        if (confirm && !quiet) {
+        if (confirm == Confirm::Yes && prompts == Prompts::Shown) {
             const MessageAnswer answer =
                 tools_.messages.Confirm({"Confirm Delete",
                                          "You are about to permanently delete " +
                                              std::to_string(paths.size()) + " item(s)." + kContinue,
-                                         "Delete", paths, folder, ""});
+                                         "Delete", paths, list.folder, ""});
             if (answer != MessageAnswer::Yes) return;
         }
         tools_.loop.Yield();
         const BusyState::Wait wait(busy_);
-        result = wrappers_.DeleteFilesPermanently(paths, {.confirm = confirm}, cancelFlag_);
-        AutoCompareStep();
+        result = wrappers_.DeleteFilesPermanently(paths, {.confirm = confirm == Confirm::Yes});
+        autoCompareStep_();
     });
     return result;
 }
@@ -235,14 +245,6 @@ bool FileOperations::AskFirst(const Verb& verb, const std::vector<std::string>& 
 
 void FileOperations::Warn(const std::string& title, const std::string& text) {
     tools_.messages.Ask({title, text, MessageIcon::Warning, MessageButtons::Ok, {}});
-}
-
-void FileOperations::AutoCompareStep() {
-    if (host_.AutoCompareAfterFileOp()) {
-        host_.CompareDirs();
-    } else {
-        host_.RemoveListItemsAndShowNoCompareMsg();
-    }
 }
 
 }  // namespace vantrel

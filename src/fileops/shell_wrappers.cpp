@@ -3,73 +3,69 @@
 namespace vantrel {
 
 ShellResult ShellWrappers::CopyFiles(std::vector<std::string> sources, std::string_view target,
-                                     Options options, bool& aborted) {
+                                     Options options) {
     ShellRequest request;
     request.operation = ShellOperation::Copy;
     request.sources = std::move(sources);
     request.target = target;
     return Finish(std::move(request), options, "Selected item(s) copied to " + std::string(target),
-                  "Copy Succeeded", aborted);
+                  "Copy Succeeded");
 }
 
 ShellResult ShellWrappers::MoveFiles(std::vector<std::string> sources, std::string_view target,
-                                     Options options, bool& aborted) {
+                                     Options options) {
     ShellRequest request;
     request.operation = ShellOperation::Move;
     request.sources = std::move(sources);
     request.target = target;
     return Finish(std::move(request), options, "Selected item(s) moved to " + std::string(target),
-                  "Move Succeeded", aborted);
+                  "Move Succeeded");
 }
 
-ShellResult ShellWrappers::RecycleFiles(std::vector<std::string> sources, Options options, bool& aborted) {
+ShellResult ShellWrappers::RecycleFiles(std::vector<std::string> sources, Options options) {
     ShellRequest request;
     request.operation = ShellOperation::Recycle;
     request.sources = std::move(sources);
-    return Finish(std::move(request), options, "Selected item(s) sent to the Recycle Bin", "Delete Succeeded",
-                  aborted);
+    return Finish(std::move(request), options, "Selected item(s) sent to the Recycle Bin",
+                  "Delete Succeeded");
 }
 
-ShellResult ShellWrappers::DeleteFilesPermanently(std::vector<std::string> sources, Options options,
-                                                  bool& aborted) {
+ShellResult ShellWrappers::DeleteFilesPermanently(std::vector<std::string> sources, Options options) {
     ShellRequest request;
     request.operation = ShellOperation::Delete;
     request.sources = std::move(sources);
-    return Finish(std::move(request), options, "Selected item(s) deleted", "Delete Succeeded", aborted);
+    return Finish(std::move(request), options, "Selected item(s) deleted", "Delete Succeeded");
 }
 
-ShellResult ShellWrappers::RenameFile(std::string_view source, std::string_view target, bool confirm,
-                                      bool showErrors) {
+ShellResult ShellWrappers::RenameFile(std::string_view source, std::string_view target,
+                                      RenameOptions options) {
     ShellRequest request;
     request.operation = ShellOperation::Rename;
     request.sources = {std::string(source)};
     request.target = target;
-    request.noConfirmation = !confirm;
-    request.silent = request.noErrorUi = !showErrors;
+    request.noConfirmation = !options.confirm;
+    request.silent = request.noErrorUi = !options.showErrors;
     ShellResult result = shell_.Run(request);
-    if (showErrors && result.anyOperationsAborted) {
+    if (options.showErrors && result.anyOperationsAborted) {
         messages_.Ask({"Rename Failed",
                        "Rename operation was cancelled",
                        MessageIcon::Warning,
                        MessageButtons::Ok,
                        {}});
-    } else if (showErrors) {
+    } else if (options.showErrors) {
         ShowApiError(result);
     }
     return result;
 }
 
 ShellResult ShellWrappers::Finish(ShellRequest request, const Options& options,
-                                  const std::string& successText, const std::string& successTitle,
-                                  bool& aborted) {
+                                  const std::string& successText, const std::string& successTitle) {
     request.targetIsFullPath = options.targetIsFullPath;
     request.ignoreLetterCase = options.ignoreLetterCase;
     request.noConfirmation = !options.confirm;
     request.silent = request.noErrorUi = options.silent;
-    aborted = false;
     ShellResult result = shell_.Run(request);
-    aborted = !result.AllDone();
-    if (aborted) {
+    if (!result.AllDone()) {
         // What the user had a hand in is known to the user.
         if (!result.anyOperationsAborted && !options.silent) ShowApiError(result);
     } else if (options.confirm) {

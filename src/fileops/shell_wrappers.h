@@ -22,21 +22,24 @@ class ShellWrappers {
         bool ignoreLetterCase = false;  // CopyFiles, MoveFiles: see ShellRequest
     };
 
-    // Each sets `aborted`: anything was cancelled, skipped or failed. Each gives the service's result.
-    ShellResult CopyFiles(std::vector<std::string> sources, std::string_view target, Options options,
-                          bool& aborted);
-    ShellResult MoveFiles(std::vector<std::string> sources, std::string_view target, Options options,
-                          bool& aborted);
-    ShellResult RecycleFiles(std::vector<std::string> sources, Options options, bool& aborted);
-    ShellResult DeleteFilesPermanently(std::vector<std::string> sources, Options options, bool& aborted);
+    struct RenameOptions {
+        bool confirm = true;     // ask where the service would
+        bool showErrors = true;  // boxes for what goes wrong
+    };
+
+    // Each gives the service's result; where it is not AllDone, anything was cancelled, skipped or failed.
+    ShellResult CopyFiles(std::vector<std::string> sources, std::string_view target, Options options);
+    ShellResult MoveFiles(std::vector<std::string> sources, std::string_view target, Options options);
+    ShellResult RecycleFiles(std::vector<std::string> sources, Options options);
+    ShellResult DeleteFilesPermanently(std::vector<std::string> sources, Options options);
     // `source` and `target` are full paths. An object that stands at `target` is never replaced.
-    ShellResult RenameFile(std::string_view source, std::string_view target, bool confirm, bool showErrors);
+    ShellResult RenameFile(std::string_view source, std::string_view target, RenameOptions options);
 
     ShellOperations& Shell() const { return shell_; }
 
   private:
     ShellResult Finish(ShellRequest request, const Options& options, const std::string& successText,
-                       const std::string& successTitle, bool& aborted);
+                       const std::string& successTitle);
     void ShowApiError(const ShellResult& result);
 
     ShellOperations& shell_;

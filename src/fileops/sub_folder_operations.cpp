@@ -37,7 +37,7 @@ void MakePlaceholder(ResultRow& row) {
 
 }  // namespace
 
-std::size_t SubFolderOperations::CopyFilesToOtherDir(bool confirm, bool inSync) {
+SubFolderOperations::Result SubFolderOperations::CopyFilesToOtherDir(Confirm confirm, PartOf partOf) {
     static constexpr Kind kind{SubFolderVerb::Copy,
                                "frmSubDirDiffs.CopyFilesToOtherDir",
                                "Copy",
@@ -45,10 +45,10 @@ std::size_t SubFolderOperations::CopyFilesToOtherDir(bool confirm, bool inSync) 
                                " file(s).",
                                "Copying ",
                                "Copy complete."};
-    return Operate(kind, confirm, inSync);
+    return Operate(kind, confirm, partOf);
 }
 
-std::size_t SubFolderOperations::MoveFilesToOtherDir(bool confirm, bool inSync) {
+SubFolderOperations::Result SubFolderOperations::MoveFilesToOtherDir(Confirm confirm, PartOf partOf) {
     static constexpr Kind kind{SubFolderVerb::Move,
                                "frmSubDirDiffs.MoveFilesToOtherDir",
                                "Move",
@@ -56,10 +56,10 @@ std::size_t SubFolderOperations::MoveFilesToOtherDir(bool confirm, bool inSync) 
                                " file(s).",
                                "Moving ",
                                "Move complete."};
-    return Operate(kind, confirm, inSync);
+    return Operate(kind, confirm, partOf);
 }
 
-std::size_t SubFolderOperations::DeleteFiles(bool confirm, bool inSync) {
+SubFolderOperations::Result SubFolderOperations::DeleteFiles(Confirm confirm, PartOf partOf) {
     static constexpr Kind kind{SubFolderVerb::Delete,
                                "frmSubDirDiffs.DeleteFiles",
                                "Delete",
@@ -67,14 +67,14 @@ std::size_t SubFolderOperations::DeleteFiles(bool confirm, bool inSync) {
                                " file(s).",
                                "Deleting ",
                                "Delete complete."};
-    return Operate(kind, confirm, inSync);
+    return Operate(kind, confirm, partOf);
 }
 
-std::size_t SubFolderOperations::RecycleFiles(bool confirm, bool inSync) {
+SubFolderOperations::Result SubFolderOperations::RecycleFiles(Confirm confirm, PartOf partOf) {
     static constexpr Kind kind{SubFolderVerb::Recycle,         "frmSubDirDiffs.RecycleFiles",  "Recycle",
                                "You are about to send ",       " file(s) to the Recycle Bin.", "Recycling ",
                                "Send to Recycle Bin complete."};
-    return Operate(kind, confirm, inSync);
+    return Operate(kind, confirm, partOf);
 }
 
 std::vector<SubFolderOperations::Item> SubFolderOperations::SelectedItems() {
@@ -93,14 +93,13 @@ std::vector<SubFolderOperations::Item> SubFolderOperations::SelectedItems() {
     return items;
 }
 
-std::size_t SubFolderOperations::Operate(const Kind& kind, bool confirm, bool inSync) {
-    std::size_t done = 0;
+SubFolderOperations::Result SubFolderOperations::Operate(const Kind& kind, Confirm confirm, PartOf partOf) {
+    Run run{
+        .kind = kind, .deleteForGood = kind.verb == SubFolderVerb::Delete, .lastParent = {}, .result = {}};
     tools_.reporter.Guard(kind.routineName, [&] {
-        cancelFlag_ = false;
-        lastParent_.clear();
         const std::vector<Item> items = SelectedItems();
         if (items.empty()) {
-            if (!inSync)
+            if (partOf == PartOf::Command)
                 tools_.messages.Ask({std::string("Unable to ") + kind.word,
                                      "No files selected.  Please select some files and try again. ",
                                      MessageIcon::Warning,
@@ -108,57 +107,60 @@ std::size_t SubFolderOperations::Operate(const Kind& kind, bool confirm, bool in
                                      {}});
             return;
         }
-        bool deleteForGood = kind.verb == SubFolderVerb::Delete;
-        if (confirm && !MayBegin(kind, items.size(), deleteForGood)) return;
+        if (confirm == Confirm::Yes && !MayBegin(run, items.size())) return;
         if (!EnoughSpace(kind)) return;
-
-        // Rows take over the texts of the row opposite, which must live as long.
-        for (PerSide<ResultList>* lists : {&host_.Lists(), &host_.TwinLists()}) {
-            for (const Side side : kBothSides) (*lists)[side].ShareTexts((*lists)[Other(side)]);
-        }
-        host_.ShowProgressPanel(true);
-        host_.SetResultsOutOfDate();
-        bool stop = false;
-        for (const Item& item : items) {
-            tools_.loop.Yield();
-            if (stop) break;
-            host_.SetProgressText(kind.doing +
-                                  std::string(host_.Lists()[host_.CurrentListview()][item.row].text) + "...");
-            if (!DoOne(kind, item, deleteForGood, stop)) continue;
-            ++done;
-            PutRowsRight(kind, item.row);
-        }
-        const Error synced = wrappers_.Shell().SyncCopies();
-        host_.SetProgressText({});
-        host_.ShowProgressPanel(false);
-        ThrowIfFailed(synced);
+        CarryOut(run, items);
         // What was not done has been told already; it is not called complete.
-        if (confirm && done == items.size()) {
-            const bool asDelete = deleteForGood && kind.verb == SubFolderVerb::Recycle;
-            tools_.messages.Ask({asDelete ? "Delete Status" : kind.word + std::string(" Status"),
-                                 asDelete ? "Delete complete." : kind.complete,
-                                 MessageIcon::Information,
-                                 MessageButtons::Ok,
-                                 {}});
-        }
-        if (!inSync) host_.CopyItemsFromHiddenLVWToVisibleLVW();
+        if (confirm == Confirm::Yes && run.result.done == items.size()) TellComplete(run);
+        if (partOf == PartOf::Command) host_.CopyItemsFromHiddenLVWToVisibleLVW();
     });
-    return done;
+    return run.result;
 }
 
-bool SubFolderOperations::MayBegin(const Kind& kind, std::size_t count, bool& deleteForGood) {
-    MessageAnswer answer = tools_.messages.Ask(
-        {std::string("Confirm ") + kind.word,
-         kind.about + std::to_string(count) + kind.aboutEnd + "\r\n\r\nDo you wish to continue?",
-         MessageIcon::Question,
-         MessageButtons::YesNo,
-         {}});
+void SubFolderOperations::CarryOut(Run& run, const std::vector<Item>& items) {
+    // Rows take over the texts of the row opposite, which must live as long.
+    for (PerSide<ResultList>* lists : {&host_.Lists(), &host_.TwinLists()}) {
+        for (const Side side : kBothSides) (*lists)[side].ShareTexts((*lists)[Other(side)]);
+    }
+    host_.ShowProgressPanel(true);
+    host_.SetResultsOutOfDate();
+    for (const Item& item : items) {
+        tools_.loop.Yield();
+        if (run.stop) break;
+        host_.SetProgressText(run.kind.doing +
+                              std::string(host_.Lists()[host_.CurrentListview()][item.row].text) + "...");
+        if (!DoOne(run, item)) continue;
+        ++run.result.done;
+        PutRowsRight(run.kind, item.row);
+    }
+    const Error synced = wrappers_.Shell().SyncCopies();
+    host_.SetProgressText({});
+    host_.ShowProgressPanel(false);
+    ThrowIfFailed(synced);
+}
+
+void SubFolderOperations::TellComplete(const Run& run) {
+    const bool asDelete = run.deleteForGood && run.kind.verb == SubFolderVerb::Recycle;
+    tools_.messages.Ask({asDelete ? "Delete Status" : run.kind.word + std::string(" Status"),
+                         asDelete ? "Delete complete." : run.kind.complete,
+                         MessageIcon::Information,
+                         MessageButtons::Ok,
+                         {}});
+}
+
+bool SubFolderOperations::MayBegin(Run& run, std::size_t count) {
+    MessageAnswer answer = tools_.messages.Ask({std::string("Confirm ") + run.kind.word,
+                                                run.kind.about + std::to_string(count) + run.kind.aboutEnd +
+                                                    kBreak + kBreak + "Do you wish to continue?",
+                                                MessageIcon::Question,
+                                                MessageButtons::YesNo,
+                                                {}});
     if (answer != MessageAnswer::Yes) return false;
-    if (kind.verb != SubFolderVerb::Recycle) return true;
+    if (run.kind.verb != SubFolderVerb::Recycle) return true;
     const DriveKind drive =
         tools_.volumes.GetDriveKind(tools_.volumes.GetDriveName(host_.FolderPath(host_.CurrentListview())));
-    deleteForGood = drive == DriveKind::Removable || drive == DriveKind::Remote;
-    return !deleteForGood || AskToDeleteForGood(tools_.messages, drive) == MessageAnswer::Yes;
+    run.deleteForGood = drive == DriveKind::Removable || drive == DriveKind::Remote;
+    return !run.deleteForGood || AskToDeleteForGood(tools_.messages, drive) == MessageAnswer::Yes;
 }
 
 bool SubFolderOperations::EnoughSpace(const Kind& kind) {
@@ -174,47 +176,42 @@ bool SubFolderOperations::EnoughSpace(const Kind& kind) {
     return space.enough;
 }
 
-bool SubFolderOperations::DoOne(const Kind& kind, const Item& item, bool deleteForGood, bool& stop) {
-    bool aborted = false;
-    switch (kind.verb) {
+bool SubFolderOperations::DoOne(Run& run, const Item& item) {
+    switch (run.kind.verb) {
         case SubFolderVerb::Copy:
-            return CopyOne(item, stop);
+            return CopyOne(run, item);
         case SubFolderVerb::Move:
-            return Took(wrappers_.MoveFiles({item.path}, item.target,
-                                            {.confirm = false, .targetIsFullPath = true}, aborted),
-                        stop);
+            return Took(run, wrappers_.MoveFiles({item.path}, item.target,
+                                                 {.confirm = false, .targetIsFullPath = true}));
         case SubFolderVerb::Recycle:
-            if (deleteForGood) return DeleteOne(item, stop);
-            return Took(wrappers_.RecycleFiles({item.path}, {.confirm = false}, aborted), stop);
+            if (run.deleteForGood) return DeleteOne(run, item);
+            return Took(run, wrappers_.RecycleFiles({item.path}, {.confirm = false}));
         case SubFolderVerb::Delete:
             break;
     }
-    return DeleteOne(item, stop);
+    return DeleteOne(run, item);
 }
 
-bool SubFolderOperations::CopyOne(const Item& item, bool& stop) {
+bool SubFolderOperations::CopyOne(Run& run, const Item& item) {
     const std::string parent = GetParentFolderName(item.target);
-    if (!EqualIgnoringCase(parent, lastParent_)) {
+    if (!EqualIgnoringCase(parent, run.lastParent)) {
         // Where this fails, the copy does, and tells why.
         static_cast<void>(MakeFolders(tools_.files, parent).IsOk());
-        lastParent_ = parent;
+        run.lastParent = parent;
     }
     if (wrappers_.Shell().CopyOneFile(item.path, item.target).IsOk()) return true;
-    bool aborted = false;
-    return Took(
-        wrappers_.CopyFiles({item.path}, item.target, {.confirm = false, .targetIsFullPath = true}, aborted),
-        stop);
+    return Took(run,
+                wrappers_.CopyFiles({item.path}, item.target, {.confirm = false, .targetIsFullPath = true}));
 }
 
-bool SubFolderOperations::DeleteOne(const Item& item, bool& stop) {
+bool SubFolderOperations::DeleteOne(Run& run, const Item& item) {
     if (wrappers_.Shell().DeleteOneFile(item.path).IsOk()) return true;
-    bool aborted = false;
-    return Took(wrappers_.DeleteFilesPermanently({item.path}, {.confirm = false}, aborted), stop);
+    return Took(run, wrappers_.DeleteFilesPermanently({item.path}, {.confirm = false}));
 }
 
-bool SubFolderOperations::Took(const ShellResult& result, bool& stop) {
-    cancelFlag_ = cancelFlag_ || !result.AllDone();
-    stop = stop || result.cancelled;
+bool SubFolderOperations::Took(Run& run, const ShellResult& result) {
+    run.result.cancelled = run.result.cancelled || !result.AllDone();
+    run.stop = run.stop || result.cancelled;
     return result.AllDone();
 }
 

@@ -5,6 +5,7 @@
 
 #include "core/result_list.h"
 #include "core/toolbox.h"
+#include "fileops/operation_mode.h"
 #include "fileops/shell_wrappers.h"
 
 namespace vantrel {
@@ -28,19 +29,21 @@ class SubFolderHost {
 };
 
 // Copy, move, delete and recycle in the window of sub-folder differences: file by file, with the rows of
-// what was done put right. Each gives the number of objects that were done.
+// what was done put right.
 class SubFolderOperations {
   public:
+    struct Result {
+        std::size_t done = 0;    // objects
+        bool cancelled = false;  // anything was aborted or failed
+    };
+
     SubFolderOperations(const Toolbox& tools, ShellWrappers& wrappers, SubFolderHost& host)
         : tools_(tools), wrappers_(wrappers), host_(host) {}
 
-    std::size_t CopyFilesToOtherDir(bool confirm, bool inSync);
-    std::size_t MoveFilesToOtherDir(bool confirm, bool inSync);
-    std::size_t DeleteFiles(bool confirm, bool inSync);
-    std::size_t RecycleFiles(bool confirm, bool inSync);
-
-    // Set by everything that was aborted or failed, cleared at the start of each operation.
-    bool& CancelFlag() { return cancelFlag_; }
+    Result CopyFilesToOtherDir(Confirm confirm, PartOf partOf);
+    Result MoveFilesToOtherDir(Confirm confirm, PartOf partOf);
+    Result DeleteFiles(Confirm confirm, PartOf partOf);
+    Result RecycleFiles(Confirm confirm, PartOf partOf);
 
   private:
     struct Kind;
@@ -48,22 +51,30 @@ class SubFolderOperations {
         std::size_t row;
         std::string path, target;
     };
-    std::size_t Operate(const Kind& kind, bool confirm, bool inSync);
-    bool MayBegin(const Kind& kind, std::size_t count, bool& deleteForGood);
+    // One operation and how it stands.
+    struct Run {
+        const Kind& kind;
+        bool deleteForGood = false;
+        bool stop = false;  // the user wants no more of it
+        std::string lastParent;
+        Result result;
+    };
+    Result Operate(const Kind& kind, Confirm confirm, PartOf partOf);
+    void CarryOut(Run& run, const std::vector<Item>& items);
+    bool MayBegin(Run& run, std::size_t count);
+    void TellComplete(const Run& run);
     bool EnoughSpace(const Kind& kind);
-    // Whether it was done; `stop` when the user wants no more of it.
-    bool DoOne(const Kind& kind, const Item& item, bool deleteForGood, bool& stop);
-    bool CopyOne(const Item& item, bool& stop);
-    bool DeleteOne(const Item& item, bool& stop);
-    bool Took(const ShellResult& result, bool& stop);
+    // Whether it was done.
+    bool DoOne(Run& run, const Item& item);
+    bool CopyOne(Run& run, const Item& item);
+    bool DeleteOne(Run& run, const Item& item);
+    static bool Took(Run& run, const ShellResult& result);
     void PutRowsRight(const Kind& kind, std::size_t row);
     std::vector<Item> SelectedItems();
 
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
     SubFolderHost& host_;
-    std::string lastParent_;
-    bool cancelFlag_ = false;
 };
 
 }  // namespace vantrel

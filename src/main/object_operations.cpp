@@ -1,11 +1,20 @@
 #include "main/object_operations.h"
 
+#include <algorithm>
+
 #include "main/application.h"
 #include "main/running_command.h"
 #include "sync/forms/frm_confirm_sync.h"
 #include "sync/forms/frm_sync_wizard.h"
 
 namespace vantrel {
+namespace {
+
+Confirm Ask(bool option) {
+    return option ? Confirm::Yes : Confirm::No;
+}
+
+}  // namespace
 
 ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& trash)
     : application_(application),
@@ -19,8 +28,9 @@ ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& 
               .questions = questions_,
               .trash = trash}),
       wrappers_(shell_, application.around.messages),
-      files_(application.tools, wrappers_, application.busy, *this),
-      synchronization_(application.tools, wrappers_, application.busy, syncSettings, *this) {
+      files_(application.tools, wrappers_, application.busy,
+             [&application] { application.AutoCompareStep(application.options.autoCompareAfterFileOp); }),
+      synchronization_(application.tools, wrappers_, application.busy) {
     progress_.SetParentWindow(&application.Window());
     questions_.SetParentWindow(&application.Window());
 }
@@ -28,52 +38,57 @@ ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& 
 template <typename Work>
 void ObjectOperations::OnCurrentList(Work&& work) {
     const RunningCommand running(application_);
-    work(ListRef(application_.panes, application_.panes.CurrentListview().value_or(Side::Left)));
+    const ResultPanes& panes = application_.panes;
+    const Side side = panes.CurrentListview().value_or(Side::Left);
+    work(ListRef{panes.Pane(side).Rows(), panes.Pane(Other(side)).Rows(),
+                 application_.Window().PaneFolder(side), application_.Window().PaneFolder(Other(side))});
 }
 
 std::optional<std::string> ObjectOperations::PickTarget(const ListRef& list, const char* prompt) {
-    if (application_.panes.Pane(list.side).SelectedCount() == 0) return std::string();
-    const std::string start = lastPicked_.empty() ? FolderPath(Other(list.side)) : lastPicked_;
+    if (std::ranges::none_of(list.rows, &ResultRow::selected)) return std::string();
+    const std::string start = lastPicked_.empty() ? list.otherFolder : lastPicked_;
     auto picked = application_.around.messages.PickDirectory("Browse for Folder", prompt, start);
     if (picked) lastPicked_ = *picked;
     return picked;
 }
 
 void ObjectOperations::CopyToOtherFolder() {
-    OnCurrentList([&](ListRef list) {
-        files_.CopyFilesToOtherDirAndLVW(list, application_.options.showCopyConfirmations, false);
+    OnCurrentList([&](const ListRef& list) {
+        files_.CopyFilesToOtherDirAndLVW(list, Ask(application_.options.showCopyConfirmations),
+                                         PartOf::Command);
     });
 }
 
 void ObjectOperations::CopyToAnyFolder() {
-    OnCurrentList([&](ListRef list) {
+    OnCurrentList([&](const ListRef& list) {
         if (const auto target = PickTarget(list, "Specify the folder where the object(s) will be copied to."))
-            files_.CopyFilesToSpecificDir(list, *target, application_.options.showCopyConfirmations);
+            files_.CopyFilesToSpecificDir(list, *target, Ask(application_.options.showCopyConfirmations));
     });
 }
 
 void ObjectOperations::MoveToOtherFolder() {
-    OnCurrentList([&](ListRef list) {
-        files_.MoveFilesToOtherDirAndLVW(list, application_.options.showMoveConfirmations);
+    OnCurrentList([&](const ListRef& list) {
+        files_.MoveFilesToOtherDirAndLVW(list, Ask(application_.options.showMoveConfirmations));
     });
 }
 
 void ObjectOperations::MoveToAnyFolder() {
-    OnCurrentList([&](ListRef list) {
+    OnCurrentList([&](const ListRef& list) {
         if (const auto target = PickTarget(list, "Specify the folder where the object(s) will be moved to."))
-            files_.MoveFilesToSpecificDir(list, *target, application_.options.showMoveConfirmations);
+            files_.MoveFilesToSpecificDir(list, *target, Ask(application_.options.showMoveConfirmations));
     });
 }
 
 void ObjectOperations::Recycle() {
-    OnCurrentList([&](ListRef list) {
-        files_.DeleteFilesFromLVW(list, application_.options.showDeleteConfirmations, false);
+    OnCurrentList([&](const ListRef& list) {
+        files_.DeleteFilesFromLVW(list, Ask(application_.options.showDeleteConfirmations), PartOf::Command);
     });
 }
 
 void ObjectOperations::DeletePermanently() {
-    OnCurrentList([&](ListRef list) {
-        files_.DeletePermanentlyFilesFromLVW(list, application_.options.showDeleteConfirmations, false);
+    OnCurrentList([&](const ListRef& list) {
+        files_.DeletePermanentlyFilesFromLVW(list, Ask(application_.options.showDeleteConfirmations),
+                                             Prompts::Shown);
     });
 }
 
@@ -81,41 +96,52 @@ void ObjectOperations::DeletePermanently() {
 void ObjectOperations::Drop(DropAction action, const std::vector<std::string>& paths,
                             const std::string& folder) {
     const RunningCommand running(application_);
-    const bool confirm = application_.options.showCopyConfirmations;
+    const Confirm confirm = Ask(application_.options.showCopyConfirmations);
     if (action == DropAction::Copy)
         files_.CopyOLEDropObjectsToDir(paths, folder, confirm);
     else
         files_.MoveOLEDropObjectsToDir(paths, folder, confirm);
 }
 
-void ObjectOperations::Synchronize(bool selectedOnly) {
+void ObjectOperations::Synchronize(SyncScope scope) {
     const RunningCommand running(application_);
-    synchronization_.SyncSelectedOnly = selectedOnly;
-    synchronization_.mnuFileAutoSynch(application_.options.showSynchronizeConfirmations);
+    if (application_.panes.ShowsNoResult()) application_.CompareDirs(CompareEnding::Silent);
+    if (application_.panes.ShowsNoResult())
+        application_.around.messages.Ask({"Synchronization",
+                                          "Unable to synchronize.  No comparison has been executed yet.",
+                                          MessageIcon::Warning,
+                                          MessageButtons::Ok,
+                                          {}});
+    else
+        application_.Guard("frmMain.AutoSync()", [&] { AutoSync(scope); });
 }
 
-std::string ObjectOperations::FolderPath(Side side) const {
-    return application_.Window().PaneFolder(side);
+void ObjectOperations::AutoSync(SyncScope scope) {
+    const Options& options = application_.options;
+    application_.around.loop.ResetCancel();
+    if (options.promptForSyncMethod) {
+        const auto chosen = ShowSyncWizard(scope);
+        if (!chosen) return;
+        scope = *chosen;
+    }
+    SyncOrder order{application_.results, syncSettings, {}, options.numSyncLogEntries};
+    if (scope == SyncScope::SelectedObjects) order.selected = SelectedObjects();
+    const auto report =
+        synchronization_.AutoSync(order, options.showSynchronizeConfirmations ? this : nullptr);
+    if (!report) return;
+    if (!report->cancelled && application_.sounds.SoundOn) application_.sounds.PlaySyncCompleteSound();
+    application_.AutoCompareStep(options.autoCompareAfterSync);
 }
 
-bool ObjectOperations::AutoCompareAfterFileOp() const {
-    return application_.options.autoCompareAfterFileOp;
-}
-
-void ObjectOperations::CompareDirs() {
-    application_.CompareDirs(CompareEnding::Silent);
-}
-
-void ObjectOperations::RemoveListItemsAndShowNoCompareMsg() {
-    application_.panes.RemoveListItemsAndShowNoCompareMsg();
-}
-
-const ComparisonResults& ObjectOperations::Results() const {
-    return application_.results;
-}
-
-bool ObjectOperations::NoResults() const {
-    return application_.panes.ShowsNoResult();
+std::optional<SyncScope> ObjectOperations::ShowSyncWizard(SyncScope scope) {
+    frmSyncWizard wizard(syncSettings,
+                         {.promptForSyncMethod = application_.options.promptForSyncMethod,
+                          .syncSelectedOnly = scope == SyncScope::SelectedObjects},
+                         application_.results.folders, &application_.Window());
+    if (wizard.exec() != QDialog::Accepted) return std::nullopt;
+    application_.options.promptForSyncMethod = wizard.ChosenFlags().promptForSyncMethod;
+    application_.GetCommands().RefreshChecks();
+    return wizard.ChosenFlags().syncSelectedOnly ? SyncScope::SelectedObjects : SyncScope::All;
 }
 
 SelectedTexts ObjectOperations::SelectedObjects() const {
@@ -127,36 +153,8 @@ SelectedTexts ObjectOperations::SelectedObjects() const {
     return texts;
 }
 
-bool ObjectOperations::PromptForSyncMethod() const {
-    return application_.options.promptForSyncMethod;
-}
-
-bool ObjectOperations::ShowSyncWizard() {
-    frmSyncWizard wizard(syncSettings,
-                         {.promptForSyncMethod = application_.options.promptForSyncMethod,
-                          .syncSelectedOnly = synchronization_.SyncSelectedOnly},
-                         application_.results.folders, &application_.Window());
-    if (wizard.exec() != QDialog::Accepted) return false;
-    application_.options.promptForSyncMethod = wizard.ChosenFlags().promptForSyncMethod;
-    synchronization_.SyncSelectedOnly = wizard.ChosenFlags().syncSelectedOnly;
-    application_.GetCommands().RefreshChecks();
-    return true;
-}
-
 bool ObjectOperations::ShowConfirmSync(const SyncPlan& plan) {
     return frmConfirmSync(plan, &application_.Window()).exec() == QDialog::Accepted;
-}
-
-std::int32_t ObjectOperations::NumSyncLogEntries() const {
-    return application_.options.numSyncLogEntries;
-}
-
-bool ObjectOperations::AutoCompareAfterSync() const {
-    return application_.options.autoCompareAfterSync;
-}
-
-void ObjectOperations::PlaySyncCompleteSound() {
-    if (application_.sounds.SoundOn) application_.sounds.PlaySyncCompleteSound();
 }
 
 }  // namespace vantrel

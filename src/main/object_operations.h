@@ -17,9 +17,12 @@ namespace vantrel {
 
 class Application;
 
+// Which rows a synchronisation takes: SyncSelectedOnly, for one run.
+enum class SyncScope { All, SelectedObjects };
+
 // The operations that change objects on the user's command, with what they need of the main window: file
 // operations and synchronisation over one shell service.
-class ObjectOperations : private FileOperationsHost, private SyncHost {
+class ObjectOperations : private SyncConfirmation {
   public:
     ObjectOperations(Application& application, const TrashPlaces& trash);
 
@@ -31,7 +34,8 @@ class ObjectOperations : private FileOperationsHost, private SyncHost {
     void Recycle();
     void DeletePermanently();
     void Drop(DropAction action, const std::vector<std::string>& paths, const std::string& folder);
-    void Synchronize(bool selectedOnly);
+    // Compares first where there is no result yet.
+    void Synchronize(SyncScope scope);
 
     CSyncSettings syncSettings;
 
@@ -52,21 +56,11 @@ class ObjectOperations : private FileOperationsHost, private SyncHost {
     // The folder that the user picks for the selected objects; nothing where he cancelled. Nothing is asked
     // while nothing is selected: the operation has a message for that.
     std::optional<std::string> PickTarget(const ListRef& list, const char* prompt);
-
-    // FileOperationsHost and SyncHost
-    std::string FolderPath(Side side) const override;
-    bool AutoCompareAfterFileOp() const override;
-    void CompareDirs() override;
-    void RemoveListItemsAndShowNoCompareMsg() override;
-    const ComparisonResults& Results() const override;
-    bool NoResults() const override;
-    SelectedTexts SelectedObjects() const override;
-    bool PromptForSyncMethod() const override;
-    bool ShowSyncWizard() override;
+    void AutoSync(SyncScope scope);
+    // The scope that the user leaves it with; nothing where he closed it.
+    std::optional<SyncScope> ShowSyncWizard(SyncScope scope);
+    SelectedTexts SelectedObjects() const;
     bool ShowConfirmSync(const SyncPlan& plan) override;
-    std::int32_t NumSyncLogEntries() const override;
-    bool AutoCompareAfterSync() const override;
-    void PlaySyncCompleteSound() override;
 
     Application& application_;
     Progress progress_;

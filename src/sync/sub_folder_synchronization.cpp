@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-void SubFolderSynchronization::AutoSynch(bool showConfirmation, bool noSound) {
+void SubFolderSynchronization::AutoSynch(Confirm confirm, SyncSound sound) {
     tools_.reporter.Guard("SubDirDiffs.AutoSync()", [&] {
         tools_.loop.ResetCancel();
         if (host_.PromptForSyncMethod() && !host_.ShowSyncWizard()) return;
@@ -16,13 +16,11 @@ void SubFolderSynchronization::AutoSynch(bool showConfirmation, bool noSound) {
         PerSide<std::string> folders;
         for (Side side : kBothSides) folders[side] = host_.FolderPath(side);
         const SyncPlan plan = GetListOfFilesAffectedBySync(host_.Lists(), folders, settings_, selected);
-        bool proceed = !showConfirmation || host_.ShowConfirmSync(plan);
+        bool proceed = confirm == Confirm::No || host_.ShowConfirmSync(plan);
         if (proceed) {
             tools_.loop.Yield();
             proceed = SpaceSufficesOrUserGoesOn(tools_, plan, "frmSubDirDiffs.EnoughSpaceForSubFolderSync");
-            operations_.CancelFlag() = false;
-            if (proceed) CarryOut(plan);
-            if (proceed && !operations_.CancelFlag() && !noSound) host_.PlaySyncCompleteSound();
+            if (proceed && CarryOut(plan) && sound == SyncSound::Played) host_.PlaySyncCompleteSound();
         }
         host_.CopyItemsFromHiddenLVWToVisibleLVW();
         host_.RefreshStatus();
@@ -30,18 +28,16 @@ void SubFolderSynchronization::AutoSynch(bool showConfirmation, bool noSound) {
     SyncSelectedOnly = false;
 }
 
-void SubFolderSynchronization::CarryOut(const SyncPlan& plan) {
+bool SubFolderSynchronization::CarryOut(const SyncPlan& plan) {
     bool cancelled = false;
-    // The flag is cleared at the start of each operation: what one of them set is kept here.
     const auto run = [&](Side side, const std::vector<PlannedAction>& actions, auto operation) {
         if (cancelled || !Select(side, actions)) return;
         host_.ActOnHiddenLists(side);
-        (operations_.*operation)(false, true);
-        cancelled |= operations_.CancelFlag();
+        cancelled = (operations_.*operation)(Confirm::No, PartOf::Synchronization).cancelled;
     };
     for (Side side : kBothSides) run(side, plan.deletes[side], &SubFolderOperations::DeleteFiles);
     for (Side side : kBothSides) run(side, plan.copies[side], &SubFolderOperations::CopyFilesToOtherDir);
-    operations_.CancelFlag() = cancelled;
+    return !cancelled;
 }
 
 bool SubFolderSynchronization::Select(Side side, const std::vector<PlannedAction>& actions) {

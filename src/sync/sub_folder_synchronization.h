@@ -21,6 +21,9 @@ class SubFolderSyncHost : public SubFolderHost {
     virtual void PlaySyncCompleteSound() = 0;  // asks SoundOn itself
 };
 
+// Whether a synchronisation that was done wholly is heard.
+enum class SyncSound : bool { Silent, Played };
+
 // The synchronisation of one pair of sub-folders from their window: every row is a file. It deletes for good,
 // has no sub-folder phase, writes no history and compares nothing again; the rows are put right one by one.
 class SubFolderSynchronization {
@@ -30,7 +33,7 @@ class SubFolderSynchronization {
         : tools_(tools), operations_(operations), settings_(settings), host_(host) {}
 
     // Errors are reported under "SubDirDiffs.AutoSync()".
-    void AutoSynch(bool showConfirmation, bool noSound);
+    void AutoSynch(Confirm confirm, SyncSound sound);
 
     // Restricts the next run to the rows that are selected when it begins.
     bool SyncSelectedOnly = false;
@@ -38,7 +41,8 @@ class SubFolderSynchronization {
   private:
     // The selection of the hidden list becomes the rows of `actions`; false where there are none.
     bool Select(Side side, const std::vector<PlannedAction>& actions);
-    void CarryOut(const SyncPlan& plan);
+    // False where anything was aborted or failed.
+    bool CarryOut(const SyncPlan& plan);
 
     const Toolbox& tools_;
     SubFolderOperations& operations_;

@@ -9,8 +9,8 @@
 namespace vantrel {
 namespace {
 
-constexpr ShellWrappers::Options kWithoutConfirmation{false, false, false};
-constexpr ShellWrappers::Options kPairWithoutConfirmation{false, false, true};
+constexpr ShellWrappers::Options kWithoutConfirmation{.confirm = false};
+constexpr ShellWrappers::Options kPairWithoutConfirmation{.confirm = false, .targetIsFullPath = true};
 
 class Execution {
   public:
@@ -43,12 +43,12 @@ class Execution {
         if (!actions.empty() && !report_.cancelled) work(span);
     }
 
-    void TakeOver(const ShellResult& result, const std::vector<Outcomes>& of, bool aborted) {
+    void TakeOver(const ShellResult& result, const std::vector<Outcomes>& of) {
         for (std::size_t i = 0; i < of.size() && i < result.items.size(); ++i) {
             of[i]->outcome = result.items[i].outcome;
             of[i]->error = result.items[i].error;
         }
-        report_.cancelled |= aborted || !result.AllDone();
+        report_.cancelled |= !result.AllDone();
     }
 
     void Recycle(PhaseSpan span) {
@@ -58,9 +58,7 @@ class Execution {
             sources.push_back(at->action->source);
             of.push_back(at);
         }
-        bool aborted = false;
-        const ShellResult result = wrappers_.RecycleFiles(std::move(sources), kWithoutConfirmation, aborted);
-        TakeOver(result, of, aborted);
+        TakeOver(wrappers_.RecycleFiles(std::move(sources), kWithoutConfirmation), of);
     }
 
     // One operation for all that keep their name, and one for each whose counterpart differs in letter case:
@@ -78,17 +76,13 @@ class Execution {
             }
         }
         if (!sources.empty()) {
-            bool aborted = false;
             const std::string target = plan_.folders[Other(span.first->action->side)];
-            TakeOver(wrappers_.CopyFiles(std::move(sources), target, kWithoutConfirmation, aborted),
-                     keepingName, aborted);
+            TakeOver(wrappers_.CopyFiles(std::move(sources), target, kWithoutConfirmation), keepingName);
         }
         for (const Outcomes& at : renamed) {
             if (report_.cancelled) return;
-            bool aborted = false;
-            TakeOver(wrappers_.CopyFiles({at->action->source}, at->action->target, kPairWithoutConfirmation,
-                                         aborted),
-                     {at}, aborted);
+            TakeOver(wrappers_.CopyFiles({at->action->source}, at->action->target, kPairWithoutConfirmation),
+                     {at});
         }
     }
 
@@ -135,11 +129,7 @@ class Execution {
             return;
         }
         // The shell's own way, with its error box.
-        Aside(
-            [&](bool& aborted) {
-                return wrappers_.DeleteFilesPermanently({at.action->source}, kWithoutConfirmation, aborted);
-            },
-            at);
+        Aside(wrappers_.DeleteFilesPermanently({at.action->source}, kWithoutConfirmation), at);
     }
 
     void CopyOne(ActionOutcome& at, std::string& lastParent) {
@@ -153,23 +143,15 @@ class Execution {
             at.outcome = ItemOutcome::Done;
             return;
         }
-        Aside(
-            [&](bool& aborted) {
-                return wrappers_.CopyFiles({at.action->source}, at.action->target, kPairWithoutConfirmation,
-                                           aborted);
-            },
-            at);
+        Aside(wrappers_.CopyFiles({at.action->source}, at.action->target, kPairWithoutConfirmation), at);
     }
 
-    template <typename ShellCall>
-    void Aside(ShellCall call, ActionOutcome& at) {
-        bool aborted = false;
-        const ShellResult result = call(aborted);
+    void Aside(const ShellResult& result, ActionOutcome& at) {
         if (!result.items.empty()) {
             at.outcome = result.items.front().outcome;
             at.error = result.items.front().error;
         }
-        report_.cancelled |= aborted || !result.AllDone();
+        report_.cancelled |= !result.AllDone();
     }
 
     void Fail(ActionOutcome& at, const Error& error) {

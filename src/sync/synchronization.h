@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <optional>
 
 #include "core/comparison_results.h"
 #include "core/toolbox.h"
@@ -12,48 +12,40 @@
 
 namespace vantrel {
 
-// What a synchronisation needs of the main window, or of the console in its place.
-class SyncHost {
+// Shows what is going to be done, and asks whether it shall be.
+class SyncConfirmation {
   public:
-    virtual ~SyncHost() = default;
-    virtual const ComparisonResults& Results() const = 0;
-    virtual bool NoResults() const = 0;                 // both panes show "No Comparison Results"
-    virtual SelectedTexts SelectedObjects() const = 0;  // the texts of the selected rows of CurrentListview
-    virtual bool PromptForSyncMethod() const = 0;
-    virtual bool ShowSyncWizard() = 0;                       // the proceed flag
+    virtual ~SyncConfirmation() = default;
     virtual bool ShowConfirmSync(const SyncPlan& plan) = 0;  // the proceed flag
-    virtual std::int32_t NumSyncLogEntries() const = 0;
-    virtual bool AutoCompareAfterSync() const = 0;
-    virtual void CompareDirs() = 0;  // silently
-    virtual void RemoveListItemsAndShowNoCompareMsg() = 0;
-    virtual void PlaySyncCompleteSound() = 0;  // asks SoundOn itself
 };
 
-// A whole synchronisation: method, plan, confirmation, space check, execution, history, refresh.
+// What is to be brought into line, and how.
+struct SyncOrder {
+    const ComparisonResults& results;
+    const CSyncSettings& settings;
+    SelectedTexts selected;               // restricts the run to these objects
+    std::int32_t numSyncLogEntries = 20;  // how long the history may grow
+};
+
+// A whole synchronisation of two compared folders: plan, confirmation, space check, execution, history. What
+// comes before (the choice of the method) and after it (sound, showing the outcome) is its caller's.
 class Synchronization {
   public:
-    Synchronization(const Toolbox& tools, ShellWrappers& wrappers, BusyState& busy, CSyncSettings& settings,
-                    SyncHost& host)
-        : tools_(tools), wrappers_(wrappers), busy_(busy), settings_(settings), host_(host) {}
+    // All must outlive the object.
+    Synchronization(const Toolbox& tools, ShellWrappers& wrappers, BusyState& busy)
+        : tools_(tools), wrappers_(wrappers), busy_(busy) {}
 
-    // The command: compares first where there is no result yet, then runs AutoSync. Clears SyncSelectedOnly
-    // at its end, whatever happened.
-    void mnuFileAutoSynch(bool showConfirmation);
-
-    // What the run did; nothing when it ended before anything was done (declined, no space).
-    std::optional<SyncReport> AutoSync(bool showConfirmation, bool noSound);
-
-    // Restricts the next run to the rows that are selected when it begins; also a check box of frmSyncWizard.
-    bool SyncSelectedOnly = false;
+    // What the run did; nothing when it ended before anything was done (declined, no space). Without a
+    // `confirmation` it does not ask. The report is good until the next run. Errors are reported under
+    // "frmMain.AutoSync()".
+    std::optional<SyncReport> AutoSync(const SyncOrder& order, SyncConfirmation* confirmation);
 
   private:
-    std::optional<SyncReport> Run(bool showConfirmation, bool noSound);
+    std::optional<SyncReport> Run(const SyncOrder& order, SyncConfirmation* confirmation);
 
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
     BusyState& busy_;
-    CSyncSettings& settings_;
-    SyncHost& host_;
     SyncPlan plan_;  // of the last run; the report points into it
 };
 

@@ -47,17 +47,11 @@ class FakeShell : public ShellOperations {
     Error Answer() const { return failSingle ? Error::FromErrno(EACCES) : Error(); }
 };
 
-class Host : public FileOperationsHost, public WaitObserver {
+// What the user sees of an operation beside the boxes.
+class Recorder : public WaitObserver {
   public:
-    explicit Host(const TempFolder& drop) : folders{{drop / "left/", drop / "right/"}} {}
-    std::string FolderPath(Side side) const override { return folders[side]; }
     void WaitChanged(bool waiting) override { happened.emplace_back(waiting ? "busy" : "normal"); }
-    bool AutoCompareAfterFileOp() const override { return autoCompare; }
-    void CompareDirs() override { happened.emplace_back("compare"); }
-    void RemoveListItemsAndShowNoCompareMsg() override { happened.emplace_back("empty"); }
 
-    PerSide<std::string> folders;
-    bool autoCompare = true;
     std::vector<std::string> happened;
 };
 
@@ -81,7 +75,7 @@ class FileOperationsTest : public ::testing::Test {
         drop.Write("left/orphan", "1234567");
         drop.Write("left/Sub/f", "123");
         drop.Write("right/NEWER", "1");
-        busy.SetWaitObserver(&host);
+        busy.SetWaitObserver(&seen);
         volumes.drives = {{drop / "left", {}}, {drop / "right", {}}, {"/", {}}};
         Pair(Row("newer", ResultType::Newer, 5), Row("newer", ResultType::Older, 1, "NEWER"));
         Pair(Row("orphan", ResultType::Orphan, 7), {});
@@ -96,7 +90,10 @@ class FileOperationsTest : public ::testing::Test {
         for (std::size_t i = 0; i < lists[Side::Left].Count(); ++i)
             lists[Side::Left][i].selected = std::ranges::count(rows, i) > 0;
     }
-    ListRef List() const { return {lists, Side::Left}; }
+    ListRef List(Side side = Side::Left) const {
+        const PerSide<std::string> folders{{drop / "left/", drop / "right/"}};
+        return {lists[side], lists[Other(side)], folders[side], folders[Other(side)]};
+    }
     std::string Line(std::size_t i) const { return messages.Line(i); }
     std::string Space(const std::string& drive, std::int64_t need, std::int64_t free) {
         const auto size = [](std::int64_t n) {
@@ -114,22 +111,21 @@ class FileOperationsTest : public ::testing::Test {
                   messages,  box.loop, box.reporter, box.log};
     FakeShell shell;
     ShellWrappers wrappers{shell, messages};
-    Host host{drop};
+    Recorder seen;
     BusyState busy;
-    FileOperations operations{tools, wrappers, busy, host};
+    std::function<void()> autoCompareStep = [this] { seen.happened.emplace_back("compare"); };
+    FileOperations operations{tools, wrappers, busy, autoCompareStep};
     HoldLists lists;
 };
 
 TEST_F(FileOperationsTest, WrappersSayWhatBecameOfIt) {
-    bool aborted = true;
     const std::vector<std::string> one{"/a/b"};
-    wrappers.CopyFiles(one, "/t", {}, aborted);
-    wrappers.MoveFiles(one, "/t", {}, aborted);
-    wrappers.RecycleFiles(one, {}, aborted);
-    wrappers.DeleteFilesPermanently(one, {}, aborted);
-    EXPECT_FALSE(aborted);
-    wrappers.CopyFiles(one, "/t", {.confirm = false, .silent = true}, aborted);
-    wrappers.RenameFile("/a/b", "/a/c", false, false);
+    EXPECT_TRUE(wrappers.CopyFiles(one, "/t", {}).AllDone());
+    EXPECT_TRUE(wrappers.MoveFiles(one, "/t", {}).AllDone());
+    EXPECT_TRUE(wrappers.RecycleFiles(one, {}).AllDone());
+    EXPECT_TRUE(wrappers.DeleteFilesPermanently(one, {}).AllDone());
+    wrappers.CopyFiles(one, "/t", {.confirm = false, .silent = true});
+    wrappers.RenameFile("/a/b", "/a/c", {.confirm = false, .showErrors = false});
     ASSERT_EQ(4U, messages.shown.size());
     EXPECT_EQ("Copy Succeeded: Selected item(s) copied to /t", Line(0));
     EXPECT_EQ("Move Succeeded: Selected item(s) moved to /t", Line(1));
@@ -142,15 +138,13 @@ TEST_F(FileOperationsTest, WrappersSayWhatBecameOfIt) {
 
     messages.shown.clear();
     shell.result.code = shell.result.lastSystemError = 13;
-    wrappers.MoveFiles(one, "/t", {}, aborted);
-    EXPECT_TRUE(aborted);
-    wrappers.RenameFile("/a/b", "/a/c", true, true);
-    wrappers.MoveFiles(one, "/t", {.silent = true}, aborted);
-    wrappers.RenameFile("/a/b", "/a/c", true, false);
+    EXPECT_FALSE(wrappers.MoveFiles(one, "/t", {}).AllDone());
+    wrappers.RenameFile("/a/b", "/a/c", {});
+    wrappers.MoveFiles(one, "/t", {.silent = true});
+    wrappers.RenameFile("/a/b", "/a/c", {.showErrors = false});
     shell.result.anyOperationsAborted = true;
-    wrappers.MoveFiles(one, "/t", {}, aborted);
-    EXPECT_TRUE(aborted);
-    wrappers.RenameFile("/a/b", "/a/c", true, true);
+    EXPECT_FALSE(wrappers.MoveFiles(one, "/t", {}).AllDone());
+    wrappers.RenameFile("/a/b", "/a/c", {});
     ASSERT_EQ(3U, messages.shown.size());
     EXPECT_EQ("API Error: 13", Line(0));
     EXPECT_EQ("API Error: 13", Line(1));
@@ -160,18 +154,18 @@ TEST_F(FileOperationsTest, WrappersSayWhatBecameOfIt) {
 
 TEST_F(FileOperationsTest, NothingSelectedHasItsThreeTexts) {
     Select({});
-    operations.CopyFilesToOtherDirAndLVW(List(), true, false);
-    operations.MoveFilesToSpecificDir(List(), drop / "right", true);
-    operations.DeleteFilesFromLVW(List(), true, false);
-    operations.DeletePermanentlyFilesFromLVW(List(), true, false);
-    operations.CopyFilesToOtherDirAndLVW(List(), true, true);
-    operations.DeleteFilesFromLVW(List(), true, true);
-    operations.DeletePermanentlyFilesFromLVW(List(), true, true);
+    operations.CopyFilesToOtherDirAndLVW(List(), Confirm::Yes, PartOf::Command);
+    operations.MoveFilesToSpecificDir(List(), drop / "right", Confirm::Yes);
+    operations.DeleteFilesFromLVW(List(), Confirm::Yes, PartOf::Command);
+    operations.DeletePermanentlyFilesFromLVW(List(), Confirm::Yes, Prompts::Shown);
+    operations.CopyFilesToOtherDirAndLVW(List(), Confirm::Yes, PartOf::Synchronization);
+    operations.DeleteFilesFromLVW(List(), Confirm::Yes, PartOf::Synchronization);
+    operations.DeletePermanentlyFilesFromLVW(List(), Confirm::Yes, Prompts::Quiet);
     // A placeholder that is marked all the same never becomes the path of the folder.
     lists[Side::Right][1].selected = true;
-    operations.DeleteFilesFromLVW({lists, Side::Right}, false, false);
-    operations.DeletePermanentlyFilesFromLVW({lists, Side::Right}, false, true);
-    operations.MoveFilesToOtherDirAndLVW({lists, Side::Right}, false);
+    operations.DeleteFilesFromLVW(List(Side::Right), Confirm::No, PartOf::Command);
+    operations.DeletePermanentlyFilesFromLVW(List(Side::Right), Confirm::No, Prompts::Quiet);
+    operations.MoveFilesToOtherDirAndLVW(List(Side::Right), Confirm::No);
     ASSERT_EQ(6U, messages.shown.size());
     const std::string blank = ": No item(s) selected.  Please select some item(s) and try again. ";
     EXPECT_EQ("Unable to Copy" + blank, Line(0));
@@ -181,11 +175,11 @@ TEST_F(FileOperationsTest, NothingSelectedHasItsThreeTexts) {
     EXPECT_EQ("No item(s) selected. Please select some item(s), and try again.", messages.shown[4].text);
     EXPECT_EQ("Unable to Move" + blank, Line(5));
     EXPECT_TRUE(shell.requests.empty());
-    EXPECT_TRUE(host.happened.empty());
+    EXPECT_TRUE(seen.happened.empty());
 }
 
 TEST_F(FileOperationsTest, CopiesAndMovesTheSelection) {
-    operations.CopyFilesToOtherDirAndLVW(List(), true, false);
+    operations.CopyFilesToOtherDirAndLVW(List(), Confirm::Yes, PartOf::Command);
     ASSERT_EQ(1U, shell.requests.size());
     EXPECT_THAT(shell.requests[0].sources,
                 ElementsAre(drop / "left/newer", drop / "left/orphan", drop / "left/Sub"));
@@ -194,25 +188,23 @@ TEST_F(FileOperationsTest, CopiesAndMovesTheSelection) {
     EXPECT_EQ("Confirm Copy: You are about to copy 3 objects(s)." + kContinue, Line(0));
     EXPECT_EQ("Copy", messages.confirmations[0].operation);
     EXPECT_EQ(drop / "right/", messages.confirmations[0].target);
-    EXPECT_THAT(host.happened, ElementsAre("busy", "compare", "normal"));
+    EXPECT_THAT(seen.happened, ElementsAre("busy", "compare", "normal"));
 
     messages.shown.clear();
-    host.happened.clear();
-    host.autoCompare = false;
+    seen.happened.clear();
     shell.result.code = 5;
-    operations.MoveFilesToSpecificDir(List(), drop / "else", false);
-    EXPECT_TRUE(operations.CancelFlag());
-    EXPECT_THAT(host.happened, ElementsAre("busy", "empty", "normal"));
+    EXPECT_FALSE(operations.MoveFilesToSpecificDir(List(), drop / "else", Confirm::No).AllDone());
+    EXPECT_THAT(seen.happened, ElementsAre("busy", "compare", "normal"));
     EXPECT_TRUE(shell.requests[1].noConfirmation);
     EXPECT_TRUE(messages.shown.empty());
     shell.result.code = 0;
-    operations.MoveFilesToOtherDirAndLVW(List(), true);
+    operations.MoveFilesToOtherDirAndLVW(List(), Confirm::Yes);
     EXPECT_EQ("Confirm Move: You are about to move 3 objects(s)." + kContinue, Line(0));
-    operations.CopyFilesToOtherDirAndLVW(List(), false, true);
+    operations.CopyFilesToOtherDirAndLVW(List(), Confirm::No, PartOf::Synchronization);
     EXPECT_EQ(4U, shell.requests.size());
-    EXPECT_EQ(5U, host.happened.size() - 3);  // the copy within a synchronisation leaves the panes alone
+    EXPECT_EQ(5U, seen.happened.size() - 3);  // the copy within a synchronisation leaves the panes alone
     messages.answers = {No};
-    operations.CopyFilesToSpecificDir(List(), drop / "right", true);
+    operations.CopyFilesToSpecificDir(List(), drop / "right", Confirm::Yes);
     EXPECT_EQ(4U, shell.requests.size());
 }
 
@@ -223,20 +215,20 @@ TEST_F(FileOperationsTest, DropsAreCountedAndAsked) {
     drop.Write("right/Dir/x", "1234");
     volumes.drives[drop / "right"].space = Currency::FromWhole(5);
     const std::vector<std::string> paths{drop / "from/a", drop / "from/Dir"};
-    operations.CopyOLEDropObjectsToDir(paths, drop / "right", true);
+    operations.CopyOLEDropObjectsToDir(paths, drop / "right", Confirm::Yes);
     EXPECT_EQ("Confirm Copy: You are about to copy 2 objects(s)." + kContinue, Line(0));
     EXPECT_EQ(Space(drop / "right", 6, 5), Line(1));
     EXPECT_TRUE(shell.requests.empty());
     volumes.drives[drop / "right"].space = Currency::FromWhole(6);
-    operations.CopyOLEDropObjectsToDir(paths, drop / "right", false);
+    operations.CopyOLEDropObjectsToDir(paths, drop / "right", Confirm::No);
     EXPECT_EQ(paths, shell.requests.at(0).sources);
     // On one drive a move needs no room; elsewhere a drive that is gone stops it.
     volumes.drives[drop / "left"].space = Currency();
-    operations.MoveOLEDropObjectsToDir({drop / "left/orphan"}, drop / "left/Sub", false);
+    operations.MoveOLEDropObjectsToDir({drop / "left/orphan"}, drop / "left/Sub", Confirm::No);
     EXPECT_EQ(2U, shell.requests.size());
     volumes.drives[drop / "right"].ready = false;
     messages.shown.clear();
-    operations.MoveOLEDropObjectsToDir(paths, drop / "right", false);
+    operations.MoveOLEDropObjectsToDir(paths, drop / "right", Confirm::No);
     EXPECT_EQ(2U, shell.requests.size());
     ASSERT_EQ(1U, messages.shown.size());
     EXPECT_EQ("Problems accessing drive.", messages.shown[0].text);
@@ -269,10 +261,10 @@ TEST_F(FileOperationsTest, SpaceArithmetic) {
     EXPECT_EQ(Currency::FromWhole(6), answer.required);
     EXPECT_FALSE(EnoughSpaceForMoveLvwToSpecificDir(tools, left, drop / "left", drop / "other").enough);
     EXPECT_TRUE(EnoughSpaceForMoveLvwToSpecificDir(tools, left, drop / "other/x", drop / "other").enough);
-    operations.CopyFilesToSpecificDir(List(), drop / "other", false);
+    operations.CopyFilesToSpecificDir(List(), drop / "other", Confirm::No);
     EXPECT_EQ(Space(drop / "other", 6, 5), Line(0));
     volumes.drives[drop / "other"].exists = false;
-    operations.CopyFilesToSpecificDir(List(), drop / "other", false);
+    operations.CopyFilesToSpecificDir(List(), drop / "other", Confirm::No);
     ASSERT_EQ(2U, messages.shown.size());
     EXPECT_EQ("Copy: Problems accessing the target drive.", Line(1));
     EXPECT_EQ(MessageIcon::Stop, messages.shown[1].icon);
@@ -280,7 +272,7 @@ TEST_F(FileOperationsTest, SpaceArithmetic) {
 }
 
 TEST_F(FileOperationsTest, DeletesByTheKindOfDrive) {
-    operations.DeleteFilesFromLVW(List(), true, false);
+    operations.DeleteFilesFromLVW(List(), Confirm::Yes, PartOf::Command);
     EXPECT_EQ("Confirm Delete: You are about to send 3 item(s) to the Recycle Bin." + kContinue, Line(0));
     EXPECT_EQ(ShellOperation::Recycle, shell.requests.at(0).operation);
     const std::string tail = "\r\n\r\nThey are permanently deleted.\r\n\r\nDo you still wish to continue?";
@@ -299,7 +291,7 @@ TEST_F(FileOperationsTest, DeletesByTheKindOfDrive) {
             messages.shown.clear();
             shell.requests.clear();
             messages.answers = {Yes, answer};
-            operations.DeleteFilesFromLVW(List(), true, false);
+            operations.DeleteFilesFromLVW(List(), Confirm::Yes, PartOf::Command);
             EXPECT_EQ(one.text, Line(1));
             EXPECT_EQ(answer == Yes ? 1U : 0U, shell.requests.size());
             if (answer == Yes) {
@@ -307,14 +299,14 @@ TEST_F(FileOperationsTest, DeletesByTheKindOfDrive) {
             }
         }
         // Without a confirmation no drive is looked at.
-        operations.DeleteFilesFromLVW(List(), false, true);
+        operations.DeleteFilesFromLVW(List(), Confirm::No, PartOf::Synchronization);
         EXPECT_EQ(ShellOperation::Recycle, shell.requests.back().operation);
     }
     messages.shown.clear();
-    host.happened.clear();
-    operations.DeletePermanentlyFilesFromLVW(List(), true, false);
+    seen.happened.clear();
+    operations.DeletePermanentlyFilesFromLVW(List(), Confirm::Yes, Prompts::Shown);
     EXPECT_EQ("Confirm Delete: You are about to permanently delete 3 item(s)." + kContinue, Line(0));
-    EXPECT_THAT(host.happened, ElementsAre("busy", "compare", "normal"));
+    EXPECT_THAT(seen.happened, ElementsAre("busy", "compare", "normal"));
 }
 
 // A letter case that differs between the sides does not make two objects of one.
@@ -323,15 +315,15 @@ TEST_F(FileOperationsTest, ACopyGoesOverItsCounterpartInAnotherLetterCase) {
     ScriptedQuestions questions;
     SystemShellOperations real({box.files, volumes, box.clock, box.loop, progress, questions, {}});
     ShellWrappers doors(real, messages);
-    FileOperations live(tools, doors, busy, host);
+    FileOperations live(tools, doors, busy, autoCompareStep);
     drop.Write("left/Sub/Deep/f", "new");
     drop.Write("right/sub/deep/F", "old");
-    EXPECT_TRUE(live.CopyFilesToOtherDirAndLVW(List(), false, false).AllDone());
+    EXPECT_TRUE(live.CopyFilesToOtherDirAndLVW(List(), Confirm::No, PartOf::Command).AllDone());
     const Tree tree = TreeOf(drop / "right/");
     EXPECT_EQ("f:12345", tree.at("NEWER"));
     EXPECT_EQ("f:new", tree.at("sub/deep/F"));
     EXPECT_FALSE(tree.contains("newer") || tree.contains("Sub") || tree.contains("sub/deep/f"));
-    EXPECT_TRUE(live.MoveFilesToOtherDirAndLVW(List(), false).AllDone());
+    EXPECT_TRUE(live.MoveFilesToOtherDirAndLVW(List(), Confirm::No).AllDone());
     EXPECT_EQ(tree, TreeOf(drop / "right/"));
 }
 

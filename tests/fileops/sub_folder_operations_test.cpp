@@ -81,7 +81,7 @@ class SubFolderOperationsTest : public ::testing::Test, public SubFolderHost {
 };
 
 TEST_F(SubFolderOperationsTest, CopiesFileByFileAndPutsTheRowsRight) {
-    EXPECT_EQ(2U, operations.CopyFilesToOtherDir(true, false));
+    EXPECT_EQ(2U, operations.CopyFilesToOtherDir(Confirm::Yes, PartOf::Command).done);
     EXPECT_EQ((Tree{{"orphan", "f:1234567"}, {"x", "d"}, {"x/Newer", "f:12345"}}), TreeOf(drop / "right/"));
     EXPECT_EQ("x/newer 3|x/newer 3", State(0));
     EXPECT_EQ("orphan 3|orphan 3", State(1));
@@ -94,7 +94,7 @@ TEST_F(SubFolderOperationsTest, CopiesFileByFileAndPutsTheRowsRight) {
 }
 
 TEST_F(SubFolderOperationsTest, MovesAndLeavesPlaceholders) {
-    EXPECT_EQ(2U, operations.MoveFilesToOtherDir(false, true));
+    EXPECT_EQ(2U, operations.MoveFilesToOtherDir(Confirm::No, PartOf::Synchronization).done);
     EXPECT_EQ((Tree{{"x", "d"}}), TreeOf(drop / "left/"));
     EXPECT_EQ(" 0|x/newer 1", State(0));
     EXPECT_EQ(" 0|orphan 4", State(1));
@@ -103,7 +103,7 @@ TEST_F(SubFolderOperationsTest, MovesAndLeavesPlaceholders) {
 }
 
 TEST_F(SubFolderOperationsTest, DeletesAndRecycles) {
-    EXPECT_EQ(2U, operations.RecycleFiles(true, false));
+    EXPECT_EQ(2U, operations.RecycleFiles(Confirm::Yes, PartOf::Command).done);
     EXPECT_EQ("12345", drop.Read("trash/files/newer"));
     EXPECT_EQ(" 0|x/newer 4", State(0));
     EXPECT_EQ(" 0| 0", State(1));
@@ -114,7 +114,7 @@ TEST_F(SubFolderOperationsTest, DeletesAndRecycles) {
     drop.Write("left/again", "1");
     lists[Side::Left][1].selected = true;
     messages.shown.clear();
-    EXPECT_EQ(1U, operations.RecycleFiles(true, false));
+    EXPECT_EQ(1U, operations.RecycleFiles(Confirm::Yes, PartOf::Command).done);
     EXPECT_FALSE(drop.Exists("left/again") || drop.Exists("trash/files/again"));
     EXPECT_EQ("Delete from Network Drive", messages.shown.at(1).title);
     EXPECT_EQ("Delete Status: Delete complete.", messages.Line(2));
@@ -122,16 +122,17 @@ TEST_F(SubFolderOperationsTest, DeletesAndRecycles) {
 
 TEST_F(SubFolderOperationsTest, WhatFailedKeepsItsRowAndIsNotCalledComplete) {
     drop.MakeFolder("right/orphan");  // in the way
-    EXPECT_EQ(1U, operations.CopyFilesToOtherDir(true, false));
-    EXPECT_TRUE(operations.CancelFlag());
+    const auto copied = operations.CopyFilesToOtherDir(Confirm::Yes, PartOf::Command);
+    EXPECT_EQ(1U, copied.done);
+    EXPECT_TRUE(copied.cancelled);
     EXPECT_EQ(1U, questions.troubles.size());
     EXPECT_EQ(ResultType::Orphan, lists[Side::Left][1].type);
     EXPECT_TRUE(lists[Side::Left][1].selected);
     EXPECT_EQ(1U, messages.shown.size());
     for (ResultRow& row : lists[Side::Left]) row.selected = false;
     messages.shown.clear();
-    EXPECT_EQ(0U, operations.DeleteFiles(true, false));
-    EXPECT_EQ(0U, operations.DeleteFiles(true, true));
+    EXPECT_EQ(0U, operations.DeleteFiles(Confirm::Yes, PartOf::Command).done);
+    EXPECT_EQ(0U, operations.DeleteFiles(Confirm::Yes, PartOf::Synchronization).done);
     ASSERT_EQ(1U, messages.shown.size());
     EXPECT_EQ("Unable to Delete: No files selected.  Please select some files and try again. ",
               messages.Line(0));

@@ -85,6 +85,38 @@ TEST_F(SyncCommandsTest, AWholeRunByKeysBringsTheFoldersIntoLine) {
     EXPECT_EQ(program.folder.Read("SyncHist.Log").size(), 2 * 773U);
 }
 
+TEST_F(SyncCommandsTest, TheSoundComesBeforeTheRefreshAndOnlyWhereAllWasDone) {
+    Options& options = program.Get().options;
+    options.promptForSyncMethod = options.showSynchronizeConfirmations = false;
+    struct Refresh : ResultPanesObserver {
+        explicit Refresh(TestProgram& program) : program_(program) { program.Get().panes.AddObserver(this); }
+        ~Refresh() override { program_.Get().panes.RemoveObserver(this); }
+        void RowsReset() override {
+            ++resets;
+            sounds = program_.sound.played.size();
+        }
+        int resets = 0;
+        std::size_t sounds = 0;
+        TestProgram& program_;
+    } refresh(program);
+    Run("mnuFileAutoSynch");
+    EXPECT_EQ(refresh.resets, 1);
+    EXPECT_EQ(refresh.sounds, 1U);
+
+    // A file stands where a folder is to go.
+    program.workspace.Write("left/clash", "a file");
+    program.workspace.Write("right/clash/inner", "in a folder");
+    Run("mnuOptionsSyncAddOrphansToRight");
+    Run("mnuFileCompareDirectories");
+    program.sound.played.clear();
+    ModalScript script;
+    script.Await("msgShellError", [](QWidget& box) { PressButton(box, "Skip"); });
+    Run("mnuFileAutoSynch");
+    EXPECT_THAT(program.sound.played, IsEmpty());
+    EXPECT_EQ(Read("right/clash/inner"), "in a folder");
+    EXPECT_THAT(program.folder.Read("SyncHist.Log"), HasSubstr("Cancelled"));
+}
+
 TEST_F(SyncCommandsTest, DecliningLeavesEverything) {
     for (const char* declineAt : {"frmSyncWizard", "frmConfirmSync"}) {
         ModalScript script;

@@ -127,7 +127,7 @@ TEST(RandomSync, LeavesOnDiskWhatTheTableSays) {
         world.Compare();
         const SyncPlan plan = GetListOfFilesAffectedBySync(world.results, world.settings, {});
         ASSERT_EQ(before[Side::Left], ReadTrees(world)[Side::Left]) << "a plan changes nothing";
-        const auto report = world.sync.AutoSync(true, false);
+        const auto report = world.AutoSync(Confirm::Yes);
         ASSERT_TRUE(report.has_value());
         // A table can delete on one side what the other side's cell copies over it, or from it: the shell
         // then says so.

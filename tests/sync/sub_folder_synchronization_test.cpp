@@ -85,7 +85,7 @@ class SubFolderSynchronizationTest : public ::testing::Test {
 };
 
 TEST_F(SubFolderSynchronizationTest, BringsFilesAndRowsIntoLineWithoutHistoryOrTrash) {
-    sync.AutoSynch(true, false);
+    sync.AutoSynch(Confirm::Yes, SyncSound::Played);
     EXPECT_EQ("newer left", world.tools.folder.Read("right/newer"));
     EXPECT_EQ("only left", world.tools.folder.Read("right/x/orphan"));
     EXPECT_FALSE(world.tools.folder.Exists("right/gone"));
@@ -99,13 +99,13 @@ TEST_F(SubFolderSynchronizationTest, TakesSelectedRowsOnlyForOneRunAndNothingWhe
     window.selected = std::unordered_set<std::string>{"gone"};
     sync.SyncSelectedOnly = true;
     window.proceed = false;
-    sync.AutoSynch(true, false);
+    sync.AutoSynch(Confirm::Yes, SyncSound::Played);
     EXPECT_TRUE(world.tools.folder.Exists("right/gone"));
     EXPECT_EQ("refresh status ", window.events);
 
     sync.SyncSelectedOnly = true;
     window.proceed = true;
-    sync.AutoSynch(true, true);
+    sync.AutoSynch(Confirm::Yes, SyncSound::Silent);
     EXPECT_FALSE(world.tools.folder.Exists("right/gone"));
     EXPECT_EQ("older right", world.tools.folder.Read("right/newer"));
     EXPECT_FALSE(sync.SyncSelectedOnly);

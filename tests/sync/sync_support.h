@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/folder_comparison.h"
+#include "fileops/operation_mode.h"
 #include "fileops/shell_wrappers.h"
 #include "shell/shell_operations.h"
 #include "support/fake_volumes.h"
@@ -46,36 +47,23 @@ using Tree = std::map<std::string, FileState>;
 Tree ReadTree(const std::string& folder);
 
 // Two folders, a comparison and a synchronisation over them, without a window.
-class SyncWorld : public SyncHost {
+class SyncWorld : public SyncConfirmation {
   public:
     SyncWorld() : SyncWorld(nullptr) {}
     explicit SyncWorld(SystemCalls* calls);
 
     std::string Folder(Side side) const { return tools.folder / (side == Side::Left ? "left/" : "right/"); }
     void Compare();
+    SyncOrder Order() const { return {results, settings, selected, 20}; }
+    std::optional<SyncReport> AutoSync(Confirm confirm = Confirm::No) {
+        return sync.AutoSync(Order(), confirm == Confirm::Yes ? this : nullptr);
+    }
     std::string TrashFiles() const { return tools.folder / "Trash/files/"; }
 
-    // SyncHost
-    const ComparisonResults& Results() const override { return results; }
-    bool NoResults() const override { return !results.HasResult(); }
-    SelectedTexts SelectedObjects() const override { return selected; }
-    bool PromptForSyncMethod() const override { return prompt; }
-    bool ShowSyncWizard() override {
-        events += "wizard ";
-        return proceed;
-    }
     bool ShowConfirmSync(const SyncPlan&) override {
-        events += "confirm ";
+        ++asked;
         return proceed;
     }
-    std::int32_t NumSyncLogEntries() const override { return 20; }
-    bool AutoCompareAfterSync() const override { return autoCompare; }
-    void CompareDirs() override {
-        events += "compare ";
-        Compare();
-    }
-    void RemoveListItemsAndShowNoCompareMsg() override { events += "empty "; }
-    void PlaySyncCompleteSound() override { events += "sound "; }
 
     TestToolbox tools;
     CCompare compare;
@@ -92,10 +80,8 @@ class SyncWorld : public SyncHost {
     Synchronization sync;
 
     SelectedTexts selected;
-    bool prompt = false;
-    bool proceed = true;
-    bool autoCompare = false;
-    std::string events;
+    bool proceed = true;  // the answer to the confirmation
+    int asked = 0;
 
   private:
     static SystemCalls& Calls(SystemCalls* calls);

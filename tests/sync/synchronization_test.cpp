@@ -34,16 +34,18 @@ void MakeSmallPair(SyncWorld& world) {
     world.settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
 }
 
-TEST(Synchronization, ComparesFirstThenAsksAndRecordsAndRefreshes) {
+TEST(Synchronization, AsksAndRecordsAndBringsIntoLine) {
     SyncWorld world;
     MakeSmallPair(world);
-    world.prompt = true;
-    world.autoCompare = true;
-    world.sync.mnuFileAutoSynch(true);
-    EXPECT_EQ("compare wizard confirm sound compare ", world.events);
+    world.Compare();
+    const auto report = world.AutoSync(Confirm::Yes);
+    ASSERT_TRUE(report);
+    EXPECT_FALSE(report->cancelled);
+    EXPECT_EQ(1, world.asked);
     EXPECT_EQ(kSyncCompleted, LastRecord(world));
     EXPECT_EQ(ReadTree(world.Folder(Side::Left)), ReadTree(world.Folder(Side::Right)));
     EXPECT_TRUE(world.tools.messages.shown.empty());
+    EXPECT_FALSE(world.busy.IsWaiting());
 }
 
 TEST(Synchronization, DecliningLeavesEverythingAndNoRecord) {
@@ -52,21 +54,9 @@ TEST(Synchronization, DecliningLeavesEverythingAndNoRecord) {
     const auto before = ReadTree(world.Folder(Side::Right));
     world.Compare();
     world.proceed = false;
-    world.sync.SyncSelectedOnly = true;
-    world.sync.mnuFileAutoSynch(true);
-    EXPECT_EQ("confirm ", world.events);
+    EXPECT_FALSE(world.AutoSync(Confirm::Yes));
+    EXPECT_EQ(1, world.asked);
     EXPECT_EQ(before, ReadTree(world.Folder(Side::Right)));
-    EXPECT_EQ("", LastRecord(world));
-    EXPECT_FALSE(world.sync.SyncSelectedOnly) << "the setting lasts for one run";
-}
-
-TEST(Synchronization, WithoutAResultItSaysSo) {
-    SyncWorld world;
-    world.compare.CompareMethod = CompareMethod::SizeAndDate;
-    std::filesystem::remove(world.Folder(Side::Left));
-    world.sync.mnuFileAutoSynch(true);
-    EXPECT_EQ("Synchronization: Unable to synchronize.  No comparison has been executed yet.",
-              world.tools.messages.Line(world.tools.messages.shown.size() - 1));
     EXPECT_EQ("", LastRecord(world));
 }
 
@@ -75,8 +65,7 @@ TEST(Synchronization, SelectedObjectsOnly) {
     MakeSmallPair(world);
     world.Compare();
     world.selected = std::unordered_set<std::string>{"gone", "\\sub"};
-    world.sync.SyncSelectedOnly = true;
-    world.sync.AutoSync(false, false);
+    world.AutoSync();
     EXPECT_FALSE(world.tools.folder.Exists("right/gone"));
     EXPECT_FALSE(world.tools.folder.Exists("right/only"));
     EXPECT_EQ("old right", world.tools.folder.Read("right/new"));
@@ -90,7 +79,7 @@ TEST(Synchronization, ACopyGoesOverItsCounterpartOfOtherLetterCase) {
     world.tools.folder.Write("right/a.TXT", "right", 1'600'000'000);
     world.settings.SetSyncMethod(SyncMethod::ReplaceOlderOnRight);
     world.Compare();
-    world.sync.AutoSync(false, false);
+    world.AutoSync();
     EXPECT_EQ("left", world.tools.folder.Read("right/a.TXT"));
     EXPECT_FALSE(world.tools.folder.Exists("right/A.txt"));
 }
@@ -106,7 +95,7 @@ TEST(Synchronization, NothingBehindALinkIsDeleted) {
                                                   world.tools.folder / link);
     world.settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
     world.Compare();
-    const auto report = world.sync.AutoSync(false, false);
+    const auto report = world.AutoSync();
     EXPECT_FALSE(report->cancelled);
     EXPECT_EQ(
         world.tools.messages.Line(0),
@@ -133,7 +122,7 @@ TEST(Synchronization, WhatIsDoneToOneFolderIsNotDoneToTheOtherInIt) {
         const testing::Tree before = ReadTree(folder / "left/in/right/");
         world.settings.SetSyncMethod(SyncMethod::MakeLeftSameAsRight);
         world.Compare();
-        const auto report = world.sync.AutoSync(false, false);
+        const auto report = world.AutoSync();
         ASSERT_TRUE(report);
         EXPECT_FALSE(report->cancelled);
         EXPECT_EQ(before, ReadTree(folder / "left/in/right/"));
@@ -147,13 +136,12 @@ TEST(Synchronization, AFileWhereAFolderIsToGoFailsAndIsNotCountedAsDone) {
     world.tools.folder.Write("right/x/inner", "in a folder", 1'600'000'000);
     world.settings.SetSyncMethod(SyncMethod::AddOrphansToRight);
     world.Compare();
-    const auto report = world.sync.AutoSync(false, false);
+    const auto report = world.AutoSync();
     ASSERT_TRUE(report);
     EXPECT_TRUE(report->cancelled);
     EXPECT_EQ(0U, report->done);
     EXPECT_EQ(kSyncCancelled, LastRecord(world));
     EXPECT_EQ("in a folder", world.tools.folder.Read("right/x/inner"));
-    EXPECT_EQ(std::string::npos, world.events.find("sound"));
     EXPECT_FALSE(world.questions.troubles.empty());
 }
 
@@ -173,7 +161,7 @@ TEST(Synchronization, AnyFailingCallLosesNothingAndIsNotCountedAsDone) {
         ASSERT_TRUE(world.results.HasResult());
         calls.ResetCount();
         calls.FailAt(n, EIO);
-        const auto report = world.sync.AutoSync(false, true);
+        const auto report = world.AutoSync();
         reachedEnd = calls.Count() < n;
         calls.ClearFaults();
         ASSERT_TRUE(report) << n;
@@ -207,7 +195,7 @@ TEST(Synchronization, WhatAKilledCopyLeftIsNeverTakenForAFile) {
     world.tools.folder.MakeFolder("right/sub");
     world.settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
     world.Compare();
-    const auto report = world.sync.AutoSync(false, true);
+    const auto report = world.AutoSync();
     ASSERT_TRUE(report);
     EXPECT_EQ(1U, report->done);
     EXPECT_EQ(1U, ReadTree(world.Folder(Side::Right)).size());
@@ -258,9 +246,9 @@ TEST(Synchronization, LowSpaceIsAskedAboutAndCancelDoesNothing) {
     Toolbox tools{
         world.tools.files,    volumes,          world.tools.clock,    world.tools.locale, world.tools.folders,
         world.tools.messages, world.tools.loop, world.tools.reporter, world.tools.log};
-    Synchronization sync(tools, world.wrappers, world.busy, world.settings, world);
+    Synchronization sync(tools, world.wrappers, world.busy);
     world.tools.messages.answers = {MessageAnswer::Cancel};
-    EXPECT_FALSE(sync.AutoSync(false, false));
+    EXPECT_FALSE(sync.AutoSync(world.Order(), nullptr));
     EXPECT_EQ(
         "There may not be enough space available on drive /.\r\n\r\nSpace Required: 7 Bytes\r\nSpace "
         "Available: 1 "

@@ -35,39 +35,25 @@ constexpr std::string_view kNotes =
 
 constexpr int kDone = 0, kPartlyDone = 1;  // with kTrouble, the statuses of this command
 
-// What the user decides before anything is done, and what a window would show afterwards.
-class ConsoleSyncHost : public SyncHost {
+// What the user decides before anything is done.
+class ConsoleConfirmation : public SyncConfirmation {
   public:
     struct Parts {
         const SyncRequest& request;
-        const ComparisonResults& results;
-        SelectedTexts selected;
-        std::int32_t numSyncLogEntries;
         const EventLoopPort& loop;
-        ConsoleMessages& messages;
         ConsoleShellQuestions& questions;
     };
     enum class Decision { None, GoOn, Declined, Refused };
 
-    explicit ConsoleSyncHost(Parts parts) : parts_(std::move(parts)) {}
+    explicit ConsoleConfirmation(const Parts& parts) : parts_(parts) {}
 
     Decision Decided() const { return decision_; }
 
-    const ComparisonResults& Results() const override { return parts_.results; }
-    bool NoResults() const override { return !parts_.results.HasResult(); }
-    SelectedTexts SelectedObjects() const override { return parts_.selected; }
-    bool PromptForSyncMethod() const override { return false; }
-    bool ShowSyncWizard() override { return true; }
     bool ShowConfirmSync(const SyncPlan& plan) override {
         decision_ = Decide(plan);
         if (decision_ == Decision::GoOn) LeaveToReport(plan);
         return decision_ == Decision::GoOn;
     }
-    std::int32_t NumSyncLogEntries() const override { return parts_.numSyncLogEntries; }
-    bool AutoCompareAfterSync() const override { return false; }
-    void CompareDirs() override {}
-    void RemoveListItemsAndShowNoCompareMsg() override {}
-    void PlaySyncCompleteSound() override {}
 
   private:
     Decision Decide(const SyncPlan& plan) {
@@ -186,22 +172,21 @@ class SyncRun {
         SystemShellOperations shell(
             {tools_.files, tools_.volumes, tools_.clock, tools_.loop, progress, questions});
         ShellWrappers wrappers(shell, messages_);
-        ConsoleSyncHost host({request_, results_, std::move(selected), options_.numSyncLogEntries,
-                              tools_.loop, console_, questions});
+        ConsoleConfirmation confirmation({request_, tools_.loop, questions});
         BusyState busy;
-        Synchronization sync(tools_, wrappers, busy, settings_, host);
-        sync.SyncSelectedOnly = !request_.select.empty();
+        Synchronization sync(tools_, wrappers, busy);
         const std::size_t warnings = messages_.Warnings();
-        const std::optional<SyncReport> report = sync.AutoSync(true, true);
+        const std::optional<SyncReport> report = sync.AutoSync(
+            {results_, settings_, std::move(selected), options_.numSyncLogEntries}, &confirmation);
         const bool cancelledByUser = tools_.loop.CancelRequested();
         ConsoleLoop::LeaveSignals();
 
-        if (host.Decided() == ConsoleSyncHost::Decision::Refused)
+        if (confirmation.Decided() == ConsoleConfirmation::Decision::Refused)
             return Trouble(
                 "there is no terminal to ask on: nothing was done. Use --yes, or look with --plan");
         if (!report) {
             console_.Say("cancelled");
-            return host.Decided() == ConsoleSyncHost::Decision::None ? kTrouble : kPartlyDone;
+            return confirmation.Decided() == ConsoleConfirmation::Decision::None ? kTrouble : kPartlyDone;
         }
         const bool printed = Print(request_, ActionsDone(*report), Told::Done, console_);
         TellNotDone(*report, cancelledByUser, [this](const std::string& text) { console_.Say(text); });

@@ -35,8 +35,9 @@ void InstallOperationCommands(Application& application) {
              Entry{"mnuFileDeletePermanently", &ObjectOperations::DeletePermanently},
          })
         commands.SetHandler(entry.command, [&operations, run = entry.run] { (operations.*run)(); });
-    commands.SetHandler("mnuFileAutoSynch", [&operations] { operations.Synchronize(false); });
-    commands.SetHandler("mnuFileSyncSelectedObjects", [&operations] { operations.Synchronize(true); });
+    commands.SetHandler("mnuFileAutoSynch", [&operations] { operations.Synchronize(SyncScope::All); });
+    commands.SetHandler("mnuFileSyncSelectedObjects",
+                        [&operations] { operations.Synchronize(SyncScope::SelectedObjects); });
     application.Window().SetDropHandler(
         [&operations](DropAction action, const std::vector<std::string>& paths, const std::string& folder) {
             operations.Drop(action, paths, folder);
