@@ -151,7 +151,7 @@ void SubFolderOperations::TellComplete(const Run& run) {
 bool SubFolderOperations::MayBegin(Run& run, std::size_t count) {
     MessageAnswer answer = tools_.messages.Ask({std::string("Confirm ") + run.kind.word,
                                                 run.kind.about + std::to_string(count) + run.kind.aboutEnd +
-                                                    kBreak + kBreak + "Do you wish to continue?",
+                                                    "\r\n\r\nDo you wish to continue?",
                                                 MessageIcon::Question,
                                                 MessageButtons::YesNo,
                                                 {}});
