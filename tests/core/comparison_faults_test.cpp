@@ -364,8 +364,8 @@ TEST(ComparisonFaults, ACancelIsHeardWhileFilesAreOpenedAhead) {
     EXPECT_LE(opened, 22U);
 }
 
-// Trouble that cannot be logged is told at the end, once, whatever part of the comparison met it.
-TEST(ComparisonFaults, ALogThatCannotBeWrittenIsTold) {
+// Why trouble could not be logged is given back at the end, once, whatever part of the comparison met it.
+TEST(ComparisonFaults, ALogThatCannotBeWrittenIsGivenBack) {
     FaultySystemCalls calls;
     ComparisonBench bench(calls);
     for (const Side side : kBothSides) bench.Write(side, "sub/x", "12");
@@ -377,10 +377,11 @@ TEST(ComparisonFaults, ALogThatCannotBeWrittenIsTold) {
         calls.FailAt(Call::GetDents, calls.Count(Call::GetDents) + 1, EIO);
     };
     ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
-    ASSERT_EQ(bench.tools.messages.shown.size(), 3U);
+    ASSERT_EQ(bench.tools.messages.shown.size(), 1U);
     EXPECT_THAT(bench.tools.messages.shown[0].text, HasSubstr("Source: modVantrel.GetFolderInfo"));
-    EXPECT_THAT(bench.tools.messages.shown[1].text, HasSubstr("ERRORLOG.TXT"));
-    EXPECT_THAT(bench.tools.messages.Line(2), HasSubstr("Errors were encountered"));
+    EXPECT_THAT(bench.unlogged.Description(), HasSubstr("ERRORLOG.TXT"));
+    EXPECT_TRUE(bench.compare.ErrorsDuringCompare);
+    EXPECT_TRUE(bench.tools.log.TakeFailure().IsOk());
 }
 
 // What makes trees of small files fast: where reading does not wait, a file that is like its counterpart

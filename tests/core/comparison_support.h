@@ -75,6 +75,7 @@ class ComparisonBench {
     TestToolbox tools;
     CCompare compare;
     ComparisonResults results;
+    Error unlogged;  // of the last run
     RecordingDisplay display;
     RecordingProgress progress;
     FolderComparison comparison;

@@ -6,6 +6,8 @@
 #include <QDropEvent>
 #include <QTest>
 #include <QTimer>
+#include <filesystem>
+#include <utility>
 
 #include "program_support.h"
 #include "views/forms/dragged_paths.h"
@@ -158,6 +160,26 @@ TEST(MainWindow, ErrorsOfAnAnnouncedComparisonAreOfferedWithTheLog) {
     application.CompareDirs(CompareEnding::Silent);
     EXPECT_TRUE(application.compare.ErrorsDuringCompare);
     EXPECT_EQ(program.messages.shown.size(), 1U);
+}
+
+TEST(MainWindow, AComparisonWhoseLogIsNotWholeSaysSo) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    bool broken = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (!application.compare.RunningCompare || std::exchange(broken, true)) return;
+        std::filesystem::remove(application.log.Path());
+        std::filesystem::create_directory(application.log.Path());
+        application.log.AppendNote("lost");
+    });
+    timer.start(0);
+    EXPECT_EQ(application.CompareDirs(CompareEnding::Silent), CompareOutcome::Completed);
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_THAT(program.messages.shown[0].text, HasSubstr("Source: frmMain.CompareDirs"));
+    EXPECT_THAT(program.messages.shown[0].text, HasSubstr("ERRORLOG.TXT"));
+    EXPECT_TRUE(application.results.HasResult());
 }
 
 TEST(MainWindow, EscapeInMidRunLeavesNoResultAndAWorkingWindow) {
