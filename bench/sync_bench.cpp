@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "settings/options.h"
 #include "sync/sync_plan.h"
 
 namespace vantrel {
@@ -67,7 +68,8 @@ ComparisonResults BelowOneSubFolder() {
 }
 
 void Plan(benchmark::State& state, const ComparisonResults& results) {
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     settings.SetSyncMethod(SyncMethod::ReplaceOlderCopyOrphans);
     for (auto _ : state) {
         const SyncPlan plan = GetListOfFilesAffectedBySync(results, settings, std::nullopt);

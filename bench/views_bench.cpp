@@ -6,6 +6,7 @@
 #include <random>
 
 #include "diagnostics/error_reporter.h"
+#include "settings/options.h"
 #include "views/forms/panes_widget.h"
 #include "views/result_panes.h"
 
@@ -89,7 +90,8 @@ struct Stage {
     SilentMessages messages;
     NoLoop loop;
     ErrorReporter reporter{files, folders, clock, locale, messages, loop};
-    CViewSelections selections;
+    Options options;
+    CViewSelections selections{options};
     HoldLists hold;
     BusyState busy;
     ResultPanes panes{hold, selections, reporter, messages, busy};

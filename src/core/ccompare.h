@@ -4,30 +4,38 @@
 #include <functional>
 #include <string>
 
+#include "settings/option_values.h"
+
 namespace vantrel {
 
-enum class CompareMethod : std::int32_t { SizeAndDate = 0, Contents = 1, Crc32 = 2, Sha1 = 3 };
+struct Options;
 
-// The options of a comparison and the state of its run; one shared object.
+// The options of a comparison as its run found them, and the state of the run; one shared object. What a run
+// changes here holds for that run: whoever wants to keep it takes it over into the options.
 class CCompare {
   public:
-    bool RemindAboutFATNTFSIssue = true;
+    CCompare();  // with the defaults
+    explicit CCompare(const Options& options);
+    // To be called before each run, and never within one. The state is left alone.
+    void TakeOptions(const Options& options);
+
+    bool RemindAboutFATNTFSIssue{};
     bool AlreadyNotifiedAboutFATNTFS = false;  // in this run of the program
-    std::int32_t ChunkSize = 500'000;          // bytes read from each file at a time, at least 1
+    std::int32_t ChunkSize{};                  // bytes read from each file at a time, at least 1
     bool RunningCompare = false;
     bool ErrorsDuringCompare = false;  // at least one error went to ERRORLOG.TXT
     bool CompareCancelled =
         false;                    // the user pressed ESC, or the run failed a check; kept until the next run
     bool SlowConnection = false;  // a scan took long for few files; cleared by each run
-    bool ExcludeHiddenFiles = false;
-    bool ExcludeSystemFiles = false;
-    bool IgnoreFAT_NTFS_DaylightSavings = false;
-    bool IgnoreFAT_NTFS_TwoSecDiff = true;
+    bool ExcludeHiddenFiles{};
+    bool ExcludeSystemFiles{};
+    bool IgnoreFAT_NTFS_DaylightSavings{};
+    bool IgnoreFAT_NTFS_TwoSecDiff{};
     std::string ExcludeFilters;  // comma-separated patterns
     std::string IncludeFilters;
-    vantrel::CompareMethod CompareMethod = vantrel::CompareMethod::SizeAndDate;
-    bool ExcludeHiddenFolders = false;
-    bool ExcludeSystemFolders = false;
+    vantrel::CompareMethod CompareMethod{};
+    bool ExcludeHiddenFolders{};
+    bool ExcludeSystemFolders{};
 
     bool CompareSubFolders() const { return compareSubFolders_; }
     // Setting it, to whatever value, also drops the results of the last sub-folder analysis.
@@ -38,7 +46,7 @@ class CCompare {
     std::function<void()> CleanupPreviousSubFolderResults;
 
   private:
-    bool compareSubFolders_ = true;
+    bool compareSubFolders_{};
 };
 
 }  // namespace vantrel

@@ -4,25 +4,33 @@
 #include <string>
 
 #include "diagnostics/sound_device.h"
+#include "diagnostics/sound_options.h"
 
 namespace vantrel {
 
-// The wave files of four events. `SoundOn` is for the callers to test: the play methods do not ask it.
+// The wave files of four events, as the options have them at the moment: the members are those of the object
+// given, which must outlive this one. `SoundOn` is for the callers to test: the play methods do not ask it.
 class CSoundSettings {
   public:
     static constexpr const char* kNone = "(none)";
 
-    explicit CSoundSettings(SoundDevice& device) : device_(device) {}
+    CSoundSettings(SoundDevice& device, SoundOptions& options)
+        : StartSound(options.startSound),
+          ExitSound(options.exitSound),
+          SyncCompleteSound(options.syncCompleteSound),
+          CompareCompleteSound(options.comparisonCompleteSound),
+          SoundOn(options.soundOn),
+          device_(device) {}
 
     void PlayStartSound() { PlayEvent(StartSound); }
-    std::string StartSound = kNone;
+    std::string& StartSound;
     void PlayExitSound() { PlayEvent(ExitSound); }
-    std::string ExitSound = kNone;
+    std::string& ExitSound;
     void PlaySyncCompleteSound() { PlayEvent(SyncCompleteSound); }
-    std::string SyncCompleteSound = kNone;
+    std::string& SyncCompleteSound;
     void PlayCompareCompleteSound() { PlayEvent(CompareCompleteSound); }
-    std::string CompareCompleteSound = kNone;
-    bool SoundOn = true;
+    std::string& CompareCompleteSound;
+    bool& SoundOn;
 
     // Asked of the device when it is first needed, and then kept: looking for devices takes time that
     // start-up should not spend.

@@ -149,12 +149,12 @@ void SubFolderOperations::TellComplete(const Run& run) {
 }
 
 bool SubFolderOperations::MayBegin(Run& run, std::size_t count) {
-    MessageAnswer answer = tools_.messages.Ask({std::string("Confirm ") + run.kind.word,
-                                                run.kind.about + std::to_string(count) + run.kind.aboutEnd +
-                                                    "\r\n\r\nDo you wish to continue?",
-                                                MessageIcon::Question,
-                                                MessageButtons::YesNo,
-                                                {}});
+    MessageAnswer answer = tools_.messages.Ask(
+        {std::string("Confirm ") + run.kind.word,
+         run.kind.about + std::to_string(count) + run.kind.aboutEnd + "\r\n\r\nDo you wish to continue?",
+         MessageIcon::Question,
+         MessageButtons::YesNo,
+         {}});
     if (answer != MessageAnswer::Yes) return false;
     if (run.kind.verb != SubFolderVerb::Recycle) return true;
     const DriveKind drive =

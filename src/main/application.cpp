@@ -6,10 +6,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/compare_options.h"
 #include "main/commands/handlers.h"
 #include "platform/forms/qt_text.h"
-#include "sync/sync_options.h"
 
 namespace vantrel {
 
@@ -21,8 +19,9 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
       tools(ownTools_.Get()),
       reporter(tools.reporter),
       log(tools.log),
-      sounds(around.sound),
       store(around.files, around.folders),
+      sounds(around.sound, options),
+      viewSelections(options),
       history(around.files, around.folders),
       panes(results.hold, viewSelections, reporter, around.messages, busy),
       notices(tools, store.File()) {
@@ -61,6 +60,14 @@ void Application::UnloadCompareProgress() {
     if (progress_) progress_->Unload();
 }
 
+CompareOutcome Application::CompareDirs(CompareEnding ending) {
+    if (!compare.RunningCompare) compare.TakeOptions(options);
+    const CompareOutcome outcome = comparison_->CompareDirs(ending);
+    // The user may have taken to smaller pieces, over a slow connection.
+    options.chunkSize = compare.ChunkSize;
+    return outcome;
+}
+
 void Application::AutoCompareStep(bool compareAgain) {
     if (compareAgain)
         CompareDirs(CompareEnding::Silent);
@@ -86,53 +93,34 @@ OptionEnvironment Application::Environment() const {
     return environment;
 }
 
-void Application::HoldersFromOptions() {
-    ApplyOptions(options, compare);
-    ApplyOptions(options, operations->syncSettings);
-    sounds.SoundOn = options.soundOn;
-    sounds.StartSound = options.startSound;
-    sounds.ExitSound = options.exitSound;
-    sounds.CompareCompleteSound = options.comparisonCompleteSound;
-    sounds.SyncCompleteSound = options.syncCompleteSound;
-    viewSelections.SetViewType(static_cast<std::int32_t>(options.viewType));
-    viewSelections.Flags = {options.viewNewerFiles,          options.viewOlderFiles,
-                            options.viewIdenticalFiles,      options.viewOrphanFiles,
-                            options.viewBinaryFiles,         options.viewIdenticalSubFolders,
-                            options.viewDifferentSubFolders, options.viewOrphanSubFolders};
-    panes.DisplayViewSelections();
-}
-
-void Application::OptionsFromHolders() {
-    CollectOptions(compare, options);
-    CollectOptions(operations->syncSettings, options);
-    options.soundOn = sounds.SoundOn;
-    options.startSound = sounds.StartSound;
-    options.exitSound = sounds.ExitSound;
-    options.comparisonCompleteSound = sounds.CompareCompleteSound;
-    options.syncCompleteSound = sounds.SyncCompleteSound;
-    options.viewType = static_cast<Options::ViewType>(panes.CheckedViewItem());
-    const auto& flags = viewSelections.Flags;
-    options.viewNewerFiles = flags[0];
-    options.viewOlderFiles = flags[1];
-    options.viewIdenticalFiles = flags[2];
-    options.viewOrphanFiles = flags[3];
-    options.viewBinaryFiles = flags[4];
-    options.viewIdenticalSubFolders = flags[5];
-    options.viewDifferentSubFolders = flags[6];
-    options.viewOrphanSubFolders = flags[7];
+void Application::ShowOption(ShownBy part) {
+    switch (part) {
+        case ShownBy::SubFolderRecords:
+            compare.SetCompareSubFolders(options.compareSubFolders);
+            break;
+        case ShownBy::ViewToggles:
+            viewSelections.TakeCheckedItem();
+            panes.DisplayViewSelections();
+            break;
+        case ShownBy::CheckMark:
+        case ShownBy::Geometry:
+        case ShownBy::Strips:
+        case ShownBy::PaneLooks:
+        case ShownBy::Scrolling:
+        case ShownBy::PathBoxes:
+            window_->ShowOption(part);
+            break;
+    }
 }
 
 void Application::LoadOptions() {
     const Error error = store.Load(Environment(), options);
-    HoldersFromOptions();
-    window_->RestoreGeometry(options);
-    window_->ShowOptions();
+    for (const ShownBy part : kShownAtOnce) ShowOption(part);
     if (!error.IsOk()) reporter.ReportError("frmMain.LoadOptions", error);
 }
 
 void Application::SaveOptions() {
-    OptionsFromHolders();
-    const SaveGeometry geometry = window_->CollectOptions(options) ? SaveGeometry::Yes : SaveGeometry::No;
+    const SaveGeometry geometry = window_->CollectGeometry(options) ? SaveGeometry::Yes : SaveGeometry::No;
     const Error error = store.Save(options, geometry);
     if (!error.IsOk()) reporter.ReportError("frmMain.SaveOptions", error);
 }
@@ -142,9 +130,7 @@ void Application::RestoreDefaults() {
     panes.RemoveListItemsAndShowNoCompareMsg();
     window_->PopulatingFolderCombos = true;
     window_->PopulateDirComboBoxesFromIniFile();
-    HoldersFromOptions();
-    window_->RestoreGeometry(options);
-    window_->ShowOptions();
+    for (const ShownBy part : kShownAtOnce) ShowOption(part);
     window_->PopulatingFolderCombos = false;
     window_->StatusBar1().Reset();
     ThrowIfFailed(error);

@@ -51,18 +51,18 @@ class Application : private RunningJob {
     frmMain& Window() { return *window_; }
     Commands& GetCommands() { return window_->GetCommands(); }
     MainComparison& Comparison() { return *comparison_; }
-    CompareOutcome CompareDirs(CompareEnding ending) { return comparison_->CompareDirs(ending); }
+    CompareOutcome CompareDirs(CompareEnding ending);
     // What follows a command that changed something: a silent comparison where the option says so, otherwise
     // the results are dropped.
     void AutoCompareStep(bool compare);
 
-    // The settings file into the options, and these into their holders and onto the window.
+    // The settings file into the options, and these onto the screen.
     void LoadOptions();
     void SaveOptions();
     // The file is deleted, path history and all, and everything has its default.
     void RestoreDefaults();
-    void HoldersFromOptions();
-    void OptionsFromHolders();
+    // What must follow at once when an option of this kind has changed.
+    void ShowOption(ShownBy part);
     OptionEnvironment Environment() const;
 
     const std::string AppVersion;
@@ -79,12 +79,12 @@ class Application : private RunningJob {
     ErrorReporter& reporter;
     ComparisonLog& log;
 
+    Options options;
+    OptionStore store;
     CCompare compare;
     CSoundSettings sounds;
     CViewSelections viewSelections;
 
-    Options options;
-    OptionStore store;
     PathHistory history;
     ComparisonResults results;
     ResultPanes panes;

@@ -1,7 +1,10 @@
 #include "main/command_table.h"
 
-#include <algorithm>
 #include <array>
+#include <stdexcept>
+#include <string>
+
+#include "settings/option_table.h"
 
 namespace vantrel {
 namespace {
@@ -10,6 +13,11 @@ using enum CommandKind;
 
 constexpr CommandEntry Line(std::string_view parent, std::string_view name = {}) {
     return {Separator, name, parent, {}};
+}
+
+// Its caption stands in the option table.
+constexpr CommandEntry Toggle(std::string_view item, std::string_view parent) {
+    return {Check, item, parent, {}};
 }
 
 constexpr CommandEntry kMainMenu[] = {
@@ -69,18 +77,17 @@ constexpr CommandEntry kMainMenu[] = {
     {Exclusive, "mnuOptionsCompareTypeThoroughCRC", "mnuOptionsCompareType", "Cyclical Redundancy Check"},
     {Exclusive, "mnuOptionsCompareTypeSHA", "mnuOptionsCompareType", "SHA-1 Message Digest"},
     {Menu, "mnuOtherCompareOptions", "mnuOptions", "Other Comparison Options"},
-    {Check, "mnuOptionsCompareSubFolders", "mnuOtherCompareOptions", "Compare Sub-Folders"},
-    {Check, "mnuOptionsRemindAboutFATNTFSIssue", "mnuOtherCompareOptions", "Remind About FAT/NTFS Issue"},
-    {Check, "mnuOptionsIgnore2Sec", "mnuOtherCompareOptions", "Ignore FAT/NTFS 2 sec. Difference"},
-    {Check, "mnuOptionsIgnoreDaylightSavings", "mnuOtherCompareOptions",
-     "Ignore FAT/NTFS Daylight Savings Time"},
+    Toggle("mnuOptionsCompareSubFolders", "mnuOtherCompareOptions"),
+    Toggle("mnuOptionsRemindAboutFATNTFSIssue", "mnuOtherCompareOptions"),
+    Toggle("mnuOptionsIgnore2Sec", "mnuOtherCompareOptions"),
+    Toggle("mnuOptionsIgnoreDaylightSavings", "mnuOtherCompareOptions"),
     Line("mnuOtherCompareOptions"),
     {Command, "mnuOptionsChunkSize", "mnuOtherCompareOptions", "Chunk Size..."},
     {Menu, "mnuOptionsIncludeExcludeMain", "mnuOptions", "Include/Exclude"},
-    {Check, "mnuOptionsExcludeSystemFiles", "mnuOptionsIncludeExcludeMain", "Exclude System Files"},
-    {Check, "mnuOptionsExcludeHiddenFiles", "mnuOptionsIncludeExcludeMain", "Exclude Hidden Files"},
-    {Check, "mnuOptionsExcludeSystemFolders", "mnuOptionsIncludeExcludeMain", "Exclude System Folders"},
-    {Check, "mnuOptionsExcludeHiddenFolders", "mnuOptionsIncludeExcludeMain", "Exclude Hidden Folders"},
+    Toggle("mnuOptionsExcludeSystemFiles", "mnuOptionsIncludeExcludeMain"),
+    Toggle("mnuOptionsExcludeHiddenFiles", "mnuOptionsIncludeExcludeMain"),
+    Toggle("mnuOptionsExcludeSystemFolders", "mnuOptionsIncludeExcludeMain"),
+    Toggle("mnuOptionsExcludeHiddenFolders", "mnuOptionsIncludeExcludeMain"),
     Line("mnuOptionsIncludeExcludeMain"),
     {Command, "mnuOptionsFilters", "mnuOptionsIncludeExcludeMain", "Include/Exclude Filters..."},
     {Menu, "mnuOptionsSynchronizeMethod", "mnuOptions", "Synchronization Method"},
@@ -100,41 +107,35 @@ constexpr CommandEntry kMainMenu[] = {
      "Replace Older Files in Right Folder"},
     {Exclusive, "mnuOptionsSyncCustomize", "mnuOptionsSynchronizeMethod", "Custom..."},
     {Menu, "mnuOptionsAutoCompare", "mnuOptions", "Auto Compare"},
-    {Check, "mnuOptionsAutoCompareAfterFilter", "mnuOptionsAutoCompare", "Auto Compare After Filter Change"},
-    {Check, "mnuOptionsAutoCompareAfterFileOp", "mnuOptionsAutoCompare",
-     "Auto Compare After Copy, Move, Delete"},
-    {Check, "mnuOptionsAutoCompareAfterSync", "mnuOptionsAutoCompare", "Auto Compare After Synchronize"},
-    {Check, "mnuOptionsAutoCompareAfterDateTimeChange", "mnuOptionsAutoCompare",
-     "Auto Compare After Filename or Date/Time Change"},
-    {Check, "mnuOptionsAutoCompareAfterCreationOfNewFolder", "mnuOptionsAutoCompare",
-     "Auto Compare After Creation of New Sub-Folder"},
-    {Check, "mnuOptionsAutoCompareAfterCompareMethodChange", "mnuOptionsAutoCompare",
-     "Auto Compare After Compare Method Change"},
+    Toggle("mnuOptionsAutoCompareAfterFilter", "mnuOptionsAutoCompare"),
+    Toggle("mnuOptionsAutoCompareAfterFileOp", "mnuOptionsAutoCompare"),
+    Toggle("mnuOptionsAutoCompareAfterSync", "mnuOptionsAutoCompare"),
+    Toggle("mnuOptionsAutoCompareAfterDateTimeChange", "mnuOptionsAutoCompare"),
+    Toggle("mnuOptionsAutoCompareAfterCreationOfNewFolder", "mnuOptionsAutoCompare"),
+    Toggle("mnuOptionsAutoCompareAfterCompareMethodChange", "mnuOptionsAutoCompare"),
     {Menu, "mnuOptionsConfirmations", "mnuOptions", "Confirmations"},
-    {Check, "mnuOptionsConfirmCopy", "mnuOptionsConfirmations", "Confirm Before Copy"},
-    {Check, "mnuOptionsConfirmMove", "mnuOptionsConfirmations", "Confirm Before Move"},
-    {Check, "mnuOptionsConfirmDelete", "mnuOptionsConfirmations", "Confirm Before Delete"},
-    {Check, "mnuOptionsConfirmSynchronize", "mnuOptionsConfirmations", "Confirm Before Synchronize"},
-    {Check, "mnuOptionsConfirmDateTimeChange", "mnuOptionsConfirmations", "Confirm Before Date/Time Change"},
+    Toggle("mnuOptionsConfirmCopy", "mnuOptionsConfirmations"),
+    Toggle("mnuOptionsConfirmMove", "mnuOptionsConfirmations"),
+    Toggle("mnuOptionsConfirmDelete", "mnuOptionsConfirmations"),
+    Toggle("mnuOptionsConfirmSynchronize", "mnuOptionsConfirmations"),
+    Toggle("mnuOptionsConfirmDateTimeChange", "mnuOptionsConfirmations"),
     {Menu, "mnuOptionsViewFileDiffs", "mnuOptions", "View File Difference Options"},
-    {Check, "mnuOptionsViewFileDiffsPromptForOptions", "mnuOptionsViewFileDiffs", "Prompt For Options"},
-    {Check, "mnuOptionsViewFileDiffsIgnoreWhitespace", "mnuOptionsViewFileDiffs", "Ignore Whitespace"},
-    {Check, "mnuOptionsViewFileDiffsIgnoreCase", "mnuOptionsViewFileDiffs", "Ignore Case"},
+    Toggle("mnuOptionsViewFileDiffsPromptForOptions", "mnuOptionsViewFileDiffs"),
+    Toggle("mnuOptionsViewFileDiffsIgnoreWhitespace", "mnuOptionsViewFileDiffs"),
+    Toggle("mnuOptionsViewFileDiffsIgnoreCase", "mnuOptionsViewFileDiffs"),
     {Menu, "mnuOptionsFindDupes", "mnuOptions", "Find Duplicate Files Options"},
     {Menu, "mnuOptionsFindDupesCriteria", "mnuOptionsFindDupes", "Duplicate Criteria"},
-    {Check, "mnuOptionsFindDupesCriteriaOpt(0)", "mnuOptionsFindDupesCriteria", "Names Match"},
-    {Check, "mnuOptionsFindDupesCriteriaOpt(1)", "mnuOptionsFindDupesCriteria", "Sizes Match"},
-    {Check, "mnuOptionsFindDupesCriteriaOpt(2)", "mnuOptionsFindDupesCriteria", "Create Date/Times Match"},
-    {Check, "mnuOptionsFindDupesCriteriaOpt(3)", "mnuOptionsFindDupesCriteria",
-     "Last Modified Date/Times Match"},
-    {Check, "mnuOptionsFindDupesCriteriaOpt(4)", "mnuOptionsFindDupesCriteria", "Attributes Match"},
-    {Check, "mnuOptionsFindDupesCriteriaOpt(5)", "mnuOptionsFindDupesCriteria", "Contents Match"},
+    Toggle("mnuOptionsFindDupesCriteriaOpt(0)", "mnuOptionsFindDupesCriteria"),
+    Toggle("mnuOptionsFindDupesCriteriaOpt(1)", "mnuOptionsFindDupesCriteria"),
+    Toggle("mnuOptionsFindDupesCriteriaOpt(2)", "mnuOptionsFindDupesCriteria"),
+    Toggle("mnuOptionsFindDupesCriteriaOpt(3)", "mnuOptionsFindDupesCriteria"),
+    Toggle("mnuOptionsFindDupesCriteriaOpt(4)", "mnuOptionsFindDupesCriteria"),
+    Toggle("mnuOptionsFindDupesCriteriaOpt(5)", "mnuOptionsFindDupesCriteria"),
     {Menu, "mnuOptionsFindDupesIgnore", "mnuOptionsFindDupes", "Ignore Options"},
-    {Check, "mnuOptionsFindDupesIgnoreOpt(0)", "mnuOptionsFindDupesIgnore", "Ignore Zero Byte Files"},
-    {Check, "mnuOptionsFindDupesIgnoreOpt(1)", "mnuOptionsFindDupesIgnore", "Ignore System Files"},
-    {Check, "mnuOptionsFindDupesIgnoreOpt(2)", "mnuOptionsFindDupesIgnore", "Ignore Hidden Files"},
-    {Check, "mnuOptionsFindDupesIgnoreOpt(3)", "mnuOptionsFindDupesIgnore",
-     "Ignore Files In the Windows Folder Tree"},
+    Toggle("mnuOptionsFindDupesIgnoreOpt(0)", "mnuOptionsFindDupesIgnore"),
+    Toggle("mnuOptionsFindDupesIgnoreOpt(1)", "mnuOptionsFindDupesIgnore"),
+    Toggle("mnuOptionsFindDupesIgnoreOpt(2)", "mnuOptionsFindDupesIgnore"),
+    Toggle("mnuOptionsFindDupesIgnoreOpt(3)", "mnuOptionsFindDupesIgnore"),
     {Menu, "mnuOptionsFindDupesRemoval", "mnuOptionsFindDupes", "Removal Methods"},
     {Exclusive, "mnuOptionsFindDupesRemovalOpt(0)", "mnuOptionsFindDupesRemoval", "Delete Permanently"},
     {Exclusive, "mnuOptionsFindDupesRemovalOpt(1)", "mnuOptionsFindDupesRemoval", "Send To Recycle Bin"},
@@ -146,13 +147,13 @@ constexpr CommandEntry kMainMenu[] = {
     {Exclusive, "mnuOptionsFindDupesHashMethodOpt(2)", "mnuOptionsFindDupesHashMethod", "MD5"},
     {Command, "mnuOptionsFindDupesFilesToExclude", "mnuOptionsFindDupes", "Files To Exclude..."},
     Line("mnuOptions"),
-    {Check, "mnuOptionsSoundOn", "mnuOptions", "Sounds On"},
+    Toggle("mnuOptionsSoundOn", "mnuOptions"),
     {Command, "mnuOptionsChangeSounds", "mnuOptions", "Change Sounds..."},
     Line("mnuOptions"),
-    {Check, "mnuOptionsPromptForSyncMethod", "mnuOptions", "Prompt for Sync Method"},
-    {Check, "mnuOptionsSyncScrolling", "mnuOptions", "Sy&nc Folder Contents Scrolling"},
-    {Check, "mnuOptionsShowGraphAfterCompare", "mnuOptions", "Show Summary After Compare"},
-    {Check, "mnuOptionsAutoCompleteFolderPath", "mnuOptions", "Auto Complete Folder Path While Typing"},
+    Toggle("mnuOptionsPromptForSyncMethod", "mnuOptions"),
+    Toggle("mnuOptionsSyncScrolling", "mnuOptions"),
+    Toggle("mnuOptionsShowGraphAfterCompare", "mnuOptions"),
+    Toggle("mnuOptionsAutoCompleteFolderPath", "mnuOptions"),
     Line("mnuOptions"),
     {Command, "frmOptionsMaintainFolderLists", "mnuOptions", "Maintain Folder Lists..."},
     {Command, "mnuOptionsAppearance", "mnuOptions", "Appearance..."},
@@ -308,10 +309,22 @@ constexpr ToolbarEntry kToolbar[] = {
      "Everything you ever wanted to know about Vantrel and Life"},
 };
 
+std::string_view CaptionOfToggle(std::string_view item) {
+    for (const OptionLine& line : OptionTable())
+        if (line.toggle.item == item) return line.toggle.caption;
+    throw std::logic_error("no option has the item " + std::string(item));
+}
+
 }  // namespace
 
 std::span<const CommandEntry> MainMenuEntries() {
-    return kMainMenu;
+    static const auto entries = [] {
+        auto all = std::to_array(kMainMenu);
+        for (CommandEntry& entry : all)
+            if (entry.kind == Check) entry.caption = CaptionOfToggle(entry.name);
+        return all;
+    }();
+    return entries;
 }
 
 std::span<const CommandEntry> PopupMenuEntries() {

@@ -17,7 +17,8 @@ Confirm Ask(bool option) {
 }  // namespace
 
 ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& trash)
-    : application_(application),
+    : syncSettings(application.options),
+      application_(application),
       progress_(application.around.clock, application.around.loop),
       questions_(application.around.locale),
       shell_({.files = application.around.files,

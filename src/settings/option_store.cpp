@@ -55,8 +55,9 @@ Error OptionStore::Save(const Options& options, SaveGeometry geometry) {
 
 Error OptionStore::SaveFilters(std::string_view includeFileTypes, std::string_view excludeFileTypes) {
     return file_.Update([&](const IniDocument&) {
-        return std::vector<IniChange>{{"Options", "IncludeFileTypes", std::string(includeFileTypes)},
-                                      {"Options", "ExcludeFileTypes", std::string(excludeFileTypes)}};
+        return std::vector<IniChange>{
+            {std::string(kOptionsSection), "IncludeFileTypes", std::string(includeFileTypes)},
+            {std::string(kOptionsSection), "ExcludeFileTypes", std::string(excludeFileTypes)}};
     });
 }
 

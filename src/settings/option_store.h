@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/files/support_files.h"
-#include "settings/options.h"
+#include "settings/option_table.h"
 #include "settings/settings_file.h"
 
 namespace vantrel {

@@ -2,10 +2,12 @@
 
 #include <optional>
 
+#include "settings/options.h"
+
 namespace vantrel {
 namespace {
 
-using enum Options::Action;
+using enum SyncAction;
 using Cells = std::array<SyncAction, kSyncCellCount>;  // New, Old, Orphan, Binary
 
 struct PredefinedTable {
@@ -59,6 +61,13 @@ constexpr std::array<SyncMethod, kSyncMethodCount> kDisplayOrder{
     SyncMethod::ReplaceOlderOnRight,     SyncMethod::Custom,
 };
 
+using CellMembers = std::array<SyncAction Options::*, kSyncCellCount>;
+constexpr PerSide<CellMembers> kCells{
+    {CellMembers{&Options::leftFolderNewFilesAction, &Options::leftFolderOldFilesAction,
+                 &Options::leftFolderOrphanFilesAction, &Options::leftFolderBinaryFilesAction},
+     CellMembers{&Options::rightFolderNewFilesAction, &Options::rightFolderOldFilesAction,
+                 &Options::rightFolderOrphanFilesAction, &Options::rightFolderBinaryFilesAction}}};
+
 }  // namespace
 
 const std::array<SyncMethodInfo, kSyncMethodCount>& SyncMethods() {
@@ -74,21 +83,31 @@ void GetSyncMethodDescriptions(std::array<std::string_view, kSyncMethodCount>& d
         descriptions[static_cast<std::size_t>(info.method)] = info.description;
 }
 
-CSyncSettings::CSyncSettings() {
-    SetSyncMethod(vantrel::SyncMethod::ReplaceOlderCopyOrphans);
+std::int32_t CSyncSettings::SyncMethod() const {
+    return static_cast<std::int32_t>(options_.syncMethod);
 }
 
 void CSyncSettings::SetSyncMethod(std::int32_t method) {
-    method_ = method;
+    options_.syncMethod = static_cast<vantrel::SyncMethod>(method);
     ConvertPredefinedToCustom();
 }
 
 void CSyncSettings::ConvertPredefinedToCustom() {
-    if (method_ < 0 || method_ >= kSyncMethodCount) return;
-    const auto& table = kPredefined[static_cast<std::size_t>(method_)];
+    if (SyncMethod() < 0 || SyncMethod() >= kSyncMethodCount) return;
+    const auto& table = kPredefined[static_cast<std::size_t>(SyncMethod())];
     if (!table) return;
-    cells_[Side::Left] = table->left;
-    cells_[Side::Right] = table->right;
+    for (std::size_t cell = 0; cell < kSyncCellCount; ++cell) {
+        options_.*kCells[Side::Left][cell] = table->left[cell];
+        options_.*kCells[Side::Right][cell] = table->right[cell];
+    }
+}
+
+SyncAction CSyncSettings::Action(Side side, SyncCell cell) const {
+    return options_.*kCells[side][static_cast<std::size_t>(cell)];
+}
+
+void CSyncSettings::SetAction(Side side, SyncCell cell, SyncAction action) {
+    options_.*kCells[side][static_cast<std::size_t>(cell)] = action;
 }
 
 SyncAction CSyncSettings::ActionFor(Side side, ResultType type) const {

@@ -5,19 +5,16 @@
 #include <string_view>
 
 #include "core/result_row.h"
-#include "settings/options.h"
+#include "settings/option_values.h"
 
 namespace vantrel {
 
-// What is done to an object of one result type on one side. Replace is a passive mark: a synchronisation acts
-// on Copy and Delete only, and a Replace comes true through the Copy on the other side.
-using SyncAction = Options::Action;
+struct Options;
 
 // The columns of the action table. Orphan serves orphan files and orphan folders.
 enum class SyncCell : std::uint8_t { New = 0, Old = 1, Orphan = 2, Binary = 3 };
 inline constexpr int kSyncCellCount = 4;
 
-using SyncMethod = Options::SyncMethod;
 inline constexpr int kSyncMethodCount = 8;
 
 // One synchronisation method as the program shows it, by method code.
@@ -34,30 +31,27 @@ const std::array<SyncMethod, kSyncMethodCount>& SyncMethodsInDisplayOrder();
 // The eight descriptions, by method code.
 void GetSyncMethodDescriptions(std::array<std::string_view, kSyncMethodCount>& descriptions);
 
-// The action table: for each side and each of four result types, what is done.
+// The action table: for each side and each of four result types, what is done. It stands in the options, with
+// the method; this is the way to read and to change it. The stored cells hold as they stand, whatever the
+// method is: nothing forces them to be those of the method in a file that was edited by hand.
 class CSyncSettings {
   public:
-    // The table and the method that a fresh program starts with.
-    CSyncSettings();
+    // `options` must outlive the object.
+    explicit CSyncSettings(Options& options) : options_(options) {}
 
-    std::int32_t SyncMethod() const { return method_; }
+    std::int32_t SyncMethod() const;
     // Any value is stored; a known one other than Custom also rewrites the whole table.
     void SetSyncMethod(std::int32_t method);
     void SetSyncMethod(vantrel::SyncMethod method) { SetSyncMethod(static_cast<std::int32_t>(method)); }
-    // Stores a method without touching the table, for loading settings whose table stands beside it.
-    void LoadSyncMethod(vantrel::SyncMethod method) { method_ = static_cast<std::int32_t>(method); }
     void ConvertPredefinedToCustom();
 
-    SyncAction Action(Side side, SyncCell cell) const { return cells_[side][static_cast<std::size_t>(cell)]; }
-    void SetAction(Side side, SyncCell cell, SyncAction action) {
-        cells_[side][static_cast<std::size_t>(cell)] = action;
-    }
+    SyncAction Action(Side side, SyncCell cell) const;
+    void SetAction(Side side, SyncCell cell, SyncAction action);
     // What the table says for an object of `type` on `side`; Leave for the types that no cell speaks of.
     SyncAction ActionFor(Side side, ResultType type) const;
 
   private:
-    std::int32_t method_ = 0;
-    PerSide<std::array<SyncAction, kSyncCellCount>> cells_{};
+    Options& options_;
 };
 
 }  // namespace vantrel

@@ -1,21 +1,47 @@
 #include "views/cview_selections.h"
 
+#include "settings/options.h"
+
 namespace vantrel {
 namespace {
 
-using FlagSet = std::array<bool, kResultTypeCount>;
-
-// The views with a name, at the index of their number. The third and the sixth flag are the identical ones.
-constexpr std::array<FlagSet, 3> kNamedViews{{
-    {true, true, true, true, true, true, true, true},
-    {true, true, false, true, true, false, true, true},
-    {false, false, true, false, false, true, false, false},
-}};
-
 constexpr std::array<std::string_view, 4> kViewTexts{"All", "Different", "Similar", "Custom"};
+
+constexpr std::array kTypes{ResultType::Newer,           ResultType::Older,       ResultType::Same,
+                            ResultType::Orphan,          ResultType::Binary,      ResultType::IdenticalFolder,
+                            ResultType::DifferentFolder, ResultType::OrphanFolder};
 
 bool IsNamed(std::int32_t viewType) {
     return viewType >= kViewAll && viewType <= kViewSimilar;
+}
+
+// Whether a view with a name shows a type.
+bool Includes(std::int32_t viewType, ResultType type) {
+    const bool identical = type == ResultType::Same || type == ResultType::IdenticalFolder;
+    return viewType == kViewAll || identical == (viewType == kViewSimilar);
+}
+
+bool& FlagIn(Options& options, ResultType type) {
+    switch (type) {
+        case ResultType::Newer:
+            return options.viewNewerFiles;
+        case ResultType::Older:
+            return options.viewOlderFiles;
+        case ResultType::Same:
+            return options.viewIdenticalFiles;
+        case ResultType::Orphan:
+            return options.viewOrphanFiles;
+        case ResultType::Binary:
+            return options.viewBinaryFiles;
+        case ResultType::IdenticalFolder:
+            return options.viewIdenticalSubFolders;
+        case ResultType::DifferentFolder:
+            return options.viewDifferentSubFolders;
+        case ResultType::None:
+        case ResultType::OrphanFolder:
+            break;
+    }
+    return options.viewOrphanSubFolders;
 }
 
 }  // namespace
@@ -25,21 +51,34 @@ std::string_view ViewTypeText(std::int32_t viewType) {
                                                            : "Error";
 }
 
+CViewSelections::CViewSelections(Options& options) : options_(options), flags_{} {
+    for (const ResultType type : kTypes)
+        flags_.at(static_cast<std::size_t>(type) - 1) = &FlagIn(options, type);
+    TakeCheckedItem();
+}
+
 void CViewSelections::SetViewType(std::int32_t viewType) {
     viewType_ = viewType;
-    if (IsNamed(viewType)) Flags = kNamedViews[static_cast<std::size_t>(viewType)];
+    if (!IsNamed(viewType)) return;
+    for (const ResultType type : kTypes) Flag(type) = Includes(viewType, type);
 }
 
-bool CViewSelections::AreCustomSettingsSameAsAllViewType() const {
-    return Flags == kNamedViews[kViewAll];
+void CViewSelections::TakeCheckedItem() {
+    viewType_ = CheckedItem();
 }
 
-bool CViewSelections::AreCustomSettingsSameAsDifferencesViewType() const {
-    return Flags == kNamedViews[kViewDifferent];
+std::int32_t CViewSelections::CheckedItem() const {
+    return static_cast<std::int32_t>(options_.viewType);
 }
 
-bool CViewSelections::AreCustomSettingsSameAsSimilaritiesViewType() const {
-    return Flags == kNamedViews[kViewSimilar];
+void CViewSelections::SetCheckedItem(std::int32_t viewType) {
+    options_.viewType = static_cast<vantrel::ViewType>(viewType);
+}
+
+bool CViewSelections::AreFlagsOf(std::int32_t viewType) const {
+    for (const ResultType type : kTypes)
+        if (Shows(type) != Includes(viewType, type)) return false;
+    return true;
 }
 
 std::int32_t CViewSelections::ViewTypeOfFlags() const {

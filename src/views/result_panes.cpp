@@ -106,7 +106,7 @@ void ResultPanes::ExchangePanes() {
 
 void ResultPanes::ChooseView(std::int32_t viewType) {
     if (busy_.IsBusy()) return;
-    checkedViewItem_ = viewType;
+    viewSelections_.SetCheckedItem(viewType);
     viewSelections_.SetViewType(viewType);
     ApplyViewTypes();
     Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
@@ -114,7 +114,7 @@ void ResultPanes::ChooseView(std::int32_t viewType) {
 
 void ResultPanes::ChooseOtherView() {
     if (busy_.IsBusy()) return;
-    checkedViewItem_ = kViewCustom;
+    viewSelections_.SetCheckedItem(kViewCustom);
     Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
     messages_.ShowInformationMessage(
         "Custom View", "Use the icons in the center of the program to specify custom View options");
@@ -135,7 +135,7 @@ void ResultPanes::ToggleView(ResultType type) {
 }
 
 void ResultPanes::DisplayViewSelections() {
-    checkedViewItem_ = viewSelections_.ViewType();
+    viewSelections_.SetCheckedItem(viewSelections_.ViewType());
     Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
 }
 

@@ -62,7 +62,7 @@ class ResultPanes {
     // To be called when the view selections were changed elsewhere (settings were read): shows them.
     void DisplayViewSelections();
     // Number of the checked one of the four view items, kViewAll to kViewCustom.
-    std::int32_t CheckedViewItem() const { return checkedViewItem_; }
+    std::int32_t CheckedViewItem() const { return viewSelections_.CheckedItem(); }
 
     // Panels 1 and 2 of the status bar, and panel 4. They are state: an inversion leaves the old text.
     const std::string& StatusText(Side side) const { return statusTexts_[side]; }
@@ -135,7 +135,6 @@ class ResultPanes {
     ResultList lvwForSwap_;
     PerSide<std::string> statusTexts_;
     std::string viewText_;
-    std::int32_t checkedViewItem_ = kViewAll;
     std::optional<Side> current_;
     bool aligned_ = true;  // false after ShowOnlySelectedObjects
     bool tagged_ = true;   // false after ExchangePanes

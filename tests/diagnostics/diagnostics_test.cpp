@@ -170,22 +170,25 @@ struct FakeSound : SoundDevice {
 
 TEST(CSoundSettings, PlaysWhatIsNamedWhereThereIsADevice) {
     FakeSound device;
-    CSoundSettings sounds(device);
-    sounds.SoundOn = false;  // for the callers, not for the methods
+    SoundOptions options{false, CSoundSettings::kNone, CSoundSettings::kNone, "/c.wav", "/s.wav"};
+    CSoundSettings sounds(device, options);  // whether sounds are on is for the callers, not for the methods
     sounds.PlayStartSound();
     sounds.PlayExitSound();
-    sounds.SyncCompleteSound = "/s.wav";
-    sounds.CompareCompleteSound = "/c.wav";
     sounds.PlaySyncCompleteSound();
     sounds.PlayCompareCompleteSound();
+    options.exitSound = "/x.wav";
+    sounds.PlayExitSound();
+    options.startSound = "/b.wav";
+    sounds.PlayStartSound();
     bool played = true;
     sounds.PlayWave("/missing.wav", false, played);
     EXPECT_FALSE(played);
-    EXPECT_THAT(device.played, ::testing::ElementsAre("/s.wav", "/c.wav", "/missing.wav waited for"));
+    EXPECT_THAT(device.played,
+                ::testing::ElementsAre("/s.wav", "/c.wav", "/x.wav", "/b.wav", "/missing.wav waited for"));
 
     FakeSound none;
     none.devices = 0;
-    CSoundSettings silent(none);
+    CSoundSettings silent(none, options);
     played = true;
     silent.PlayWave("/c.wav", true, played);
     EXPECT_FALSE(played || silent.DoesThisPCSupportWave());

@@ -105,22 +105,22 @@ TEST_F(OptionStoreTest, HandEditedTextsFallToTheirRules) {
         "[Dupe Options]\nRemovalMethod=delete\nHashMethod=MD4\n");
     EXPECT_FALSE(options.soundOn);
     EXPECT_EQ("(none)", options.startSound);
-    EXPECT_EQ(Options::SyncMethod::ReplaceOlderCopyOrphans, options.syncMethod);
-    EXPECT_EQ(Options::ViewType::All, options.viewType);
-    EXPECT_EQ(Options::CompareType::Quick, options.compareType);
+    EXPECT_EQ(SyncMethod::ReplaceOlderCopyOrphans, options.syncMethod);
+    EXPECT_EQ(ViewType::All, options.viewType);
+    EXPECT_EQ(CompareMethod::SizeAndDate, options.compareType);
     EXPECT_EQ(500'000, options.chunkSize);
     EXPECT_EQ(0, options.numSyncLogEntries);
-    EXPECT_EQ(Options::Action::Leave, options.leftFolderNewFilesAction);
-    EXPECT_EQ(Options::Action::Leave, options.leftFolderOrphanFilesAction);
+    EXPECT_EQ(SyncAction::Leave, options.leftFolderNewFilesAction);
+    EXPECT_EQ(SyncAction::Leave, options.leftFolderOrphanFilesAction);
     EXPECT_EQ(8, options.fontSize);
-    EXPECT_EQ(Options::CoolbarStyle::Coolbar, options.coolbarStyle);
-    EXPECT_EQ(Options::WindowState::Normal, options.windowState);
+    EXPECT_EQ(CoolbarStyle::Coolbar, options.coolbarStyle);
+    EXPECT_EQ(WindowState::Normal, options.windowState);
     EXPECT_EQ((16'200 - 1'000) / 2, options.top);
     EXPECT_EQ(0, options.left);
     EXPECT_EQ(1'000, options.sourceColumnOne);
     EXPECT_EQ(72, options.sourceColumnTwo);
-    EXPECT_EQ(Options::RemovalMethod::MoveToDupesFolder, options.removalMethod);
-    EXPECT_EQ(Options::HashMethod::Crc16, options.hashMethod);
+    EXPECT_EQ(RemovalMethod::MoveToDupesFolder, options.removalMethod);
+    EXPECT_EQ(HashMethod::Crc16, options.hashMethod);
 }
 
 TEST_F(OptionStoreTest, ANumberThatIsNoneLeavesWhatTheHolderHas) {

@@ -6,4 +6,8 @@ std::string AssetsFolder() {
     return VANTREL_ASSETS;
 }
 
+std::string HelpFolder() {
+    return VANTREL_HELP;
+}
+
 }  // namespace vantrel::testing

@@ -6,5 +6,7 @@ namespace vantrel::testing {
 
 // The folder assets/ of the sources, without "/" at its end.
 std::string AssetsFolder();
+// The folder docs/help/, likewise.
+std::string HelpFolder();
 
 }  // namespace vantrel::testing

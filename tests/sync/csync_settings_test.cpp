@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "sync/sync_options.h"
+#include "settings/options.h"
 
 namespace vantrel {
 namespace {
@@ -21,7 +21,8 @@ std::string Digits(const CSyncSettings& settings) {
 }
 
 TEST(CSyncSettings, EachMethodFillsTheTableAndCustomLeavesIt) {
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     EXPECT_EQ(kTables[2], Digits(settings));
     for (int method = 0; method < kSyncMethodCount; ++method) {
         const std::string before = Digits(settings);
@@ -33,17 +34,28 @@ TEST(CSyncSettings, EachMethodFillsTheTableAndCustomLeavesIt) {
     EXPECT_EQ(kTables[7], Digits(settings));
 }
 
-TEST(CSyncSettings, OptionsCarryMethodAndTableBothWays) {
-    CSyncSettings settings;
-    settings.SetSyncMethod(SyncMethod::MakeLeftSameAsRight);
-    settings.SetSyncMethod(SyncMethod::Custom);
-    settings.SetAction(Side::Right, SyncCell::Binary, SyncAction::Delete);
+// Each cell is that of its own key, also where it is not that of the method beside it.
+TEST(CSyncSettings, StandInTheOptionsAsTheyWereLoaded) {
     Options options;
-    CollectOptions(settings, options);
-    CSyncSettings loaded;
-    ApplyOptions(options, loaded);
-    EXPECT_EQ(Digits(settings), Digits(loaded));
-    EXPECT_EQ(settings.SyncMethod(), loaded.SyncMethod());
+    options.syncMethod = SyncMethod::MakeLeftSameAsRight;
+    SyncAction Options::*const keys[] = {
+        &Options::leftFolderNewFilesAction,     &Options::leftFolderOldFilesAction,
+        &Options::leftFolderOrphanFilesAction,  &Options::leftFolderBinaryFilesAction,
+        &Options::rightFolderNewFilesAction,    &Options::rightFolderOldFilesAction,
+        &Options::rightFolderOrphanFilesAction, &Options::rightFolderBinaryFilesAction,
+    };
+    CSyncSettings settings(options);
+    for (std::size_t key = 0; key < std::size(keys); ++key) {
+        for (SyncAction Options::*const other : keys) options.*other = SyncAction::Copy;
+        options.*keys[key] = SyncAction::Delete;
+        std::string expected(std::size(keys), '1');
+        expected[key] = '3';
+        EXPECT_EQ(expected, Digits(settings));
+    }
+    settings.SetSyncMethod(SyncMethod::Custom);
+    settings.SetAction(Side::Right, SyncCell::Orphan, SyncAction::Leave);
+    EXPECT_EQ(SyncMethod::Custom, options.syncMethod);
+    EXPECT_EQ(SyncAction::Leave, options.rightFolderOrphanFilesAction);
 }
 
 TEST(CSyncSettings, EveryMethodHasItsPlaceInTheListAndItsTexts) {

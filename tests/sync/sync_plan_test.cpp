@@ -5,6 +5,7 @@
 #include <map>
 #include <random>
 #include <set>
+#include "settings/options.h"
 
 namespace vantrel {
 namespace {
@@ -46,13 +47,11 @@ ComparisonResults RandomResults(std::mt19937& random) {
     return results;
 }
 
-CSyncSettings RandomTable(std::mt19937& random) {
-    CSyncSettings settings;
+void FillAtRandom(CSyncSettings& settings, std::mt19937& random) {
     settings.SetSyncMethod(SyncMethod::Custom);
     for (Side side : kBothSides)
         for (int cell = 0; cell < kSyncCellCount; ++cell)
             settings.SetAction(side, static_cast<SyncCell>(cell), static_cast<SyncAction>(random() % 4));
-    return settings;
 }
 
 // The plan in words, by an own reading of what each type's cell is.
@@ -93,7 +92,9 @@ TEST(SyncPlan, FollowsTheTableForRandomRows) {
     std::mt19937 random(7);
     for (int round = 0; round < 300; ++round) {
         const ComparisonResults results = RandomResults(random);
-        const CSyncSettings settings = RandomTable(random);
+        Options options;
+        CSyncSettings settings(options);
+        FillAtRandom(settings, random);
         SelectedTexts selected;
         if (round % 3 == 0)
             selected = std::unordered_set<std::string>{"f1", "f2", "f3", "\\d4", "\\d5", "f6"};
@@ -110,7 +111,8 @@ TEST(SyncPlan, DeletesNothingThatCouldNotBeLookedInto) {
     row.incomplete = true;
     results.hold[Side::Right].AddCopy(row);
     results.hold[Side::Left].AddPlaceholder();
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
     EXPECT_TRUE(GetListOfFilesAffectedBySync(results, settings, {}).IsEmpty());
 }
@@ -122,7 +124,8 @@ TEST(SyncPlan, LeavesTheTrashOfAVolumeAlone) {
         results.hold[Side::Left].AddCopy(Row(name, OrphanFolder, 1));
         results.hold[Side::Right].AddPlaceholder();
     }
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     EXPECT_EQ((std::multiset<std::string>{"copy /l/.Trash- /r/.Trash-", "copy /l/.Trash-1a /r/.Trash-1a"}),
               Words(GetListOfFilesAffectedBySync(results, settings, {})));
 }
@@ -152,7 +155,8 @@ ComparisonResults ResultsWithSubFolders() {
 
 TEST(SyncPlan, TakesSubFoldersByTheirRealNamesAndOnlySelectedOnes) {
     const ComparisonResults results = ResultsWithSubFolders();
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
     const SyncPlan plan = GetListOfFilesAffectedBySync(results, settings, SelectedTexts({"\\Sub"}));
     ASSERT_EQ(1U, plan.subFolders.size());
@@ -164,7 +168,8 @@ TEST(SyncPlan, SpaceCountsReplacedCounterpartsAndTheLastSubFolderAlone) {
     ComparisonResults results = ResultsWithSubFolders();
     results.hold[Side::Left].AddCopy(Row("big", Newer, 100));
     results.hold[Side::Right].AddCopy(Row("big", Older, 30));
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     settings.SetSyncMethod(SyncMethod::MakeRightSameAsLeft);
     const SyncSpaceNeed need = SpaceNeededBySync(GetListOfFilesAffectedBySync(results, settings, {}));
     EXPECT_EQ(Currency::FromWhole(100 + 5 - 3), need.outgoing[Side::Left]);

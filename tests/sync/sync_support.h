@@ -6,6 +6,7 @@
 #include "core/folder_comparison.h"
 #include "fileops/operation_mode.h"
 #include "fileops/shell_wrappers.h"
+#include "settings/options.h"
 #include "shell/shell_operations.h"
 #include "support/fake_volumes.h"
 #include "support/test_toolbox.h"
@@ -76,7 +77,8 @@ class SyncWorld : public SyncConfirmation {
     SystemShellOperations shell;
     ShellWrappers wrappers;
     BusyState busy;
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings{options};
     Synchronization sync;
 
     SelectedTexts selected;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "diagnostics/error_reporter.h"
+#include "settings/options.h"
 #include "support/scripted_ports.h"
 #include "views/result_panes.h"
 
@@ -67,7 +68,8 @@ struct PanesStage {
     ScriptedMessages messages;
     ScriptedLoop loop;
     ErrorReporter reporter{files, folders, clock, locale, messages, loop};
-    CViewSelections selections;
+    Options options;
+    CViewSelections selections{options};
     HoldLists hold;
     BusyState busy;
     ResultPanes panes{hold, selections, reporter, messages, busy};

@@ -14,10 +14,20 @@ using testing::FillAtRandom;
 using testing::PanesStage;
 using enum ResultType;
 
-std::array<bool, kResultTypeCount> FlagsOf(unsigned bits) {
-    std::array<bool, kResultTypeCount> flags{};
-    for (std::size_t i = 0; i < flags.size(); ++i) flags[i] = bits >> i & 1U;
-    return flags;
+// One bit for each result type, Newer the lowest.
+constexpr std::array kTypes{Newer,           Older,           Same,        Orphan, Binary,
+                            IdenticalFolder, DifferentFolder, OrphanFolder};
+
+void SetFlags(CViewSelections& selections, unsigned bits) {
+    for (const ResultType type : kTypes)
+        selections.Flag(type) = bits >> (static_cast<unsigned>(type) - 1) & 1U;
+}
+
+unsigned FlagsOf(const CViewSelections& selections) {
+    unsigned bits = 0;
+    for (const ResultType type : kTypes)
+        if (selections.Shows(type)) bits |= 1U << (static_cast<unsigned>(type) - 1);
+    return bits;
 }
 
 std::vector<std::string> Texts(const PaneList& list) {
@@ -33,30 +43,59 @@ std::vector<std::string> Texts(const PaneList& list) {
     } while (false)
 
 TEST(ViewSelections, EachNamedViewIsRecognisedByItsFlagsAndNoOtherSetIs) {
-    CViewSelections selections;
+    Options options;
+    CViewSelections selections(options);
     int named = 0;
     for (unsigned bits = 0; bits < 256; ++bits) {
-        selections.Flags = FlagsOf(bits);
+        SetFlags(selections, bits);
         const bool all = bits == 0b1111'1111, different = bits == 0b1101'1011, similar = bits == 0b0010'0100;
         EXPECT_EQ(selections.AreCustomSettingsSameAsAllViewType(), all);
         EXPECT_EQ(selections.AreCustomSettingsSameAsDifferencesViewType(), different);
         EXPECT_EQ(selections.AreCustomSettingsSameAsSimilaritiesViewType(), similar);
         if (selections.ViewTypeOfFlags() == kViewCustom) continue;
         ++named;
-        CViewSelections set;
+        Options others;
+        CViewSelections set(others);
         set.SetViewType(selections.ViewTypeOfFlags());
-        EXPECT_EQ(set.Flags, selections.Flags);
+        EXPECT_EQ(FlagsOf(set), bits);
     }
     EXPECT_EQ(named, 3);
 
-    selections.Flags = FlagsOf(5);
+    SetFlags(selections, 5);
     for (std::int32_t view : {kViewCustom, 9, -1}) {
         selections.SetViewType(view);
-        EXPECT_EQ(selections.Flags, FlagsOf(5));
+        EXPECT_EQ(FlagsOf(selections), 5U);
         EXPECT_EQ(selections.ViewType(), view);
     }
     EXPECT_FALSE(selections.Shows(None));
     EXPECT_FALSE(selections.Shows(static_cast<ResultType>(200)));
+}
+
+// Each flag is that of its own key: a view that is shown and one that is saved are the same.
+TEST(ViewSelections, StandInTheOptions) {
+    Options options;
+    CViewSelections selections(options);
+    const std::pair<ResultType, bool Options::*> keys[] = {
+        {Newer, &Options::viewNewerFiles},
+        {Older, &Options::viewOlderFiles},
+        {Same, &Options::viewIdenticalFiles},
+        {Orphan, &Options::viewOrphanFiles},
+        {Binary, &Options::viewBinaryFiles},
+        {IdenticalFolder, &Options::viewIdenticalSubFolders},
+        {DifferentFolder, &Options::viewDifferentSubFolders},
+        {OrphanFolder, &Options::viewOrphanSubFolders},
+    };
+    for (const auto& [type, key] : keys) {
+        SetFlags(selections, 0);
+        selections.Flag(type) = true;
+        for (const auto& [other, otherKey] : keys) EXPECT_EQ(options.*otherKey, other == type);
+        options.*key = false;
+        EXPECT_FALSE(selections.Shows(type));
+    }
+    options.viewType = ViewType::Similar;
+    selections.TakeCheckedItem();
+    EXPECT_EQ(selections.ViewType(), kViewSimilar);
+    EXPECT_EQ(FlagsOf(selections), 0U);
 }
 
 TEST(ResultPanes, EveryFlagSetShowsExactlyTheRowsItNamesAndKeepsPairsOnOneLine) {
@@ -64,7 +103,7 @@ TEST(ResultPanes, EveryFlagSetShowsExactlyTheRowsItNamesAndKeepsPairsOnOneLine) 
     PanesStage stage;
     FillAtRandom(stage.hold, 120, random);
     for (unsigned bits = 0; bits < 256; ++bits) {
-        stage.selections.Flags = FlagsOf(bits);
+        SetFlags(stage.selections, bits);
         stage.selections.SetViewType(stage.selections.ViewTypeOfFlags());
         stage.panes.ApplyViewTypes();
         EXPECT_CONSISTENT(stage.panes);
@@ -141,7 +180,7 @@ TEST(ResultPanes, TogglesLeadBackToTheNamedViewThatHasTheirFlags) {
         EXPECT_EQ(stage.panes.CheckedViewItem(), view);
         EXPECT_CONSISTENT(stage.panes);
     }
-    const auto flags = stage.selections.Flags;
+    const unsigned flags = FlagsOf(stage.selections);
     stage.panes.ChooseOtherView();
     EXPECT_EQ(stage.panes.CheckedViewItem(), kViewCustom);
     EXPECT_EQ(stage.selections.ViewType(), kViewSimilar);
@@ -150,7 +189,7 @@ TEST(ResultPanes, TogglesLeadBackToTheNamedViewThatHasTheirFlags) {
     const BusyState::Job job(stage.busy);
     stage.panes.ToggleView(Newer);
     stage.panes.ChooseView(kViewAll);
-    EXPECT_EQ(stage.selections.Flags, flags);
+    EXPECT_EQ(FlagsOf(stage.selections), flags);
 }
 
 TEST(ResultPanes, WithoutAResultThereIsOneSentinelThatNothingTouches) {
@@ -166,10 +205,10 @@ TEST(ResultPanes, WithoutAResultThereIsOneSentinelThatNothingTouches) {
         stage.panes.Click(side, 0, {});
         EXPECT_EQ(stage.panes.Pane(side).SelectedCount(), 0U);
     }
-    const auto flags = stage.selections.Flags;
+    const unsigned flags = FlagsOf(stage.selections);
     stage.panes.ToggleView(Newer);
     EXPECT_EQ(stage.messages.Line(0), "View Types: These buttons require that a comparison be run first");
-    EXPECT_EQ(stage.selections.Flags, flags);
+    EXPECT_EQ(FlagsOf(stage.selections), flags);
     stage.panes.ApplyViewTypes();
     EXPECT_EQ(stage.panes.ViewText(), "");
     EXPECT_CONSISTENT(stage.panes);

@@ -8,6 +8,7 @@
 #include "console_host.h"
 #include "engine.h"
 #include "exit_status.h"
+#include "settings/options.h"
 
 namespace vantrel::cli {
 
@@ -63,12 +64,11 @@ int Compare(const PrintedComparison& request, const PerSide<std::string_view>& o
     Engine engine(logs->Path());
     ConsoleMessages& messages = engine.Messages();
     Options options;
-    if (const Error error = ReadSettings(engine, request.compare, options); !error.IsOk()) {
+    if (const Error error = MakeOptions(engine, request.compare, options); !error.IsOk()) {
         messages.Say(error.Description());
         return kTrouble;
     }
-    CCompare compare;
-    ApplyRequest(request.compare, options, compare);
+    CCompare compare(options);
 
     PerSide<std::string> paths;
     for (const Side side : kBothSides) paths[side] = engine.FullPath(operands[side]);

@@ -5,9 +5,10 @@
 #include <limits>
 #include <utility>
 
-#include "core/compare_options.h"
 #include "platform/names/names.h"
+#include "settings/option_table.h"
 #include "settings/settings_file.h"
+#include "views/cview_selections.h"
 
 namespace vantrel::cli {
 
@@ -80,6 +81,38 @@ std::function<bool(std::string_view)> Patterns(std::optional<std::string>& to) {
     };
 }
 
+// Defaults, with what the settings file of the request has.
+Error ReadSettings(const Engine& engine, const CompareRequest& request, Options& options) {
+    const OptionEnvironment environment;
+    options = DefaultOptions(environment);
+    if (request.settingsFile.empty()) return {};
+    const std::string path = engine.FullPath(request.settingsFile);
+    if (!engine.Tools().files.FileExists(path))
+        return Error(ErrorNumber::FileNotFound, "File not found \"" + path + "\"");
+    IniDocument document;
+    if (Error error = SettingsFile(engine.Tools().files, path).Read(document); !error.IsOk()) return error;
+    for (const OptionLine& line : OptionTable()) {
+        const std::string fallback = DefaultText(line, environment, options);
+        TakeOptionText(line, ProfileText(document.Get(line.section, line.key), fallback), environment,
+                       options);
+    }
+    return {};
+}
+
+void PutOver(const CompareRequest& request, Options& options) {
+    options.compareType = request.method.value_or(options.compareType);
+    options.compareSubFolders = request.subFolders.value_or(options.compareSubFolders);
+    options.includeFileTypes = request.include.value_or(options.includeFileTypes);
+    options.excludeFileTypes = request.exclude.value_or(options.excludeFileTypes);
+    options.excludeHiddenFiles |= request.excludeHiddenFiles;
+    options.excludeSystemFiles |= request.excludeSystemFiles;
+    options.excludeHiddenFolders |= request.excludeHiddenFolders;
+    options.excludeSystemFolders |= request.excludeSystemFolders;
+    options.ignore2SecDiff = request.ignoreTwoSeconds.value_or(options.ignore2SecDiff);
+    options.ignoreDaylightSavings = request.ignoreDaylight.value_or(options.ignoreDaylightSavings);
+    options.chunkSize = request.chunkSize.value_or(options.chunkSize);
+}
+
 }  // namespace
 
 std::vector<OptionSpec> ComparisonOptions(CompareRequest& request) {
@@ -127,47 +160,16 @@ OptionSpec ViewOption(std::optional<std::int32_t>& view) {
             [&view](std::string_view text) { return TakeWord(text, kViews, view); }};
 }
 
-Error ReadSettings(const Engine& engine, const CompareRequest& request, Options& options) {
-    const OptionEnvironment environment;
-    options = DefaultOptions(environment);
-    if (request.settingsFile.empty()) return {};
-    const std::string path = engine.FullPath(request.settingsFile);
-    if (!engine.Tools().files.FileExists(path))
-        return Error(ErrorNumber::FileNotFound, "File not found \"" + path + "\"");
-    IniDocument document;
-    if (Error error = SettingsFile(engine.Tools().files, path).Read(document); !error.IsOk()) return error;
-    for (const OptionLine& line : OptionTable()) {
-        const std::string fallback = DefaultText(line, environment, options);
-        TakeOptionText(line, ProfileText(document.Get(line.section, line.key), fallback), environment,
-                       options);
-    }
-    return {};
+Error MakeOptions(const Engine& engine, const CompareRequest& request, Options& options) {
+    const Error error = ReadSettings(engine, request, options);
+    if (error.IsOk()) PutOver(request, options);
+    return error;
 }
 
-void ApplyRequest(const CompareRequest& request, const Options& options, CCompare& compare) {
-    ApplyOptions(options, compare);
-    compare.CompareMethod = request.method.value_or(compare.CompareMethod);
-    compare.SetCompareSubFolders(request.subFolders.value_or(compare.CompareSubFolders()));
-    compare.IncludeFilters = request.include.value_or(compare.IncludeFilters);
-    compare.ExcludeFilters = request.exclude.value_or(compare.ExcludeFilters);
-    compare.ExcludeHiddenFiles |= request.excludeHiddenFiles;
-    compare.ExcludeSystemFiles |= request.excludeSystemFiles;
-    compare.ExcludeHiddenFolders |= request.excludeHiddenFolders;
-    compare.ExcludeSystemFolders |= request.excludeSystemFolders;
-    compare.IgnoreFAT_NTFS_TwoSecDiff = request.ignoreTwoSeconds.value_or(compare.IgnoreFAT_NTFS_TwoSecDiff);
-    compare.IgnoreFAT_NTFS_DaylightSavings =
-        request.ignoreDaylight.value_or(compare.IgnoreFAT_NTFS_DaylightSavings);
-    compare.ChunkSize = request.chunkSize.value_or(compare.ChunkSize);
-}
-
-CViewSelections ViewOf(std::optional<std::int32_t> view, const Options& options) {
-    CViewSelections selections;
-    selections.Flags = {options.viewNewerFiles,          options.viewOlderFiles,
-                        options.viewIdenticalFiles,      options.viewOrphanFiles,
-                        options.viewBinaryFiles,         options.viewIdenticalSubFolders,
-                        options.viewDifferentSubFolders, options.viewOrphanSubFolders};
-    selections.SetViewType(view.value_or(static_cast<std::int32_t>(options.viewType)));
-    return selections;
+CViewSelections ViewOf(std::optional<std::int32_t> chosen, Options& options) {
+    CViewSelections view(options);
+    view.SetViewType(chosen.value_or(view.ViewType()));
+    return view;
 }
 
 }  // namespace vantrel::cli

@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "arguments.h"
-#include "core/ccompare.h"
 #include "engine.h"
-#include "settings/options.h"
-#include "views/cview_selections.h"
+#include "settings/option_values.h"
+
+namespace vantrel {
+struct Options;
+}
 
 namespace vantrel::cli {
 
@@ -38,12 +40,10 @@ OptionSpec FormatOption(OutputFormat& format);
 // "--view", of which pairs are printed.
 OptionSpec ViewOption(std::optional<std::int32_t>& view);
 
-// Defaults, with what the settings file of the request has.
-Error ReadSettings(const Engine& engine, const CompareRequest& request, Options& options);
-
-// The request over the options.
-void ApplyRequest(const CompareRequest& request, const Options& options, CCompare& compare);
-// The view that was asked for, otherwise that of the options.
-CViewSelections ViewOf(std::optional<std::int32_t> view, const Options& options);
+// The options that the request makes: the defaults, over them what its settings file has, and over that what
+// was given. The view is left alone: that of the request is for who prints.
+Error MakeOptions(const Engine& engine, const CompareRequest& request, Options& options);
+// The view that was asked for, otherwise that of the options, which must outlive it.
+CViewSelections ViewOf(std::optional<std::int32_t> chosen, Options& options);
 
 }  // namespace vantrel::cli

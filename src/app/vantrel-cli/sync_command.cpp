@@ -9,6 +9,7 @@
 #include "engine.h"
 #include "exit_status.h"
 #include "platform/files/system_calls.h"
+#include "settings/options.h"
 #include "sync/synchronization.h"
 #include "sync_output.h"
 #include "sync_request.h"
@@ -124,9 +125,9 @@ class SyncRun {
           tools_(ownTools_.Get()) {}
 
     int Run(const PerSide<std::string_view>& operands) {
-        if (const Error error = ReadSettings(engine_, request_.compare, options_); !error.IsOk())
+        if (const Error error = MakeOptions(engine_, request_.compare, options_); !error.IsOk())
             return Trouble(error.Description());
-        if (const std::string wrong = TakeSyncMethod(engine_, request_, options_, settings_); !wrong.empty())
+        if (const std::string wrong = TakeSyncMethod(engine_, request_, settings_); !wrong.empty())
             return Trouble(wrong);
         if (!Compare(operands)) return kTrouble;
         std::string unknown;
@@ -143,7 +144,7 @@ class SyncRun {
     }
 
     bool Compare(const PerSide<std::string_view>& operands) {
-        ApplyRequest(request_.compare, options_, compare_);
+        compare_.TakeOptions(options_);
         PerSide<std::string> paths;
         for (const Side side : kBothSides) paths[side] = engine_.FullPath(operands[side]);
         ComparisonReport report = CompareOnConsole(engine_, tools_, compare_, paths);
@@ -202,7 +203,7 @@ class SyncRun {
     OwnedToolbox ownTools_;
     const Toolbox& tools_;
     Options options_;
-    CSyncSettings settings_;
+    CSyncSettings settings_{options_};
     CCompare compare_;
     ComparisonResults results_;
     bool complete_ = true;  // the comparison saw everything

@@ -7,14 +7,13 @@
 #include <unordered_map>
 
 #include "platform/names/names.h"
+#include "settings/option_table.h"
 #include "settings/settings_file.h"
-#include "sync/sync_options.h"
 
 namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kSection = "Options";
 constexpr std::array<std::string_view, 8> kTableKeys = {
     "LeftFolderNewFilesAction",     "LeftFolderOldFilesAction",    "LeftFolderOrphanFilesAction",
     "LeftFolderBinaryFilesAction",  "RightFolderNewFilesAction",   "RightFolderOldFilesAction",
@@ -94,8 +93,7 @@ std::string FullProgramFolder(const std::string& given) {
     return NameFromSystem(std::filesystem::absolute(path).native());
 }
 
-std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, const Options& options,
-                           CSyncSettings& settings) {
+std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, CSyncSettings& settings) {
     // A default is good enough for the window, which shows it. Here only what was written down is carried
     // out.
     IniDocument document;
@@ -104,7 +102,7 @@ std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, con
         if (const Error error = SettingsFile(engine.Tools().files, path).Read(document); !error.IsOk())
             return error.Description();
     }
-    const auto word = request.method ? request.method : document.Get(kSection, "SyncMethod");
+    const auto word = request.method ? request.method : document.Get(kOptionsSection, "SyncMethod");
     if (!word) return "no method: --sync-method takes one of " + MethodWords();
     const SyncMethodInfo* const method = FindMethod(*word);
     if (method == nullptr) return "'" + *word + "' is no method. There are " + MethodWords();
@@ -113,10 +111,9 @@ std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, con
         return {};
     }
     for (const std::string_view key : kTableKeys)
-        if (!document.Get(kSection, key))
+        if (!document.Get(kOptionsSection, key))
             return "the method Custom needs the action table of --settings: there is no " + std::string(key);
-    ApplyOptions(options, settings);
-    settings.LoadSyncMethod(SyncMethod::Custom);
+    settings.SetSyncMethod(SyncMethod::Custom);
     return {};
 }
 

@@ -30,10 +30,9 @@ OptionSpec ProgramFolderOption(std::string& folder);
 // empty one. Throws std::runtime_error where there is no such folder.
 std::string FullProgramFolder(const std::string& given);
 
-// The method and its table from the request and its settings file, whose `options` these are. Not empty: what
-// is wrong.
-std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, const Options& options,
-                           CSyncSettings& settings);
+// The method of the request or of its settings file into `settings`, which stand on the options of that file.
+// Not empty: what is wrong.
+std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, CSyncSettings& settings);
 
 // The rows that the user named, by their texts; nothing where none was named. An empty text of `unknown` says
 // that each was found.

@@ -17,6 +17,7 @@
 #include "main/command_table.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
+#include "settings/options.h"
 #include "views/forms/dragged_paths.h"
 
 namespace vantrel {
@@ -89,8 +90,8 @@ void frmMain::LayOut() {
     row->addWidget(pathGap_);
     row->addWidget(boxes_[Side::Right], 1);
     panesWidget_ = new PanesWidget(parts_.panes, parts_.tools.locale, icons, centre);
-    panesWidget_->SetBackground(
-        DialogPath(parts_.tools.folders.SupportFile(parts_.tools.files, "lvwback.gif")));
+    looks_.background =
+        QPixmap(DialogPath(parts_.tools.folders.SupportFile(parts_.tools.files, "lvwback.gif")));
     connect(panesWidget_, &PanesWidget::PanesResized, this, &frmMain::ResizeForm);
     column->addLayout(row);
     column->addWidget(panesWidget_, 1);

@@ -11,7 +11,6 @@
 #include "core/comparison_results.h"
 #include "core/toolbox.h"
 #include "main/forms/popup_menus.h"
-#include "settings/options.h"
 #include "settings/path_history.h"
 #include "settings/window_geometry.h"
 #include "views/drop_rule.h"
@@ -23,6 +22,9 @@
 #include "views/result_panes.h"
 
 namespace vantrel {
+
+struct Options;
+enum class ShownBy;
 
 // The main window: the menus, the strips, the path boxes, the panes and the status bar, and the wires between
 // them. What the commands do is hung in from outside (Commands::SetHandler); it keeps no result and no option
@@ -73,14 +75,13 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     void PopulateDirComboBoxesFromIniFile();
     void ShowFolders(const PathHistory::Lists& lists);
 
-    // Pictures of the options: strip, font, scrolling, column widths.
-    void ShowOptions();
+    // Brings that part of the window in line with the options.
+    void ShowOption(ShownBy part);
     // The font that the path boxes have of themselves.
     QFont OwnFont() const { return ownFont_; }
-    void RestoreGeometry(const Options& options);
-    // What the window adds to the options when they are saved. False while the window has no geometry of its
-    // own, being maximised or minimised.
-    bool CollectOptions(Options& options) const;
+    // Where window and columns stand, for the options to be saved. False while the window has no geometry of
+    // its own, being maximised or minimised.
+    bool CollectGeometry(Options& options) const;
     void ResizeForm();
 
     // The folder of a pane: the compared one, or that of the path box while there is no result.
@@ -104,6 +105,9 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
 
   private:
     void LayOut();
+    void ShowStrip();
+    void ShowLooks();
+    void RestoreGeometry();
     void MakeStrips();
     void WirePathBox(Side side);
     void WirePane(Side side);
@@ -136,6 +140,7 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     CommandStrip* toolbar_ = nullptr;
     QFont ownFont_;
     QPointer<QWidget> focusBeforeJob_;
+    PaneLooks looks_;
     bool closeAfterJob_ = false;
 };
 

@@ -8,6 +8,7 @@
 
 #include "main/forms/frm_main.h"
 #include "platform/forms/qt_text.h"
+#include "settings/option_table.h"
 
 namespace vantrel {
 namespace {
@@ -35,13 +36,13 @@ std::vector<TwipsRect> Screens() {
     return areas;
 }
 
-ToolbarStyle StyleOf(Options::CoolbarStyle style) {
+ToolbarStyle StyleOf(CoolbarStyle style) {
     switch (style) {
-        case Options::CoolbarStyle::Coolbar:
+        case CoolbarStyle::Coolbar:
             return ToolbarStyle::Coolbar;
-        case Options::CoolbarStyle::Toolbar:
+        case CoolbarStyle::Toolbar:
             return ToolbarStyle::Toolbar;
-        case Options::CoolbarStyle::Hidden:
+        case CoolbarStyle::Hidden:
             break;
     }
     return ToolbarStyle::Hidden;
@@ -54,25 +55,48 @@ constexpr PerSide<ColumnMembers> kColumns{
 
 }  // namespace
 
-void frmMain::ShowOptions() {
-    const Options& options = parts_.options;
-    const ToolbarStyle style = StyleOf(options.coolbarStyle);
+void frmMain::ShowOption(ShownBy part) {
+    switch (part) {
+        case ShownBy::Geometry:
+            RestoreGeometry();
+            break;
+        case ShownBy::Strips:
+            ShowStrip();
+            break;
+        case ShownBy::PaneLooks:
+            ShowLooks();
+            break;
+        case ShownBy::Scrolling:
+            panesWidget_->Scrolling().SetOn(parts_.options.syncScrolling);
+            break;
+        case ShownBy::CheckMark:
+        case ShownBy::PathBoxes:
+        case ShownBy::SubFolderRecords:
+        case ShownBy::ViewToggles:
+            break;
+    }
+    commands_.RefreshChecks();
+}
+
+void frmMain::ShowStrip() {
+    const ToolbarStyle style = StyleOf(parts_.options.coolbarStyle);
     coolBar_->setVisible(style == ToolbarStyle::Coolbar);
     toolbar_->setVisible(style == ToolbarStyle::Toolbar);
-
-    QFont font = ownFont_;
-    if (!options.fontName.empty()) font.setFamily(ToQString(options.fontName));
-    if (options.fontSize > 0) font.setPointSizeF(options.fontSize);
-    if (font != boxes_[Side::Left]->Combo()->font()) {
-        panesWidget_->SetPaneFont(font);
-        for (const Side side : kBothSides) boxes_[side]->Combo()->setFont(font);
-    }
-    panesWidget_->Scrolling().SetOn(options.syncScrolling);
-    commands_.RefreshChecks();
     ResizeForm();
 }
 
-void frmMain::RestoreGeometry(const Options& options) {
+void frmMain::ShowLooks() {
+    const Options& options = parts_.options;
+    looks_.font = ownFont_;
+    if (!options.fontName.empty()) looks_.font.setFamily(ToQString(options.fontName));
+    if (options.fontSize > 0) looks_.font.setPointSizeF(options.fontSize);
+    panesWidget_->SetLooks(looks_);
+    for (const Side side : kBothSides) boxes_[side]->Combo()->setFont(looks_.font);
+    ResizeForm();
+}
+
+void frmMain::RestoreGeometry() {
+    const Options& options = parts_.options;
     for (const Side side : kBothSides) {
         PaneView::Widths widths{};
         for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = options.*kColumns[side][i];
@@ -82,15 +106,15 @@ void frmMain::RestoreGeometry(const Options& options) {
     setMinimumSize(kLeastSize);
     const QRect place = ToPixels(FitToScreens(stored, Screens(), ToTwips(QRect(QPoint(0, 0), kLeastSize))));
     setGeometry(place);
-    if (options.windowState == Options::WindowState::Maximized) setWindowState(Qt::WindowMaximized);
+    if (options.windowState == WindowState::Maximized) setWindowState(Qt::WindowMaximized);
 }
 
-bool frmMain::CollectOptions(Options& options) const {
+bool frmMain::CollectGeometry(Options& options) const {
     for (const Side side : kBothSides) {
         const PaneView::Widths widths = panesWidget_->View(side).ColumnWidths();
         for (std::size_t i = 0; i < widths.size(); ++i) options.*kColumns[side][i] = widths[i];
     }
-    options.windowState = isMaximized() ? Options::WindowState::Maximized : Options::WindowState::Normal;
+    options.windowState = isMaximized() ? WindowState::Maximized : WindowState::Normal;
     if (isMaximized() || isMinimized()) return false;
     const TwipsRect place = ToTwips(geometry());
     options.left = std::max(place.left, 0);

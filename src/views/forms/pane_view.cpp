@@ -106,13 +106,11 @@ void PaneView::SetColumnWidths(const Widths& widths) {
         if (widths[i] > 0) setColumnWidth(static_cast<int>(i), widths[i]);
 }
 
-void PaneView::SetPaneFont(const QFont& font) {
-    setFont(font);
+void PaneView::SetLooks(const PaneLooks& looks) {
+    setFont(looks.font);
     FitRowHeight();
-}
-
-void PaneView::SetBackground(const QString& path) {
-    background_ = QPixmap(path);
+    setShowGrid(looks.lines);
+    background_ = looks.background;
     viewport()->update();
 }
 

@@ -14,6 +14,13 @@
 
 namespace vantrel {
 
+// How a pane looks.
+struct PaneLooks {
+    QFont font;
+    bool lines = false;  // between the cells
+    QPixmap background;  // tiled behind the rows; without one the pane is plain
+};
+
 // Where the clicks and keys of a pane go: they change the rows of the PaneList that the pane shows.
 class PaneSelector {
   public:
@@ -41,9 +48,7 @@ class PaneView : public QTableView {
     using Widths = std::array<int, PaneModel::ColumnCount>;
     Widths ColumnWidths() const;
     void SetColumnWidths(const Widths& widths);  // a width that is not above 0 leaves its column
-    void SetPaneFont(const QFont& font);
-    // The picture tiled behind the rows; a file that is missing or no picture leaves the pane plain.
-    void SetBackground(const QString& path);
+    void SetLooks(const PaneLooks& looks);
 
     // The rows are others now: shows them from the top.
     void ShowNewRows();

@@ -66,12 +66,8 @@ PanesWidget::~PanesWidget() {
     for (Side side : kBothSides) delete views_[side];
 }
 
-void PanesWidget::SetPaneFont(const QFont& font) {
-    for (Side side : kBothSides) views_[side]->SetPaneFont(font);
-}
-
-void PanesWidget::SetBackground(const QString& path) {
-    for (Side side : kBothSides) views_[side]->SetBackground(path);
+void PanesWidget::SetLooks(const PaneLooks& looks) {
+    for (Side side : kBothSides) views_[side]->SetLooks(looks);
 }
 
 void PanesWidget::resizeEvent(QResizeEvent* event) {

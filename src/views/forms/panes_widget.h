@@ -27,9 +27,7 @@ class PanesWidget : public QWidget, private ResultPanesObserver {
     ViewToggles& Toggles() const { return *toggles_; }
     PaneScrolling& Scrolling() const { return *scrolling_; }
 
-    void SetPaneFont(const QFont& font);
-    // Path of "lvwback.gif"; see PaneView::SetBackground.
-    void SetBackground(const QString& path);
+    void SetLooks(const PaneLooks& looks);  // of both panes
     // The toggles look disabled while a job runs.
     void ShowBusy(bool busy);
 

@@ -38,13 +38,13 @@ ViewToggles::ViewToggles(const ResultIcons& icons, QWidget* parent) : QWidget(pa
     }
     column->addStretch();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
-    DisplayViewSelections(CViewSelections());
 }
 
 void ViewToggles::DisplayViewSelections(const CViewSelections& selections) {
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
-        buttons_[i]->setChecked(selections.Flags[i]);
-        buttons_[i]->setIcon(selections.Flags[i] ? colour_[i] : gray_[i]);
+        const bool shown = selections.Shows(static_cast<ResultType>(i + 1));
+        buttons_[i]->setChecked(shown);
+        buttons_[i]->setIcon(shown ? colour_[i] : gray_[i]);
     }
 }
 

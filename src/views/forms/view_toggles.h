@@ -18,6 +18,7 @@ class ViewToggles : public QWidget {
   public:
     explicit ViewToggles(const ResultIcons& icons, QWidget* parent = nullptr);
 
+    // Until it is called the buttons have no pictures.
     void DisplayViewSelections(const CViewSelections& selections);
     QToolButton* imgViews(ResultType type) const { return buttons_[static_cast<std::size_t>(type) - 1]; }
 

@@ -92,7 +92,8 @@ TEST(QtSoundDevice, NeverHoldsUpTheProgram) {
         EXPECT_FALSE(device.Play(folder / "no.wav", true));
         EXPECT_FALSE(device.Play(folder / "missing.wav", false));
         EXPECT_FALSE(device.Play("/dev/zero", false));
-        CSoundSettings sounds(device);
+        SoundOptions options;
+        CSoundSettings sounds(device, options);
         EXPECT_EQ(device.NumberOfDevices() > 0, sounds.DoesThisPCSupportWave());
     }
     EXPECT_LT(timer.elapsed(), 5 * QtSoundDevice::kMostWaitForDevices + QtSoundDevice::kMostWaitForThread);

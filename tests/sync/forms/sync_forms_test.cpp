@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include "settings/options.h"
 #include "support/test_toolbox.h"
 #include "sync/forms/frm_confirm_sync.h"
 #include "sync/forms/frm_custom_sync.h"
@@ -38,7 +39,8 @@ void Choose(QComboBox* combo, const char* text) {
 }
 
 TEST(SyncWizard, OffersTheMethodsInTheirOrderAndDescribesThem) {
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     frmSyncWizard wizard(settings, {true, false}, kFolders);
     auto* methods = Child<QComboBox>(wizard, "cboSyncMethod");
     ASSERT_EQ(8, methods->count());
@@ -57,7 +59,8 @@ TEST(SyncWizard, OffersTheMethodsInTheirOrderAndDescribesThem) {
 }
 
 TEST(SyncWizard, OkTakesMethodAndFlagsAndEscapeTakesNothing) {
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     settings.SetSyncMethod(9);
     {
         frmSyncWizard wizard(settings, {true, false}, kFolders);
@@ -81,7 +84,8 @@ TEST(SyncWizard, OkTakesMethodAndFlagsAndEscapeTakesNothing) {
 }
 
 TEST(CustomSync, APartnerFollowsItsClickedCombo) {
-    CSyncSettings settings;
+    Options options;
+    CSyncSettings settings(options);
     settings.SetSyncMethod(SyncMethod::Custom);
     frmCustomSync window(settings);
     window.show();

@@ -267,7 +267,7 @@ TEST_F(PanesWidgetTest, ColumnsCanBeResizedHeadersDoNotReactAndTheLastRowsStandB
     QFont font = widget.font();
     font.setPointSize(24);
     const int height = Left().rowHeight(0);
-    widget.SetPaneFont(font);
+    widget.SetLooks({.font = font, .background = {}});
     EXPECT_GT(Left().rowHeight(0), height);
     EXPECT_EQ(Left().rowHeight(150), Right().rowHeight(0));
 }

@@ -1,0 +1,29 @@
+#include "core/ccompare.h"
+
+#include "settings/options.h"
+
+namespace vantrel {
+
+CCompare::CCompare() : CCompare(Options()) {
+}
+
+CCompare::CCompare(const Options& options) {
+    TakeOptions(options);
+}
+
+void CCompare::TakeOptions(const Options& options) {
+    CompareMethod = options.compareType;
+    ChunkSize = options.chunkSize;
+    IncludeFilters = options.includeFileTypes;
+    ExcludeFilters = options.excludeFileTypes;
+    ExcludeSystemFiles = options.excludeSystemFiles;
+    ExcludeHiddenFiles = options.excludeHiddenFiles;
+    ExcludeSystemFolders = options.excludeSystemFolders;
+    ExcludeHiddenFolders = options.excludeHiddenFolders;
+    RemindAboutFATNTFSIssue = options.remindAboutFATNTFSIssue;
+    IgnoreFAT_NTFS_TwoSecDiff = options.ignore2SecDiff;
+    IgnoreFAT_NTFS_DaylightSavings = options.ignoreDaylightSavings;
+    compareSubFolders_ = options.compareSubFolders;
+}
+
+}  // namespace vantrel
