@@ -27,8 +27,8 @@ MainComparison::~MainComparison() {
 CompareOutcome MainComparison::CompareDirs(CompareEnding ending) {
     if (application_.compare.RunningCompare) return CompareOutcome::NoResult;
     CompareOutcome outcome = CompareOutcome::Failed;
-    application_.Guard("frmMain.CompareDirs", [&] { outcome = Run(); });
-    application_.Guard("frmMain.CompareDirs", [&] { Finish(outcome, ending); });
+    application_.GuardRun("frmMain.CompareDirs", [&] { outcome = Run(); });
+    application_.GuardRun("frmMain.CompareDirs", [&] { Finish(outcome, ending); });
     application_.compare.RunningCompare = false;
     job_.reset();
     wait_.reset();

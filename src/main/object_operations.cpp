@@ -114,7 +114,7 @@ void ObjectOperations::Synchronize(SyncScope scope) {
                                           MessageButtons::Ok,
                                           {}});
     else
-        application_.Guard("frmMain.AutoSync()", [&] { AutoSync(scope); });
+        application_.GuardRun("frmMain.AutoSync()", [&] { AutoSync(scope); });
 }
 
 void ObjectOperations::AutoSync(SyncScope scope) {

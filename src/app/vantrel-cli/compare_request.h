@@ -8,6 +8,7 @@
 #include "arguments.h"
 #include "engine.h"
 #include "settings/option_values.h"
+#include "views/cview_selections.h"
 
 namespace vantrel {
 struct Options;
