@@ -218,12 +218,13 @@ class ThrowingShell : public ShellOperations {
   public:
     explicit ThrowingShell(ShellOperations& real) : real_(real) {}
     ShellResult Run(const ShellRequest& request) override { return real_.Run(request); }
-    Error CopyOneFile(std::string_view from, std::string_view to) override {
-        if (from.ends_with("/one/a")) throw ErrorException(Error(ErrorNumber::DeviceIo, "Device I/O error"));
-        return real_.CopyOneFile(from, to);
+    Error CopyOneFile(const OneFile& file) override {
+        if (file.path.ends_with("/one/a"))
+            throw ErrorException(Error(ErrorNumber::DeviceIo, "Device I/O error"));
+        return real_.CopyOneFile(file);
     }
-    Error SyncCopies() override { return real_.SyncCopies(); }
-    Error DeleteOneFile(std::string_view path) override { return real_.DeleteOneFile(path); }
+    FinishedCopies FinishCopies() override { return real_.FinishCopies(); }
+    Error DeleteOneFile(const OneFile& file) override { return real_.DeleteOneFile(file); }
 
   private:
     ShellOperations& real_;
