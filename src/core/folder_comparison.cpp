@@ -2,7 +2,7 @@
 
 #include "core/file_rows.h"
 #include "core/sub_folder_analysis.h"
-#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {
@@ -108,9 +108,9 @@ bool FolderComparison::CheckPaths() {
     return false;
 }
 
-// By the text, letter case ignored, or by what the texts lead to.
+// By the text, or by what the texts lead to: two that differ in letter case only can be two folders.
 bool FolderComparison::AreOneFolder() const {
-    if (EqualIgnoringCase(paths_[Side::Left], paths_[Side::Right])) return true;
+    if (NormalizePath(paths_[Side::Left]) == NormalizePath(paths_[Side::Right])) return true;
     PerSide<FileInfo> info;
     for (const Side side : kBothSides) {
         // One that has just vanished is the scan's to report.
@@ -182,7 +182,7 @@ bool FolderComparison::CompareContent(ComparisonResults& found) {
         progress_.SetFileName({});
         context_.ThrowIfCancelled();
         if (!RunStep("frmMain.ShowAllFilesInBothDirs",
-                     [&] { ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context_, found.hold); }))
+                     [&] { ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context_, found); }))
             return false;
     }
     context_.ThrowIfCancelled();
@@ -196,6 +196,8 @@ bool FolderComparison::CompareContent(ComparisonResults& found) {
             return false;
     }
     for (const Side side : kBothSides) found.folders[side] = dirs[side]->Path();
+    if (found.specialObjects > 0)
+        tools_.log.AppendNote(std::to_string(found.specialObjects) + " special objects passed over");
     return true;
 }
 
@@ -212,6 +214,7 @@ void FolderComparison::Finish(CompareOutcome outcome, bool announce) {
     compare_.RunningCompare = false;
     host_.RaiseMainWindow();
     if (!host_.MenusEnabled()) host_.SetMenusEnabled(true);
+    if (announce && outcome == CompareOutcome::Completed) ReportUnlistedFolders();
     if (const Error unlogged = tools_.log.TakeFailure(); !unlogged.IsOk())
         tools_.reporter.ReportError("frmMain.CompareDirs", unlogged);
     if (announce) AskToViewErrors();
@@ -222,6 +225,17 @@ void FolderComparison::Finish(CompareOutcome outcome, bool announce) {
         host_.ShowCompareResults();
     }
     RemindAboutFileSystems();
+}
+
+// One message for all of them; the log has each by itself.
+void FolderComparison::ReportUnlistedFolders() {
+    if (results_.unlisted.empty()) return;
+    std::string text =
+        "Analysis of folder failed.  Comparison results will be invalid!\r\n"
+        "Correct the problem with this folder before attempting to sync it.";
+    for (const UnlistedFolder& unlisted : results_.unlisted)
+        text += "\r\n\r\nFolder: " + unlisted.folder + "\r\nFile: " + unlisted.lastFile;
+    tools_.reporter.ReportError("modVantrel.GetFolderInfo", results_.unlisted.front().error, text);
 }
 
 void FolderComparison::AskToViewErrors() {

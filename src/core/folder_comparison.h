@@ -52,6 +52,7 @@ class FolderComparison {
     bool RunStep(std::string_view routineName, const std::function<void()>& work);
     void ShowNoResult();
     void Finish(CompareOutcome outcome, bool announce);
+    void ReportUnlistedFolders();
     void AskToViewErrors();
     void RemindAboutFileSystems();
 

@@ -110,10 +110,12 @@ TEST(Synchronization, NothingBehindALinkIsDeleted) {
     EXPECT_FALSE(report->cancelled);
     EXPECT_EQ(
         world.tools.messages.Line(0),
-        "Synchronization: Left alone: 2 object(s) of the right folder.  They, or what they would replace, "
-        "lie behind a link to a folder, or belong to both folders.");
+        "Synchronization: Left alone: 2 object(s) of the left folder.  They, or what they would replace, lie "
+        "behind a link to a folder, or belong to both folders.\r\nLeft alone: 2 object(s) of the right "
+        "folder.  They, or what they would replace, lie behind a link to a folder, or belong to both "
+        "folders.");
     EXPECT_EQ("stays", world.tools.folder.Read("elsewhere/precious"));
-    EXPECT_EQ("a", world.tools.folder.Read("elsewhere/a"));
+    EXPECT_FALSE(world.tools.folder.Exists("elsewhere/a"));
 }
 
 // The right folder lies in the left one, below a sub-folder that the right one has as well or lacks.
