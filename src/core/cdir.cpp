@@ -15,32 +15,40 @@ namespace {
 constexpr std::uint32_t kSlowScanMilliseconds = 10'000;
 constexpr std::int64_t kFewFiles = 750;
 
-// Sorts `items` by key and drops all but the first of equal keys; `onTwin` is told of each one dropped.
-template <typename Item, typename NameOf, typename Check, typename OnTwin>
-void SortAndDropTwins(std::vector<Item>& items, const NameOf& nameOf, const Check& check,
-                      const OnTwin& onTwin) {
+// `keyOf` and `nameOf` give views into what does not move with the items.
+template <typename Item, typename KeyOf, typename NameOf, typename Check>
+void SortByKey(std::vector<Item>& items, const KeyOf& keyOf, const NameOf& nameOf, const Check& check) {
     std::vector<SortItem> order;
     OrderByKey(
-        items.size(), [&items](std::size_t i) { return items[i].Key; },
+        items.size(), [&](std::size_t i) { return keyOf(items[i]); },
         [&](std::size_t i) { return nameOf(items[i]); }, check, order);
     std::vector<Item> sorted;
     sorted.reserve(items.size());
     for (const SortItem& next : order) {
         check();
-        if (!sorted.empty() && sorted.back().Key == items[next.index].Key)
-            onTwin(items[next.index]);
-        else
-            sorted.push_back(items[next.index]);
+        sorted.push_back(items[next.index]);
     }
     items = std::move(sorted);
 }
 
-template <typename Item>
-const Item* FindByKey(const std::vector<Item>& items, std::string_view name) {
+template <typename Item, typename NameOf>
+const Item* FindByName(const std::vector<Item>& items, std::string_view name, const NameOf& nameOf) {
     const std::string key = FoldCase(name);
-    const auto at = std::lower_bound(items.begin(), items.end(), std::string_view(key),
-                                     [](const Item& item, std::string_view text) { return item.Key < text; });
-    return at != items.end() && at->Key == key ? &*at : nullptr;
+    const auto first =
+        std::lower_bound(items.begin(), items.end(), std::string_view(key),
+                         [](const Item& item, std::string_view text) { return item.Key < text; });
+    if (first == items.end() || first->Key != key) return nullptr;
+    for (auto at = first; at != items.end() && at->Key == key; ++at)
+        if (nameOf(*at) == name) return &*at;
+    return &*first;
+}
+
+std::string_view NameOfFile(const CFile& file) {
+    return file.FileName;
+}
+
+std::string_view NameOfFolder(const CDir::SubDir& folder) {
+    return folder.Name;
 }
 
 // Most names need no folding at all.
@@ -75,8 +83,9 @@ void CDir::Clear() {
 void CDir::DropContent() {
     std::vector<CFile>().swap(files_);
     std::vector<SubDir>().swap(subDirs_);
-    unknownKeys_.clear();
+    std::vector<Other>().swap(others_);
     texts_ = std::make_shared<TextPool>();
+    seen_ = std::make_shared<SeenPool>();
     indexed_ = true;
     Size = Currency();
 }
@@ -119,18 +128,19 @@ bool CDir::TakeEntry(const FolderEntry& entry, ListingState& state) {
         state.cancelled = true;
         return false;
     }
+    const bool keptAsFile =
+        entry.kind != EntryKind::Folder && state.filter.KeepsFile(entry.name, entry.attributes);
     if (entry.kind == EntryKind::File) {
-        if (state.filter.KeepsFile(entry.name, entry.attributes)) AddFile(entry);
-    } else if (entry.kind == EntryKind::Folder || entry.reason == UnknownReason::NotTold) {
-        state.markedName.assign(1, kFolderMarker).append(entry.name);
-        const bool keptAsFolder = state.filter.KeepsFolder(state.markedName, entry.attributes);
-        if (entry.kind == EntryKind::Other) {
-            if (keptAsFolder || state.filter.KeepsFile(entry.name, entry.attributes))
-                AddUnknown(entry, state);
-        } else if (keptAsFolder) {
-            const std::string_view kept = texts_->Add(state.markedName);
-            subDirs_.push_back({kept, KeyFor(kept)});
-        }
+        if (keptAsFile) AddFile(entry);
+        return true;
+    }
+    state.markedName.assign(1, kFolderMarker).append(entry.name);
+    const bool keptAsFolder = state.filter.KeepsFolder(state.markedName, entry.attributes);
+    if (entry.kind == EntryKind::Other) {
+        if (keptAsFile || keptAsFolder) AddOther(entry, keptAsFile);
+    } else if (keptAsFolder) {
+        const std::string_view kept = texts_->Add(state.markedName);
+        subDirs_.push_back({kept, KeyFor(kept), &seen_->emplace_back(entry.seen), entry.isLink});
     }
     return true;
 }
@@ -141,15 +151,19 @@ void CDir::AddFile(const FolderEntry& entry) {
     file.Key = KeyFor(file.FileName);
     file.Size = SizeByRule(entry.size);
     file.LastWrite = entry.lastWrite;
+    file.seen = &seen_->emplace_back(entry.seen);
+    file.isLink = entry.isLink;
 }
 
-void CDir::AddUnknown(const FolderEntry& entry, const ListingState& state) {
-    std::string key = FoldCase(entry.name);
-    const auto at = std::lower_bound(unknownKeys_.begin(), unknownKeys_.end(), key);
-    if (at == unknownKeys_.end() || *at != key) unknownKeys_.insert(at, std::move(key));
-    state.context.compare.ErrorsDuringCompare = true;
-    tools_.log.Append({"File Name: " + JoinPath(path_, entry.name), "Process: Examining the folder",
-                       "Error: What this is could not be found out. It is left out on both sides."});
+void CDir::AddOther(const FolderEntry& entry, bool keptAsFile) {
+    Other& other = others_.emplace_back();
+    other.name = texts_->Add(entry.name);
+    other.key = KeyFor(other.name);
+    if (entry.seen != Seen()) other.seen = &seen_->emplace_back(entry.seen);
+    other.lastWrite = entry.lastWrite;
+    other.reason = entry.reason;
+    other.isLink = entry.isLink;
+    other.keptAsFile = keptAsFile;
 }
 
 std::string_view CDir::KeyFor(std::string_view kept) {
@@ -161,16 +175,13 @@ std::string_view CDir::KeyFor(std::string_view kept) {
 
 template <typename Check>
 void CDir::Index(const Check& check) const {
-    const auto note = [this](std::string_view name) {
-        tools_.log.AppendNote("Left out beside a name that differs in letter case only: " +
-                              JoinPath(path_, name));
-    };
-    SortAndDropTwins(
-        files_, [](const CFile& file) { return file.FileName; }, check,
-        [&](const CFile& file) { note(file.FileName); });
-    SortAndDropTwins(
-        subDirs_, [](const SubDir& folder) { return folder.Name; }, check,
-        [&](const SubDir& folder) { note(folder.RealName()); });
+    SortByKey(
+        files_, [](const CFile& file) { return file.Key; }, NameOfFile, check);
+    SortByKey(
+        subDirs_, [](const SubDir& folder) { return folder.Key; }, NameOfFolder, check);
+    SortByKey(
+        others_, [](const Other& other) { return other.key; }, [](const Other& other) { return other.name; },
+        check);
     indexed_ = true;
 }
 
@@ -188,17 +199,22 @@ const std::vector<CDir::SubDir>& CDir::SubDirs() const {
     return subDirs_;
 }
 
+const std::vector<CDir::Other>& CDir::Others() const {
+    EnsureIndexed();
+    return others_;
+}
+
 void CDir::AddSubDir(std::string_view markedName) {
     EnsureIndexed();
     const std::string_view kept = texts_->Add(markedName);
-    const SubDir added{kept, KeyFor(kept)};
+    const SubDir added{kept, KeyFor(kept), nullptr, false};
     const auto at = std::lower_bound(subDirs_.begin(), subDirs_.end(), added,
                                      [](const SubDir& a, const SubDir& b) { return a.Key < b.Key; });
     if (at == subDirs_.end() || at->Key != added.Key) subDirs_.insert(at, added);
 }
 
 const CFile* CDir::GetFile(std::string_view name) const {
-    return FindByKey(Files(), name);
+    return FindByName(Files(), name, NameOfFile);
 }
 
 bool CDir::DoesFileExistInDir(std::string_view name, const CFile*& file) const {
@@ -207,12 +223,12 @@ bool CDir::DoesFileExistInDir(std::string_view name, const CFile*& file) const {
 }
 
 std::string_view CDir::GetSubDir(std::string_view markedName) const {
-    const SubDir* found = FindByKey(SubDirs(), markedName);
+    const SubDir* found = FindByName(SubDirs(), markedName, NameOfFolder);
     return found ? found->Name : std::string_view();
 }
 
 bool CDir::DoesSubDirExistInDir(std::string_view markedName) const {
-    return FindByKey(SubDirs(), markedName) != nullptr;
+    return FindByName(SubDirs(), markedName, NameOfFolder) != nullptr;
 }
 
 }  // namespace vantrel

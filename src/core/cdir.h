@@ -8,6 +8,7 @@
 #include "core/cfile.h"
 #include "core/comparison_context.h"
 #include "core/filters.h"
+#include "core/result_list.h"
 #include "platform/text_pool.h"
 
 namespace vantrel {
@@ -18,16 +19,27 @@ enum class ScanOutcome {
     Failed,     // reported; what was found is not the whole folder
 };
 
-// One scanned folder: one level of it, not a tree. Files and sub-folders stand in the order of their keys,
-// each key once. Of names that differ in letter case only, the first in code point order stays; the others
-// are noted in the comparison's log.
+// One scanned folder: one level of it, not a tree. Files, sub-folders and what is neither stand in the order
+// of their keys, and those whose names differ in letter case only in the order of the names.
 class CDir {
   public:
     // `Name` begins with the folder marker, as in "\Sub"; so does the key.
     struct SubDir {
         std::string_view Name;
         std::string_view Key;
+        const Seen* seen = nullptr;  // of the folder, or the link, itself
+        bool isLink = false;
         std::string_view RealName() const { return Name.substr(1); }
+    };
+    // What is no file and no folder, or could not be looked at.
+    struct Other {
+        std::string_view name;
+        std::string_view key;        // without marker
+        const Seen* seen = nullptr;  // nullptr where even the entry itself could not be looked at
+        FileTime lastWrite;          // of the entry itself
+        UnknownReason reason = UnknownReason::None;
+        bool isLink = false;
+        bool keptAsFile = false;  // a file of this name would be taken in
     };
 
     explicit CDir(const Toolbox& tools) : tools_(tools) {}
@@ -51,17 +63,18 @@ class CDir {
     ScanOutcome PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context);
     // DriveName keeps its value.
     void Clear();
+    // Entries that occupy their names, and of which a file or a folder of the name would be taken in.
+    const std::vector<Other>& Others() const;
 
+    // Of names that differ in letter case only the equal one is found, otherwise the first.
     bool DoesFileExistInDir(std::string_view name, const CFile*& file) const;
     bool DoesSubDirExistInDir(std::string_view markedName) const;
     const CFile* GetFile(std::string_view name) const;              // nullptr where there is none
     std::string_view GetSubDir(std::string_view markedName) const;  // empty where there is none
 
-    // Keys, without marker and sorted, of entries that the last scan found and could not look at: whether
-    // such a name is a file or a folder, or whether it equals its counterpart, is not known.
-    const std::vector<std::string>& UnknownKeys() const { return unknownKeys_; }
-    // The pool that the texts live in; it is another one after each scan.
+    // The pools that the texts and what was seen live in; they are others after each scan.
     std::shared_ptr<const TextPool> Texts() const { return texts_; }
+    std::shared_ptr<const SeenPool> SeenObjects() const { return seen_; }
 
     // Whether `path` is a folder that can be compared; if not, the user has been told why.
     bool IsValidPath(std::string_view path) const;
@@ -74,7 +87,7 @@ class CDir {
     struct ListingState;
     bool TakeEntry(const FolderEntry& entry, ListingState& state);
     void AddFile(const FolderEntry& entry);
-    void AddUnknown(const FolderEntry& entry, const ListingState& state);
+    void AddOther(const FolderEntry& entry, bool keptAsFile);
     std::string_view KeyFor(std::string_view kept);
     template <typename Check>
     void Index(const Check& check) const;
@@ -91,11 +104,12 @@ class CDir {
     std::string path_;
     std::string driveName_;
     std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
-    // Sorted and without twins once `indexed_`; a scan that was cancelled leaves that to the first look.
+    std::shared_ptr<SeenPool> seen_ = std::make_shared<SeenPool>();
+    // Sorted once `indexed_`; a scan that was cancelled leaves that to the first look.
     mutable std::vector<CFile> files_;
     mutable std::vector<SubDir> subDirs_;
+    mutable std::vector<Other> others_;
     mutable bool indexed_ = true;
-    std::vector<std::string> unknownKeys_;
     std::string scratch_;
 };
 

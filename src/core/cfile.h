@@ -4,16 +4,19 @@
 #include <string_view>
 
 #include "platform/currency.h"
+#include "platform/files/seen.h"
 #include "platform/locale/file_time.h"
 
 namespace vantrel {
 
 // One file of a scanned folder. The texts live in the pool of the CDir that holds it.
 struct CFile {
-    std::string_view FileName;  // without path, as it stands on the disk
-    std::string_view Key;       // the name folded: names with equal keys are one to the system
-    Currency Size;              // by SizeByRule
-    FileTime LastWrite;         // UTC
+    std::string_view FileName;   // without path, as it stands on the disk
+    std::string_view Key;        // the name folded
+    Currency Size;               // by SizeByRule; of what a link leads to, as the time
+    FileTime LastWrite;          // UTC
+    const Seen* seen = nullptr;  // of the file, or the link, itself; in the SeenPool of that CDir
+    bool isLink = false;
 
     std::int32_t ModifiedDateHigh() const { return LastWrite.High(); }
     std::int32_t ModifiedDateLow() const { return LastWrite.Low(); }

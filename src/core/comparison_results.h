@@ -1,11 +1,20 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/result_list.h"
 #include "core/sub_folder_diffs.h"
+#include "platform/error.h"
 
 namespace vantrel {
+
+// A folder that could not be opened or listed to its end.
+struct UnlistedFolder {
+    Error error;
+    std::string folder;    // full path
+    std::string lastFile;  // the name that was looked at last; may be empty
+};
 
 // Everything that one comparison found, as plain data. It changes as a whole: what a row says always belongs
 // to these folders, also while another comparison runs or after one that failed.
@@ -13,6 +22,8 @@ struct ComparisonResults {
     PerSide<std::string> folders;  // the compared folders, each with "/" at its end; empty before the first
     HoldLists hold;
     SubFolderDiffsCollection SubFolderDiffs;
+    std::size_t specialObjects = 0;          // FIFOs, sockets and devices that were passed over
+    std::vector<UnlistedFolder> unlisted{};  // below the sub-folders, each noted in the log
 
     bool HasResult() const { return !hold[Side::Left].IsSentinel() && !folders[Side::Left].empty(); }
 };

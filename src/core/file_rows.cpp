@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/occupied_names.h"
+
 namespace vantrel {
 namespace {
 
@@ -28,18 +30,81 @@ ResultRow RowFor(const MergedFile& name, const CFile& file, ResultType type) {
     row.lastWrite = file.LastWrite;
     row.type = type;
     row.kind = RowKind::File;
+    row.isLink = file.isLink;
+    row.seen = file.seen;
     return row;
+}
+
+ResultRow RowFor(const MergedFile& name, const CDir::Other& other, ResultType type) {
+    ResultRow row;
+    row.text = name.text;
+    row.realName = other.name;
+    row.lastWrite = other.lastWrite;
+    row.type = type;
+    row.kind = RowKind::File;
+    row.isLink = other.isLink;
+    row.seen = other.seen;
+    return row;
+}
+
+OccupiedName HalvesOf(const MergedFile& name) {
+    OccupiedName occupied;
+    for (const Side side : kBothSides) {
+        if (const CDir::Other* other = name.other[side])
+            occupied.halves[side] = {true, other->reason, other->isLink, other->keptAsFile};
+        else
+            occupied.halves[side].exists = name.file[side] != nullptr;
+    }
+    return occupied;
+}
+
+// The rows of a name that is occupied on a side by what is no file and no folder.
+void AddOccupied(const MergedFile& name, const PerSide<const CDir*>& dirs, const ComparisonContext& context,
+                 ComparisonResults& found) {
+    const OccupiedName occupied = HalvesOf(name);
+    const OccupiedVerdict verdict = Judge(occupied, [&] {
+        PerSide<OpenFolder> folders;
+        for (const Side side : kBothSides) (void)context.tools.files.Open(dirs[side]->Path(), folders[side]);
+        return HoldSameText({{&folders[Side::Left], &folders[Side::Right]}},
+                            {{name.other[Side::Left]->name, name.other[Side::Right]->name}});
+    });
+    if (verdict == OccupiedVerdict::Ignored) {
+        found.specialObjects += SpecialObjects(occupied);
+        return;
+    }
+    for (const Side side : kBothSides) {
+        const CDir::Other* const other = name.other[side];
+        if (!other && !name.file[side]) {
+            found.hold[side].AddPlaceholder();
+            continue;
+        }
+        const ResultType type = verdict == OccupiedVerdict::OrphanLink   ? ResultType::Orphan
+                                : verdict == OccupiedVerdict::EqualLinks ? ResultType::Same
+                                                                         : ResultType::None;
+        ResultRow row = other ? RowFor(name, *other, type) : RowFor(name, *name.file[side], type);
+        if (verdict == OccupiedVerdict::Unknown) {
+            row.kind = RowKind::Unknown;
+            row.reason = occupied.halves[side].reason;
+            NoteUnknown(context, dirs[side]->Path() + std::string(row.realName), row.reason);
+        }
+        found.hold[side].Add(row);
+    }
 }
 
 }  // namespace
 
 void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const PerSide<const CDir*>& dirs,
-                            PairComparison& pairs, const ComparisonContext& context, HoldLists& hold) {
+                            PairComparison& pairs, const ComparisonContext& context,
+                            ComparisonResults& found) {
+    HoldLists& hold = found.hold;
     context.progress.WaitUntilPainted();
     if (!allFileNames.empty()) context.progress.SetBarRange(static_cast<std::int64_t>(allFileNames.size()));
     for (const Side list : kBothSides) {
         hold[list].Reserve(allFileNames.size());
-        for (const Side side : kBothSides) hold[list].SharePool(dirs[side]->Texts());
+        for (const Side side : kBothSides) {
+            hold[list].SharePool(dirs[side]->Texts());
+            hold[list].SharePool(dirs[side]->SeenObjects());
+        }
     }
 
     // Files are opened relative to their folder. Where that does not go, each is opened by its path.
@@ -64,6 +129,10 @@ void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const P
         context.ThrowIfCancelled();
         context.progress.SetFileName(name.text);
 
+        if (name.IsOccupied()) {
+            AddOccupied(name, dirs, context, found);
+            continue;
+        }
         PairTypes types{ResultType::Orphan, ResultType::Orphan};
         if (IsPair(name))
             types = pairs.Classify(FilesOf(name), [&](Side side) { return PathOf(dirs, name, side); });

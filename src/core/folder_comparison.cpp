@@ -2,7 +2,7 @@
 
 #include "core/file_rows.h"
 #include "core/sub_folder_analysis.h"
-#include "platform/names/names.h"
+#include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {
@@ -69,9 +69,9 @@ bool FolderComparison::CheckPaths(const Run& run) {
     return false;
 }
 
-// By the text, letter case ignored, or by what the texts lead to.
+// By the text, or by what the texts lead to: two that differ in letter case only can be two folders.
 bool FolderComparison::AreOneFolder(const PerSide<std::string>& paths) const {
-    if (EqualIgnoringCase(paths[Side::Left], paths[Side::Right])) return true;
+    if (NormalizePath(paths[Side::Left]) == NormalizePath(paths[Side::Right])) return true;
     PerSide<FileInfo> info;
     for (const Side side : kBothSides) {
         // One that has just vanished is the scan's to report.
@@ -131,7 +131,7 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
         progress_.SetFileName({});
         context.ThrowIfCancelled();
         if (!tools_.reporter.Guard("frmMain.ShowAllFilesInBothDirs", [&] {
-                ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context, found.hold);
+                ShowAllFilesInBothDirs(allFileNames, dirs, pairs, context, found);
             }))
             return false;
     }
@@ -146,6 +146,8 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
             return false;
     }
     for (const Side side : kBothSides) found.folders[side] = dirs[side]->Path();
+    if (found.specialObjects > 0)
+        tools_.log.AppendNote(std::to_string(found.specialObjects) + " special objects passed over");
     return true;
 }
 

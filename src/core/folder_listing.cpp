@@ -1,25 +1,22 @@
 #include "core/folder_listing.h"
 
-#include <algorithm>
-#include <tuple>
-
 #include "core/result_row.h"
 #include "platform/names/names.h"
 
 namespace vantrel {
 
 void FolderListing::Clear() {
-    sources_.clear();
+    source_ = Source();
     text_.clear();
     entries_.clear();
     aside_.clear();
-    unknown_.clear();
-    unknownKeys_.clear();
+    targets_.clear();
     order_.clear();
     totalSize_ = Currency();
+    hasOthers_ = false;
 }
 
-FolderListing::Entry FolderListing::MakeEntry(const FolderEntry& entry, std::uint32_t source) {
+FolderListing::Entry FolderListing::MakeEntry(const FolderEntry& entry) {
     Entry made{};
     made.nameAt = static_cast<std::uint32_t>(text_.size());
     made.nameSize = static_cast<std::uint32_t>(entry.name.size());
@@ -30,115 +27,113 @@ FolderListing::Entry FolderListing::MakeEntry(const FolderEntry& entry, std::uin
     // With its "/" a folder stands among the files where its own files belong in the order of whole paths.
     if (made.isFolder) text_.push_back('/');
     made.keySize = static_cast<std::uint32_t>(text_.size()) - made.keyAt;
-    made.source = source;
-    made.isLink = entry.isLink;
-    made.hasStat = entry.hasStat;
-    made.size = entry.size;
-    made.lastWrite = entry.lastWrite;
+    Fill(entry, made);
     return made;
 }
 
-void FolderListing::Take(const FolderEntry& entry, std::uint32_t source, const NameFilter* filter) {
+void FolderListing::Fill(const FolderEntry& found, Entry& entry) {
+    entry.isLink = found.isLink;
+    entry.hasStat = found.hasStat;
+    entry.reason = found.reason;
+    entry.seen = found.seen;
+    if (!found.isLink) return;
+    targets_.push_back({found.size, found.lastWrite});
+    entry.target = static_cast<std::uint32_t>(targets_.size());
+}
+
+void FolderListing::Take(const FolderEntry& entry, const NameFilter* filter) {
+    const auto keptAsFolder = [&] {
+        marked_.assign(1, kFolderMarker).append(entry.name);
+        return filter && filter->KeepsFolder(marked_, entry.attributes);
+    };
+    const bool keptAsFile = filter && filter->KeepsFile(entry.name, entry.attributes);
     switch (entry.kind) {
         case EntryKind::File: {
-            const bool kept = filter && filter->KeepsFile(entry.name, entry.attributes);
             if (entry.hasStat) totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
-            if (!kept && entry.hasStat) break;
-            Entry made = MakeEntry(entry, source);
-            if (kept)
-                entries_.push_back(made);
-            else if (LookAt(made) == Found::Unknown)
-                AddUnknown(made);
+            if (!keptAsFile && entry.hasStat) break;
+            Entry made = MakeEntry(entry);
+            made.keptAsFile = keptAsFile;
+            // One that is left out is looked at for its size alone, unless it is something else by now.
+            if (!keptAsFile) {
+                if (!LookAt(made) || made.reason == UnknownReason::None || !keptAsFolder()) break;
+                hasOthers_ = true;
+            }
+            entries_.push_back(made);
             break;
         }
         case EntryKind::Folder:
-            marked_.assign(1, kFolderMarker).append(entry.name);
-            (filter && filter->KeepsFolder(marked_, entry.attributes) ? entries_ : aside_)
-                .push_back(MakeEntry(entry, source));
+            (keptAsFolder() ? entries_ : aside_).push_back(MakeEntry(entry));
             break;
-        case EntryKind::Other:
-            if (entry.reason != UnknownReason::NotTold) break;
+        case EntryKind::Other: {
             // Nothing is to be told of what is left out whatever it is.
-            marked_.assign(1, kFolderMarker).append(entry.name);
-            if (!filter || filter->KeepsFile(entry.name, entry.attributes) ||
-                filter->KeepsFolder(marked_, entry.attributes))
-                AddUnknown(MakeEntry(entry, source));
+            if (filter && !keptAsFile && !keptAsFolder()) break;
+            if (!filter && entry.reason != UnknownReason::NotTold) break;
+            Entry made = MakeEntry(entry);
+            made.keptAsFile = keptAsFile;
+            hasOthers_ = true;
+            entries_.push_back(made);
             break;
+        }
     }
 }
 
-void FolderListing::AddUnknown(const Entry& entry) {
-    unknown_.push_back(entry);
-    unknownKeys_.emplace(Key(entry));
-}
-
-FolderListing::Found FolderListing::LookAt(Entry& entry) {
-    const OpenFolder& folder = sources_[entry.source].folder;
-    if (!folder.IsOpen()) return Found::Unknown;
+// False where it is gone.
+bool FolderListing::LookAt(Entry& entry) {
     FolderEntry found;
-    if (!folder.LookAt(Name(entry), found)) return Found::Gone;
-    // Something else may have taken the name since it was listed.
-    if (found.kind != EntryKind::File) return Found::Unknown;
-    entry.hasStat = true;
-    entry.size = found.size;
-    entry.lastWrite = found.lastWrite;
-    totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
-    return Found::File;
+    if (!source_.folder.IsOpen()) {
+        found.reason = UnknownReason::NotTold;
+        Fill(found, entry);
+        return true;
+    }
+    if (!source_.folder.LookAt(Name(entry), found)) return false;
+    Fill(found, entry);
+    // A folder that took the name since is not known yet.
+    if (found.kind == EntryKind::Folder) entry.reason = UnknownReason::NotTold;
+    if (found.kind == EntryKind::File)
+        totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(found.size));
+    return true;
 }
 
 bool FolderListing::LookAt(std::size_t position) {
-    Entry& entry = entries_[order_[position].index];
-    const Found found = LookAt(entry);
-    if (found == Found::File) return true;
-    if (found == Found::Unknown) AddUnknown(entry);
-    return false;
-}
-
-void FolderListing::PutBefore(std::size_t first, std::size_t position) {
-    const auto at = order_.begin() + static_cast<std::ptrdiff_t>(position);
-    std::rotate(order_.begin() + static_cast<std::ptrdiff_t>(first), at, at + 1);
+    return LookAt(entries_[order_[position].index]);
 }
 
 void FolderListing::LookAtRest(const ComparisonContext& context) {
     for (Entry& entry : entries_) {
         if (entry.isFolder || entry.hasStat) continue;
         context.ThrowIfCancelled();
-        if (LookAt(entry) == Found::Unknown) AddUnknown(entry);
+        (void)LookAt(entry);
     }
 }
 
-void FolderListing::Learn(std::size_t position, std::uint64_t size, FileTime lastWrite) {
+void FolderListing::Learn(std::size_t position, const Seen& seen) {
     Entry& entry = entries_[order_[position].index];
     entry.hasStat = true;
-    entry.size = size;
-    entry.lastWrite = lastWrite;
-    totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(size));
+    entry.seen = seen;
+    totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(seen.size));
 }
 
 Error FolderListing::List(const NameFilter* filter, StatPolicy statPolicy, const ComparisonContext& context,
-                          BreakingOff& at) {
-    for (std::uint32_t source = 0; source < sources_.size(); ++source) {
-        bool cancelled = false;
-        Error error = sources_[source].folder.ForEach(
-            [&](const FolderEntry& entry) {
-                cancelled = context.IsCancelled();
-                if (cancelled) return false;
-                Take(entry, source, filter);
-                return true;
-            },
-            statPolicy);
-        if (cancelled) throw ComparisonCancelled();
-        if (!error.IsOk()) {
-            at = {source, {}};
-            const std::vector<Entry>& some = entries_.empty() ? aside_ : entries_;
-            if (!some.empty() && some.back().source == source) at.lastName = Name(some.back());
-            return error;
-        }
+                          std::string& lastName) {
+    bool cancelled = false;
+    Error error = source_.folder.ForEach(
+        [&](const FolderEntry& entry) {
+            cancelled = context.IsCancelled();
+            if (cancelled) return false;
+            Take(entry, filter);
+            return true;
+        },
+        statPolicy);
+    if (cancelled) throw ComparisonCancelled();
+    if (!error.IsOk()) {
+        const std::vector<Entry>& some = entries_.empty() ? aside_ : entries_;
+        if (!some.empty()) lastName = Name(some.back());
+        return error;
     }
     OrderByKey(
         entries_.size(), [this](std::size_t i) { return Key(entries_[i]); },
-        [this](std::size_t i) { return std::tuple(entries_[i].source, Name(entries_[i])); },
-        [&context] { context.ThrowIfCancelled(); }, order_);
+        [this](std::size_t i) { return Name(entries_[i]); }, [&context] { context.ThrowIfCancelled(); },
+        order_);
     return {};
 }
 

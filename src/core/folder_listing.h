@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,9 +11,8 @@
 
 namespace vantrel {
 
-// What one level of a walk holds on one side: the entries of a folder, or of several whose names differ in
-// letter case only and which count as one. It is used again for folder after folder, so that a walk hardly
-// allocates.
+// The entries of the folder that one level of a walk holds on one side. It is used again for folder after
+// folder, so that a walk hardly allocates.
 class FolderListing {
   public:
     struct Source {
@@ -23,53 +20,48 @@ class FolderListing {
         std::string
             path;  // below the sub-folder, real names, with "/" at its end; empty: the sub-folder itself
         FileId id;
+        bool isThere = false;  // false: this side has no folder at this level
     };
     struct Entry {
         std::uint32_t nameAt, nameSize, keyAt, keySize;  // in the text; the key of a folder ends in "/"
-        std::uint32_t source;
+        std::uint32_t target;  // of a link: number of what it leads to; 0 for what is no link
         bool isFolder;
-        bool isLink;   // it is what the link leads to that is listed
-        bool hasStat;  // size and time are known
-        std::uint64_t size;
-        FileTime lastWrite;
-    };
-
-    struct BreakingOff {
-        std::size_t source = 0;
-        std::string lastName;  // what was found in it last; may be empty
+        bool isLink;      // it is what the link leads to that is listed
+        bool hasStat;     // `seen` is known
+        bool keptAsFile;  // a file of this name would be kept
+        UnknownReason reason;
+        Seen seen;  // of the entry itself
     };
 
     void Clear();
-    Source& AddSource() { return sources_.emplace_back(); }
-    std::vector<Source>& Sources() { return sources_; }
-    const std::vector<Source>& Sources() const { return sources_; }
+    Source& From() { return source_; }
+    const Source& From() const { return source_; }
 
-    // Lists all sources. What the filter keeps becomes entries; folders that it drops are kept aside, because
-    // they count in the size. Without a filter there are folders aside only. Throws ComparisonCancelled. At
-    // an error the entries are not to be used, and `at` says where it was. With StatPolicy::NonFilesOnly the
-    // files that the filter keeps may come out unlooked.
+    // Lists the folder. What the filter keeps becomes entries, and so does what is no file and no folder and
+    // could be either for the filter; folders that it drops are kept aside, because they count in the size.
+    // Without a filter there are folders aside, and what could not be looked at, only. Throws
+    // ComparisonCancelled. At an error the entries are not to be used, and `lastName` is what was found last,
+    // which may be empty. With StatPolicy::NonFilesOnly the files that the filter keeps may come out without
+    // a stat.
     Error List(const NameFilter* filter, StatPolicy statPolicy, const ComparisonContext& context,
-               BreakingOff& at);
+               std::string& lastName);
 
     // Bytes of all files that were looked at, whether kept or not.
     Currency TotalSize() const { return totalSize_; }
     // What the caller found out about an entry by opening it.
-    void Learn(std::size_t position, std::uint64_t size, FileTime lastWrite);
-    // Looks at an entry. False where it is gone or unknown, which it is too where its source is not open.
+    void Learn(std::size_t position, const Seen& seen);
+    // Looks at an entry that has no stat. False where it is gone. What turns out to be no file gets its
+    // reason.
     bool LookAt(std::size_t position);
-    // Brings the entry at `position` before those from `first` on, whose order stays.
-    void PutBefore(std::size_t first, std::size_t position);
-    // Looks at all files that are still unlooked, for their sizes; also after an error of List. Throws
+    // Looks at all files that have no stat yet, for their sizes; also after an error of List. Throws
     // ComparisonCancelled.
     void LookAtRest(const ComparisonContext& context);
-    // In the order of keys; entries with equal keys are next to each other, the one to stay first.
+    // In the order of keys, and of names where keys are equal.
     std::size_t Count() const { return order_.size(); }
     const Entry& At(std::size_t position) const { return entries_[order_[position].index]; }
     const std::vector<Entry>& FoldersAside() const { return aside_; }
-    // Names that could not be looked at.
-    const std::vector<Entry>& Unknown() const { return unknown_; }
-    // Whether one of them has this key; `key` is without the "/" of a folder.
-    bool IsUnknown(std::string_view key) const { return unknownKeys_.contains(key); }
+    // Whether an entry is no file and no folder.
+    bool HasOthers() const { return hasOthers_; }
 
     std::string_view Name(const Entry& entry) const {
         return std::string_view(text_).substr(entry.nameAt, entry.nameSize);
@@ -77,24 +69,35 @@ class FolderListing {
     std::string_view Key(const Entry& entry) const {
         return std::string_view(text_).substr(entry.keyAt, entry.keySize);
     }
+    // Bytes and time of the last change, of what a link leads to.
+    std::uint64_t Size(const Entry& entry) const {
+        return entry.target == 0 ? entry.seen.size : targets_[entry.target - 1].size;
+    }
+    FileTime LastWrite(const Entry& entry) const {
+        return entry.target == 0 ? entry.seen.lastWrite : targets_[entry.target - 1].lastWrite;
+    }
     // Path below the sub-folder, in real names.
     void PathOf(const Entry& entry, std::string& path) const {
-        path.assign(sources_[entry.source].path).append(Name(entry));
+        path.assign(source_.path).append(Name(entry));
     }
 
   private:
-    enum class Found { File, Gone, Unknown };
-    Found LookAt(Entry& entry);
-    void Take(const FolderEntry& entry, std::uint32_t source, const NameFilter* filter);
-    void AddUnknown(const Entry& entry);
-    Entry MakeEntry(const FolderEntry& entry, std::uint32_t source);
+    struct Target {
+        std::uint64_t size;
+        FileTime lastWrite;
+    };
+    bool LookAt(Entry& entry);
+    void Take(const FolderEntry& entry, const NameFilter* filter);
+    Entry MakeEntry(const FolderEntry& entry);
+    void Fill(const FolderEntry& found, Entry& entry);
 
-    std::vector<Source> sources_;
+    Source source_;
     std::string text_;
-    std::vector<Entry> entries_, aside_, unknown_;
-    std::set<std::string, std::less<>> unknownKeys_;
+    std::vector<Entry> entries_, aside_;
+    std::vector<Target> targets_;
     std::vector<SortItem> order_;
     Currency totalSize_;
+    bool hasOthers_ = false;
     std::string marked_;
 };
 

@@ -1,55 +1,145 @@
 #include "core/merged_names.h"
 
 #include <algorithm>
+#include <map>
 
+#include "core/name_pairs.h"
 #include "core/result_row.h"
 
 namespace vantrel {
 namespace {
 
-bool IsUnknown(const PerSide<const CDir*>& dirs, std::string_view key) {
-    if (!key.empty() && key.front() == kFolderMarker) key.remove_prefix(1);
-    return std::any_of(kBothSides.begin(), kBothSides.end(), [&](Side side) {
-        const auto& keys = dirs[side]->UnknownKeys();
-        return std::binary_search(keys.begin(), keys.end(), key);
-    });
+using Names = PerSide<std::vector<CollidingName>>;
+// The names that fold like one that is occupied by what is no file and no folder, by their key.
+using OccupiedKeys = std::map<std::string_view, Names>;
+
+std::string_view KeyOf(const CFile& file) {
+    return file.Key;
+}
+std::string_view KeyOf(const CDir::SubDir& folder) {
+    return folder.Key.substr(1);
+}
+std::string_view NameOf(const CFile& file) {
+    return file.FileName;
+}
+std::string_view NameOf(const CDir::SubDir& folder) {
+    return folder.RealName();
 }
 
-// Walks two lists sorted by key at once; `add` gets the two items of each key, one of them possibly nullptr.
+template <typename Item>
+void AddToOccupied(const std::vector<Item>& items, Side side, NameKind kind, OccupiedKeys& keys) {
+    for (auto& [key, names] : keys) {
+        auto at =
+            std::lower_bound(items.begin(), items.end(), key,
+                             [](const Item& item, std::string_view text) { return KeyOf(item) < text; });
+        for (; at != items.end() && KeyOf(*at) == key; ++at)
+            names[side].push_back({NameOf(*at), kind, static_cast<std::uint32_t>(at - items.begin())});
+    }
+}
+
+OccupiedKeys FindOccupiedKeys(const PerSide<const CDir*>& dirs) {
+    OccupiedKeys keys;
+    for (const Side side : kBothSides) {
+        const auto& others = dirs[side]->Others();
+        for (std::uint32_t i = 0; i < others.size(); ++i)
+            keys[others[i].key][side].push_back({others[i].name, NameKind::Other, i});
+    }
+    for (const Side side : kBothSides) {
+        AddToOccupied(dirs[side]->Files(), side, NameKind::File, keys);
+        AddToOccupied(dirs[side]->SubDirs(), side, NameKind::Folder, keys);
+    }
+    return keys;
+}
+
+// Walks two lists sorted by key and name at once; `add` gets the items of each pair, one of them possibly
+// nullptr. Keys in `occupied` are passed over.
 template <typename Item, typename Add>
-void Merge(const PerSide<const CDir*>& dirs, const PerSide<const std::vector<Item>*>& lists,
+void Merge(const PerSide<const std::vector<Item>*>& lists, const OccupiedKeys& occupied, NameKind kind,
            const ComparisonContext& context, const Add& add) {
-    const bool anyUnknown =
-        !dirs[Side::Left]->UnknownKeys().empty() || !dirs[Side::Right]->UnknownKeys().empty();
     PerSide<std::size_t> next;
-    const auto head = [&](Side side) {
-        return next[side] < lists[side]->size() ? &(*lists[side])[next[side]] : nullptr;
-    };
     while (true) {
-        PerSide<const Item*> pair{{head(Side::Left), head(Side::Right)}};
-        if (!pair[Side::Left] && !pair[Side::Right]) return;
-        if (pair[Side::Left] && pair[Side::Right]) {
-            const int order = pair[Side::Left]->Key.compare(pair[Side::Right]->Key);
-            if (order != 0) pair[order < 0 ? Side::Right : Side::Left] = nullptr;
+        PerSide<const Item*> head;
+        for (const Side side : kBothSides)
+            head[side] = next[side] < lists[side]->size() ? &(*lists[side])[next[side]] : nullptr;
+        if (!head[Side::Left] && !head[Side::Right]) return;
+        if (head[Side::Left] && head[Side::Right]) {
+            const int order = head[Side::Left]->Key.compare(head[Side::Right]->Key);
+            if (order != 0) head[order < 0 ? Side::Right : Side::Left] = nullptr;
+        }
+        const std::string_view key = KeyOf(head[Side::Left] ? *head[Side::Left] : *head[Side::Right]);
+        Names names;
+        bool collides = false;
+        for (const Side side : kBothSides) {
+            if (!head[side]) continue;
+            const std::size_t first = next[side];
+            while (next[side] < lists[side]->size() && KeyOf((*lists[side])[next[side]]) == key) {
+                ++next[side];
+                context.ThrowIfCancelled();
+            }
+            collides = collides || next[side] - first > 1;
+        }
+        if (!occupied.empty() && occupied.contains(key)) continue;
+        if (!collides) {
+            add(head);
+            continue;
         }
         for (const Side side : kBothSides) {
-            if (!pair[side]) continue;
-            ++next[side];
-            context.ThrowIfCancelled();
+            if (!head[side]) continue;
+            const Item* const first = lists[side]->data();
+            for (const Item* item = head[side]; item != first + next[side]; ++item)
+                names[side].push_back({NameOf(*item), kind, static_cast<std::uint32_t>(item - first)});
         }
-        const Item* first = pair[Side::Left] ? pair[Side::Left] : pair[Side::Right];
-        if (!anyUnknown || !IsUnknown(dirs, first->Key)) add(*first, pair);
+        for (const NamePair& pair : PairNames(names)) {
+            PerSide<const Item*> items{};
+            for (const Side side : kBothSides)
+                if (pair[side]) items[side] = lists[side]->data() + pair[side]->index;
+            add(items);
+        }
     }
+}
+
+// Brings the pairs of occupied names, added at the end from `first` on, to where their keys belong.
+template <typename Merged, typename KeyOfMerged>
+void PutInOrder(std::vector<Merged>& merged, std::size_t first, const KeyOfMerged& keyOf) {
+    std::inplace_merge(merged.begin(), merged.begin() + static_cast<std::ptrdiff_t>(first), merged.end(),
+                       [&](const Merged& a, const Merged& b) { return keyOf(a) < keyOf(b); });
+}
+
+template <typename Item>
+const Item* Take(const CollidingName* name, NameKind kind, const std::vector<Item>& items) {
+    return name && name->kind == kind ? &items[name->index] : nullptr;
 }
 
 }  // namespace
 
 std::vector<MergedFile> MergeFiles(const PerSide<const CDir*>& dirs, const ComparisonContext& context) {
     const PerSide<const std::vector<CFile>*> lists{{&dirs[Side::Left]->Files(), &dirs[Side::Right]->Files()}};
+    const OccupiedKeys occupied = FindOccupiedKeys(dirs);
     std::vector<MergedFile> merged;
     merged.reserve(std::max(lists[Side::Left]->size(), lists[Side::Right]->size()));
-    Merge(dirs, lists, context, [&merged](const CFile& first, const PerSide<const CFile*>& pair) {
-        merged.push_back({first.FileName, pair});
+    Merge(lists, occupied, NameKind::File, context, [&merged](const PerSide<const CFile*>& pair) {
+        merged.push_back({(pair[Side::Left] ? pair[Side::Left] : pair[Side::Right])->FileName, pair});
+    });
+    const std::size_t first = merged.size();
+    for (const auto& [key, names] : occupied) {
+        for (const NamePair& pair : PairNames(names)) {
+            MergedFile file;
+            bool folder = false;
+            for (const Side side : kBothSides) {
+                folder = folder || (pair[side] && pair[side]->kind == NameKind::Folder);
+                file.file[side] = Take(pair[side], NameKind::File, *lists[side]);
+                file.other[side] = Take(pair[side], NameKind::Other, dirs[side]->Others());
+            }
+            file.text = pair[Side::Left] ? pair[Side::Left]->name : pair[Side::Right]->name;
+            if (!folder) merged.push_back(file);
+        }
+    }
+    PutInOrder(merged, first, [](const MergedFile& file) {
+        for (const Side side : kBothSides) {
+            if (file.file[side]) return file.file[side]->Key;
+            if (file.other[side]) return file.other[side]->key;
+        }
+        return file.text;
     });
     return merged;
 }
@@ -57,11 +147,26 @@ std::vector<MergedFile> MergeFiles(const PerSide<const CDir*>& dirs, const Compa
 std::vector<MergedFolder> MergeSubDirs(const PerSide<const CDir*>& dirs, const ComparisonContext& context) {
     const PerSide<const std::vector<CDir::SubDir>*> lists{
         {&dirs[Side::Left]->SubDirs(), &dirs[Side::Right]->SubDirs()}};
+    const OccupiedKeys occupied = FindOccupiedKeys(dirs);
     std::vector<MergedFolder> merged;
-    Merge(dirs, lists, context,
-          [&merged](const CDir::SubDir& first, const PerSide<const CDir::SubDir*>& pair) {
-              merged.push_back({first.Name, pair});
-          });
+    Merge(lists, occupied, NameKind::Folder, context, [&merged](const PerSide<const CDir::SubDir*>& pair) {
+        merged.push_back({(pair[Side::Left] ? pair[Side::Left] : pair[Side::Right])->Name, pair});
+    });
+    const std::size_t first = merged.size();
+    for (const auto& [key, names] : occupied) {
+        for (const NamePair& pair : PairNames(names)) {
+            MergedFolder folder;
+            for (const Side side : kBothSides) {
+                folder.folder[side] = Take(pair[side], NameKind::Folder, *lists[side]);
+                folder.other[side] = Take(pair[side], NameKind::Other, dirs[side]->Others());
+                if (folder.folder[side] && folder.text.empty()) folder.text = folder.folder[side]->Name;
+            }
+            if (!folder.text.empty()) merged.push_back(folder);
+        }
+    }
+    PutInOrder(merged, first, [](const MergedFolder& folder) {
+        return (folder.folder[Side::Left] ? folder.folder[Side::Left] : folder.folder[Side::Right])->Key;
+    });
     return merged;
 }
 

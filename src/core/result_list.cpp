@@ -30,6 +30,10 @@ const char* FaultOfRow(const ResultRow& row) {
         case RowKind::File:
             return row.text.empty() || row.text.front() == kFolderMarker ? "a file that looks like no file"
                                                                          : nullptr;
+        case RowKind::Unknown:
+            if (row.type != ResultType::None) return "what is not known has a type";
+            if (row.selected) return "what is not known is selected";
+            return row.text.empty() ? "an unknown object without a name" : nullptr;
     }
     return "an unknown kind";
 }
@@ -38,6 +42,11 @@ const char* FaultOfPair(const ResultRow& left, const ResultRow& right) {
     if (const char* fault = FaultOfRow(left)) return fault;
     if (const char* fault = FaultOfRow(right)) return fault;
     if (left.kind == RowKind::Sentinel || right.kind == RowKind::Sentinel) return "the sentinel is not alone";
+    if (left.IsUnknown() || right.IsUnknown()) {
+        if (left.IsReal() || right.IsReal()) return "a counterpart of what is not known";
+        const bool paired = left.kind == right.kind;
+        return paired && left.text != right.text ? "two names on one line" : nullptr;
+    }
     if (!left.IsReal() && !right.IsReal()) return "a pair of two placeholders";
     if (left.IsReal() && right.IsReal()) {
         if (left.kind != right.kind) return "a file opposite a folder";
@@ -60,6 +69,13 @@ ResultRow& ResultList::AddCopy(const ResultRow& row) {
     copy.text = own_->Add(row.text);
     copy.realName = row.realName == row.text ? copy.text : own_->Add(row.realName);
     copy.key = own_->Add(row.key);
+    if (row.seen) {
+        if (!ownSeen_) {
+            ownSeen_ = std::make_shared<SeenPool>();
+            seen_.push_back(ownSeen_);
+        }
+        copy.seen = &ownSeen_->emplace_back(*row.seen);
+    }
     return rows_.emplace_back(copy);
 }
 
@@ -67,6 +83,8 @@ void ResultList::Clear() {
     std::vector<ResultRow>().swap(rows_);
     pools_.clear();
     own_.reset();
+    seen_.clear();
+    ownSeen_.reset();
 }
 
 void ResultList::SetToSentinel() {
@@ -79,16 +97,30 @@ void ResultList::SetToSentinel() {
 
 void ResultList::ShareTexts(const ResultList& other) {
     for (const auto& pool : other.pools_) SharePool(pool);
+    for (const auto& pool : other.seen_) SharePool(pool);
 }
 
+namespace {
+
+template <typename Pool>
+void AddOnce(std::shared_ptr<const Pool> pool, std::vector<std::shared_ptr<const Pool>>& pools) {
+    if (pool && std::find(pools.begin(), pools.end(), pool) == pools.end()) pools.push_back(std::move(pool));
+}
+
+}  // namespace
+
 void ResultList::SharePool(std::shared_ptr<const TextPool> pool) {
-    if (pool && std::find(pools_.begin(), pools_.end(), pool) == pools_.end())
-        pools_.push_back(std::move(pool));
+    AddOnce(std::move(pool), pools_);
+}
+
+void ResultList::SharePool(std::shared_ptr<const SeenPool> pool) {
+    AddOnce(std::move(pool), seen_);
 }
 
 std::size_t ResultList::MemoryUsed() const {
     std::size_t bytes = MemoryOfRows();
     for (const auto& pool : pools_) bytes += pool->Capacity();
+    for (const auto& pool : seen_) bytes += pool->size() * sizeof(Seen);
     return bytes;
 }
 
@@ -96,6 +128,8 @@ void ResultList::Swap(ResultList& other) noexcept {
     rows_.swap(other.rows_);
     pools_.swap(other.pools_);
     own_.swap(other.own_);
+    seen_.swap(other.seen_);
+    ownSeen_.swap(other.ownSeen_);
 }
 
 bool IsConsistent(const HoldLists& lists, std::string* why) {
@@ -115,7 +149,7 @@ bool IsConsistent(const HoldLists& lists, std::string* why) {
         const RowKind kind = left[i].IsReal() ? left[i].kind : right[i].kind;
         if (folders && kind == RowKind::File)
             return fail("row " + std::to_string(i) + ": a file behind folders");
-        folders = kind == RowKind::Folder;
+        folders = folders || kind == RowKind::Folder;
     }
     return true;
 }

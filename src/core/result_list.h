@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,6 +10,9 @@
 #include "platform/text_pool.h"
 
 namespace vantrel {
+
+// Owns what was seen of many objects. What is added stays where it is for the life of the pool.
+using SeenPool = std::deque<Seen>;
 
 // A list of result rows, with the pools that their texts live in. Copies of rows may go to another list of
 // the same pools (ShareTexts). Row numbers here are indices from 0; tags are from 1.
@@ -39,6 +43,7 @@ class ResultList {
     // Keeps the pools of `other` alive here as well.
     void ShareTexts(const ResultList& other);
     void SharePool(std::shared_ptr<const TextPool> pool);
+    void SharePool(std::shared_ptr<const SeenPool> pool);
     // Bytes that rows and pools take.
     std::size_t MemoryUsed() const;
     // Bytes that the rows take without their texts.
@@ -50,6 +55,8 @@ class ResultList {
     std::vector<ResultRow> rows_;
     std::vector<std::shared_ptr<const TextPool>> pools_;
     std::shared_ptr<TextPool> own_;  // for AddCopy; among pools_ too
+    std::vector<std::shared_ptr<const SeenPool>> seen_;
+    std::shared_ptr<SeenPool> ownSeen_;  // as own_
 };
 
 // Every row of the last comparison, whatever the view: lvwHoldAllFilesSource and lvwHoldAllFilesTarget. Row i

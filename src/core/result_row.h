@@ -5,6 +5,7 @@
 
 #include "core/side.h"
 #include "platform/currency.h"
+#include "platform/files/file_system.h"
 #include "platform/locale/file_time.h"
 
 namespace vantrel {
@@ -25,7 +26,15 @@ inline constexpr int kResultTypeCount = 8;
 // "Newer" ... "OrphanFolder"; empty for None.
 std::string_view ResultTypeText(ResultType type);
 
-enum class RowKind : std::uint8_t { Placeholder, Sentinel, Folder, File };
+enum class RowKind : std::uint8_t {
+    Placeholder,
+    Sentinel,
+    Folder,
+    File,
+    // A name of which nothing is to be concluded, since what bears it on one side is not known or is no file
+    // and no folder. Both halves of such a pair are of this kind: no operation acts on either.
+    Unknown,
+};
 
 inline constexpr std::string_view kNoComparisonResults = "No Comparison Results";
 // Marks the text of a folder row, of a sub-folder name and of a folder pattern. It is no separator.
@@ -49,9 +58,16 @@ struct ResultRow {
     bool incomplete = false;
     // Folder rows: the other of the two compared folders lies below it.
     bool holdsOtherFolder = false;
+    bool isLink = false;  // the object itself is a symbolic link
+    // Unknown rows: what is in the way on this side; None on a side where the object is known.
+    UnknownReason reason = UnknownReason::None;
+    // Hold rows: what the listing saw of the object itself, in a pool of the list. Copies in other lists
+    // point to the same. nullptr where there is no object, or it could not be looked at.
+    const Seen* seen = nullptr;
 
     // A real row stands for an object: it counts in totals and can be selected.
     bool IsReal() const { return kind == RowKind::File || kind == RowKind::Folder; }
+    bool IsUnknown() const { return kind == RowKind::Unknown; }
 };
 
 }  // namespace vantrel

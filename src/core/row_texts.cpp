@@ -1,5 +1,6 @@
 #include "core/row_texts.h"
 
+#include "core/occupied_names.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -12,6 +13,14 @@ std::string SizeText(const ResultRow& row, const LocaleFormats& locale) {
 std::string DateText(const ResultRow& row, const LocaleFormats& locale) {
     if (row.kind != RowKind::File) return {};
     return locale.DateTime(FileTimeToLocalFileTime(row.lastWrite));
+}
+
+std::string WhyUnknown(const ResultRow& row) {
+    if (!row.IsUnknown()) return {};
+    std::string text(DescribeReason(row.reason));
+    if (text.empty())
+        text = "What has this name on the other side is no file and no folder, or is not known.";
+    return text + " Nothing is concluded from it, and it is left alone.";
 }
 
 std::string ObjectPath(std::string_view folder, const ResultRow& row) {

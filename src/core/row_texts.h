@@ -15,4 +15,7 @@ std::string DateText(const ResultRow& row, const LocaleFormats& locale);
 // Full path of the object of a row: the folder of that side plus the real name.
 std::string ObjectPath(std::string_view folder, const ResultRow& row);
 
+// For the tool tip of a row of the kind Unknown: what is in the way, and what follows. Empty for any other.
+std::string WhyUnknown(const ResultRow& row);
+
 }  // namespace vantrel

@@ -3,19 +3,34 @@
 #include <algorithm>
 
 #include "core/merged_names.h"
+#include "core/occupied_names.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {
 
-// More message boxes than this about one comparison help nobody; the log has them all.
-constexpr std::size_t kMostReports = 10;
+// The rows of a folder whose name is occupied on the other side by what is no file and no folder.
+void AddOccupied(const MergedFolder& name, const PerSide<const CDir*>& dirs, const ComparisonContext& context,
+                 ComparisonResults& results) {
+    for (const Side side : kBothSides) {
+        ResultRow row;
+        row.text = name.text;
+        row.kind = RowKind::Unknown;
+        const CDir::Other* const other = name.other[side];
+        row.realName = other ? other->name : name.folder[side]->RealName();
+        row.isLink = other ? other->isLink : name.folder[side]->isLink;
+        row.seen = other ? other->seen : name.folder[side]->seen;
+        if (other) row.reason = other->reason;
+        NoteUnknown(context, dirs[side]->Path() + std::string(row.realName), row.reason);
+        results.hold[side].Add(row);
+    }
+}
 
 }  // namespace
 
 SubFolderAnalysis::SubFolderAnalysis(const ComparisonContext& context, PairComparison& pairs,
                                      const PerSide<const CDir*>& dirs)
-    : context_(context), pairs_(pairs), dirs_(dirs), reportsLeft_(kMostReports) {
+    : context_(context), pairs_(pairs), dirs_(dirs) {
 }
 
 void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) {
@@ -28,7 +43,10 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
     for (const Side side : kBothSides) {
         roots[side].path = dirs_[side]->Path();
         ThrowIfFailed(context_.tools.files.Open(roots[side].path, roots[side].folder));
-        for (const Side list : kBothSides) results.hold[list].SharePool(dirs_[side]->Texts());
+        for (const Side list : kBothSides) {
+            results.hold[list].SharePool(dirs_[side]->Texts());
+            results.hold[list].SharePool(dirs_[side]->SeenObjects());
+        }
     }
     const NameFilter filter = NameFilter::ForWalk(ScanOptions::Of(context_.compare));
     TreeWalk walk(context_, pairs_, filter, roots);
@@ -37,13 +55,16 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
     for (std::size_t i = 0; i < names.size(); ++i) {
         context_.progress.SetBarValue(static_cast<std::int64_t>(i) + 1);
         context_.ThrowIfCancelled();
+        if (names[i].IsOccupied()) {
+            AddOccupied(names[i], dirs_, context_, results);
+            continue;
+        }
         PerSide<std::string_view> real;
         for (const Side side : kBothSides)
             if (names[i].folder[side]) real[side] = names[i].folder[side]->RealName();
         CSubFolderDiffs diffs(std::string(names[i].text),
                               roots[Side::Left].path + std::string(real[Side::Left]), texts);
         const Answer answer = AreFoldersIdentical(walk, real, diffs);
-        ReportUnlistedFolders(walk, i + 1, names.size());
 
         const bool pair = !real[Side::Left].empty() && !real[Side::Right].empty();
         ResultRow row;
@@ -55,7 +76,11 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
                    : answer.identical ? ResultType::IdenticalFolder
                                       : ResultType::DifferentFolder;
         for (const Side side : kBothSides) {
-            row.realName = real[side];
+            if (const CDir::SubDir* folder = names[i].folder[side]) {
+                row.realName = folder->RealName();
+                row.isLink = folder->isLink;
+                row.seen = folder->seen;
+            }
             row.size = std::max(answer.walk.size[side], Currency());
             if (real[side].empty())
                 results.hold[side].AddPlaceholder();
@@ -63,7 +88,9 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
                 results.hold[side].Add(row);
         }
         if (pair && !answer.identical) results.SubFolderDiffs.Add(std::move(diffs));
+        results.specialObjects += answer.walk.specialObjects;
     }
+    results.unlisted = walk.TakeUnlistedFolders();
 }
 
 SubFolderAnalysis::Answer SubFolderAnalysis::AreFoldersIdentical(TreeWalk& walk,
@@ -76,27 +103,6 @@ SubFolderAnalysis::Answer SubFolderAnalysis::AreFoldersIdentical(TreeWalk& walk,
     });
     if (!fine) throw ComparisonCancelled();
     return answer;
-}
-
-void SubFolderAnalysis::ReportUnlistedFolders(TreeWalk& walk, std::size_t number, std::size_t count) {
-    bool reported = false;
-    for (const UnlistedFolder& unlisted : walk.TakeUnlistedFolders()) {
-        if (reportsLeft_ == 0) break;
-        --reportsLeft_;
-        reported = true;
-        context_.tools.reporter.ReportError(
-            "modVantrel.GetFolderInfo", unlisted.error,
-            "Analysis of folder failed.  Comparison results will be invalid!\r\n"
-            "Correct the problem with this folder before attempting to sync it.\r\n\r\n"
-            "Folder: " +
-                unlisted.folder + "\r\nFile: " + unlisted.lastFile);
-    }
-    if (!reported) return;
-    // A report takes the progress window away; the walk goes on, and so must the way to cancel it.
-    context_.progress.Show();
-    context_.progress.SetMessage(kComparingSubFolders);
-    context_.progress.SetBarRange(static_cast<std::int64_t>(count));
-    context_.progress.SetBarValue(static_cast<std::int64_t>(number));
 }
 
 }  // namespace vantrel

@@ -18,8 +18,9 @@ class SubFolderAnalysis {
                       const PerSide<const CDir*>& dirs);
 
     // Adds a row to each hold list for every sub-folder of either side, behind the rows that are there, and
-    // the differences to the collection. Throws ComparisonCancelled, also after an error that was reported as
-    // "modVantrel.AreFoldersIdentical": a result that is not whole is not shown.
+    // the differences to the collection; what could not be listed goes to results.unlisted. Throws
+    // ComparisonCancelled, also after an error that was reported as "modVantrel.AreFoldersIdentical": a
+    // result that is not whole is not shown.
     void ShowAllSubFoldersInBothDirs(ComparisonResults& results);
 
   private:
@@ -29,12 +30,10 @@ class SubFolderAnalysis {
     };
     Answer AreFoldersIdentical(TreeWalk& walk, const PerSide<std::string_view>& names,
                                CSubFolderDiffs& diffs);
-    void ReportUnlistedFolders(TreeWalk& walk, std::size_t number, std::size_t count);
 
     const ComparisonContext& context_;
     PairComparison& pairs_;
     PerSide<const CDir*> dirs_;
-    std::size_t reportsLeft_;
 };
 
 }  // namespace vantrel

@@ -8,9 +8,13 @@
 namespace vantrel {
 namespace {
 
-std::string KeyOf(std::string_view name) {
+std::string_view WithoutMarker(std::string_view name) {
     if (!name.empty() && name.front() == kFolderMarker) name.remove_prefix(1);
-    return FoldCase(name);
+    return name;
+}
+
+std::string KeyOf(std::string_view name) {
+    return FoldCase(WithoutMarker(name));
 }
 
 }  // namespace
@@ -48,21 +52,23 @@ void CSubFolderDiffs::AddPair(const PerSide<SubFolderRecord>& pair) {
 }
 
 void SubFolderDiffsCollection::Add(CSubFolderDiffs diffs) {
+    const CSubFolderDiffs* const there = Find(diffs.Name());
+    if (there && WithoutMarker(there->Name()) == WithoutMarker(diffs.Name())) return;
     std::pair<std::string, std::size_t> entry(KeyOf(diffs.Name()), items_.size());
-    const auto at =
-        std::lower_bound(index_.begin(), index_.end(), entry.first,
-                         [](const auto& item, const std::string& key) { return item.first < key; });
-    if (at != index_.end() && at->first == entry.first) return;
+    const auto at = std::upper_bound(index_.begin(), index_.end(), entry);
     items_.push_back(std::move(diffs));
     index_.insert(at, std::move(entry));
 }
 
 const CSubFolderDiffs* SubFolderDiffsCollection::Find(std::string_view name) const {
     const std::string key = KeyOf(name);
-    const auto at =
+    const auto first =
         std::lower_bound(index_.begin(), index_.end(), key,
                          [](const auto& item, const std::string& text) { return item.first < text; });
-    return at != index_.end() && at->first == key ? &items_[at->second] : nullptr;
+    if (first == index_.end() || first->first != key) return nullptr;
+    for (auto at = first; at != index_.end() && at->first == key; ++at)
+        if (WithoutMarker(items_[at->second].Name()) == WithoutMarker(name)) return &items_[at->second];
+    return &items_[first->second];
 }
 
 void SubFolderDiffsCollection::Clear() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,19 +20,25 @@ enum class Elsewhere : std::uint8_t {
     InOtherFolder,  // it is an object of the other of the two compared folders
 };
 
-// One half of a difference below a sub-folder. Blank where that side has no such file. The texts live in the
-// pool of the CSubFolderDiffs that holds the record.
+// One half of a difference below a sub-folder: of a file, or of a link without a counterpart to whatever.
+// Blank where that side has no such object. Both halves are unknown where nothing may be concluded from them.
+// The texts live in the pool of the CSubFolderDiffs that holds the record.
 struct SubFolderRecord {
     std::string_view
         name;  // path below the sub-folder, as in "x/y.txt"; the same on both halves, empty when blank
     std::string_view realName;  // the same path as it stands on this side's disk; can differ in letter case
     Currency size;              // by the size rule of a scan
     FileTime lastWrite;         // UTC
-    ResultType type = ResultType::None;  // Newer, Older, Orphan or Binary; None: blank
+    ResultType type = ResultType::None;  // Newer, Older, Orphan or Binary; None: blank or unknown
+    // Of blank halves too: what would be made there is made in that place.
     Elsewhere elsewhere = Elsewhere::No;
+    bool unknown = false;
+    UnknownReason reason = UnknownReason::None;  // what is in the way on this side
+    bool isLink = false;                         // the object itself is a symbolic link
+    std::optional<Seen> seen{};  // of the object itself; nothing where it could not be looked at
 
-    bool IsBlank() const { return type == ResultType::None; }
-    // The type as a number of the record: -1 for a blank one.
+    bool IsBlank() const { return type == ResultType::None && !unknown; }
+    // The type as a number of the record: -1 for a blank one, 0 for one that is not known.
     std::int16_t TypeNumber() const {
         return static_cast<std::int16_t>(IsBlank() ? -1 : static_cast<int>(type));
     }
@@ -110,9 +117,10 @@ class SubFolderDiffsCollection {
     auto begin() const { return items_.begin(); }
     auto end() const { return items_.end(); }
 
-    // A second one of the same name, letter case ignored, is left out.
+    // A second one of the same name is left out.
     void Add(CSubFolderDiffs diffs);
-    // By the row's text, with or without its marker, letter case ignored; nullptr where there is none.
+    // By the row's text, with or without its marker; letter case is ignored where no name is equal. nullptr
+    // where there is none.
     const CSubFolderDiffs* Find(std::string_view name) const;
     void Clear();
 

@@ -1,9 +1,12 @@
 #include "core/tree_walk.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "core/cfile.h"
+#include "core/name_pairs.h"
+#include "core/occupied_names.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -29,7 +32,8 @@ TreeWalk::Outcome TreeWalk::Walk(const PerSide<std::string_view>& names, CSubFol
         base_[side] = roots_[side].path + std::string(names[side]) + "/";
         OpenFolder folder;
         Error error = roots_[side].folder.OpenSub(names[side], folder);
-        if (!AddSource(first, side, std::move(error), std::move(folder), {}) && first.mode == Mode::Compare)
+        if (AddSource(first, side, std::move(error), std::move(folder), {}) == Opening::Failed &&
+            first.mode == Mode::Compare)
             first.mode = Mode::Size;
     }
     Finish(first);
@@ -46,7 +50,9 @@ TreeWalk::Level& TreeWalk::Push(Mode mode) {
         level.listing[side].Clear();
         level.branchLength[side] = branch_[side].size();
     }
-    level.next = level.nextAside = level.ahead = {};
+    level.items.clear();
+    level.next = level.ahead = 0;
+    level.nextForSize = level.nextAside = {};
     level.elsewhere = {};
     level.mode = mode;
     return level;
@@ -64,77 +70,156 @@ void TreeWalk::Pop() {
 // One item of the level; false when there is none left.
 bool TreeWalk::Step(Level& level) {
     if (level.mode == Mode::Compare) {
-        Item item;
         if (pairs_.ReadsContents() && pairs_.ReadingWaits()) Prefetch(level);
-        if (NextItem(level, level.next, item)) {
-            for (const Side side : kBothSides)
-                level.ahead[side] = std::max(level.ahead[side], level.next[side]);
+        if (level.next < level.items.size()) {
+            const Item item = level.items[level.next++];
+            level.ahead = std::max(level.ahead, level.next);
             context_.ThrowIfCancelled();
-            if (!item.isFolder) {
-                if (AreAlikeAtOnce(level, item)) return true;
-                LookAtFiles(level, item);
-            }
-            if (item.IsEmpty()) {
-                // Gone since it was listed, or not known.
-            } else if (IsUnknown(level, item)) {
-                if (item.isFolder) Descend(level, item, Mode::Size);
-            } else if (item.isFolder) {
-                Descend(level, item, Mode::Compare);
-            } else {
-                CompareFiles(level, item);
-            }
+            TakeItem(level, item);
             return true;
         }
     }
+    return StepForSize(level);
+}
+
+void TreeWalk::TakeItem(Level& level, Item item) {
+    if (!IsOccupied(level, item)) {
+        if (IsFolder(level, item)) return TakeFolders(level, item);
+        if (AreAlikeAtOnce(level, item)) return;
+        LookAtFiles(level, item);
+        if (item.IsEmpty()) return;  // gone since it was listed
+    }
+    if (IsOccupied(level, item))
+        JudgeOccupied(level, item);
+    else
+        CompareFiles(level, item);
+}
+
+// A link without a counterpart is an object by itself: what it leads to only counts in the size.
+void TreeWalk::TakeFolders(Level& level, const Item& item) {
+    if (item.IsPair()) return Descend(level, item, Mode::Compare);
+    const Side side = item.Has(Side::Left) ? Side::Left : Side::Right;
+    const FolderListing::Entry entry = EntryOf(level, item, side);
+    if (!entry.isLink) return Descend(level, item, Mode::Compare);
+    Record(level, item, {ResultType::Orphan, ResultType::Orphan});
+    DescendAside(level, side, entry, Mode::AsideSize);
+}
+
+// One folder that is only walked for its size.
+bool TreeWalk::StepForSize(Level& level) {
     for (const Side side : kBothSides) {
         const FolderListing& listing = level.listing[side];
-        while (level.next[side] < listing.Count()) {
-            const FolderListing::Entry& entry = listing.At(level.next[side]++);
+        while (level.mode != Mode::Compare && level.nextForSize[side] < listing.Count()) {
+            const FolderListing::Entry entry = listing.At(level.nextForSize[side]++);
             if (!entry.isFolder) continue;
             DescendAside(level, side, entry, level.mode);
             return true;
         }
         if (level.nextAside[side] < listing.FoldersAside().size()) {
             const bool excluded = level.mode == Mode::Compare;
-            DescendAside(level, side, listing.FoldersAside()[level.nextAside[side]++],
-                         excluded ? Mode::AsideSize : level.mode);
+            const FolderListing::Entry entry = listing.FoldersAside()[level.nextAside[side]++];
+            DescendAside(level, side, entry, excluded ? Mode::AsideSize : level.mode);
             return true;
         }
     }
     return false;
 }
 
-bool TreeWalk::NextItem(const Level& level, PerSide<std::size_t>& cursor, Item& item) const {
-    PerSide<std::string_view> key;
-    PerSide<bool> there;
+// Makes the items of the level, in the order of the keys.
+void TreeWalk::PairEntries(Level& level) const {
+    const auto keyAt = [&](Side side, std::size_t position) {
+        return level.listing[side].Key(level.listing[side].At(position));
+    };
+    const auto plain = [](std::string_view key) {
+        if (key.ends_with('/')) key.remove_suffix(1);
+        return key;
+    };
+    const auto kindOf = [](const FolderListing::Entry& entry) {
+        if (entry.reason != UnknownReason::None) return NameKind::Other;
+        return entry.isFolder ? NameKind::Folder : NameKind::File;
+    };
+    const auto add = [&](const PerSide<std::vector<CollidingName>>& names) {
+        for (const NamePair& pair : PairNames(names)) {
+            Item item;
+            for (const Side side : kBothSides)
+                if (pair[side]) item.at[side] = pair[side]->index;
+            level.items.push_back(item);
+        }
+    };
+    // Names that fold like one that is neither file nor folder are set aside, since they may pair with it.
+    std::map<std::string_view, PerSide<std::vector<CollidingName>>> occupied;
     for (const Side side : kBothSides) {
         const FolderListing& listing = level.listing[side];
-        there[side] = cursor[side] < listing.Count();
-        if (there[side]) key[side] = listing.Key(listing.At(cursor[side]));
+        for (std::size_t i = 0; listing.HasOthers() && i < listing.Count(); ++i)
+            if (listing.At(i).reason != UnknownReason::None) occupied[keyAt(side, i)];
     }
-    if (there[Side::Left] && there[Side::Right]) {
-        const int order = key[Side::Left].compare(key[Side::Right]);
-        if (order != 0) there[order < 0 ? Side::Right : Side::Left] = false;
+    PerSide<std::size_t> next;
+    while (true) {
+        PerSide<std::string_view> key;
+        PerSide<bool> there;
+        for (const Side side : kBothSides) {
+            there[side] = next[side] < level.listing[side].Count();
+            if (there[side]) key[side] = keyAt(side, next[side]);
+        }
+        if (!there[Side::Left] && !there[Side::Right]) break;
+        if (there[Side::Left] && there[Side::Right]) {
+            const int order = key[Side::Left].compare(key[Side::Right]);
+            if (order != 0) there[order < 0 ? Side::Right : Side::Left] = false;
+        }
+        const std::string_view common = there[Side::Left] ? key[Side::Left] : key[Side::Right];
+        Item item;
+        bool collides = false;
+        const PerSide<std::size_t> first = next;
+        for (const Side side : kBothSides) {
+            if (!there[side]) continue;
+            item.at[side] = static_cast<std::uint32_t>(next[side]);
+            do ++next[side];
+            while (next[side] < level.listing[side].Count() && keyAt(side, next[side]) == common);
+            collides = collides || next[side] - first[side] > 1;
+        }
+        const auto at = occupied.empty() ? occupied.end() : occupied.find(plain(common));
+        if (at == occupied.end() && !collides) {
+            level.items.push_back(item);
+            continue;
+        }
+        PerSide<std::vector<CollidingName>> here;
+        PerSide<std::vector<CollidingName>>& names = at == occupied.end() ? here : at->second;
+        for (const Side side : kBothSides) {
+            for (std::size_t i = first[side]; i < next[side]; ++i) {
+                const FolderListing::Entry& entry = level.listing[side].At(i);
+                names[side].push_back(
+                    {level.listing[side].Name(entry), kindOf(entry), static_cast<std::uint32_t>(i)});
+            }
+        }
+        if (at == occupied.end()) add(here);
     }
-    for (const Side side : kBothSides) {
-        item.at[side] = {cursor[side], cursor[side]};
-        if (!there[side]) continue;
-        const FolderListing& listing = level.listing[side];
-        item.isFolder = listing.At(cursor[side]).isFolder;
-        while (cursor[side] < listing.Count() && listing.Key(listing.At(cursor[side])) == key[side])
-            ++cursor[side];
-        item.at[side].end = cursor[side];
-    }
-    return there[Side::Left] || there[Side::Right];
+    if (occupied.empty()) return;
+    for (const auto& [key, names] : occupied) add(names);
+    std::stable_sort(level.items.begin(), level.items.end(), [&](const Item& a, const Item& b) {
+        const auto keyOf = [&](const Item& item) {
+            return item.Has(Side::Left) ? keyAt(Side::Left, item.at[Side::Left])
+                                        : keyAt(Side::Right, item.at[Side::Right]);
+        };
+        return keyOf(a) < keyOf(b);
+    });
 }
 
 void TreeWalk::Descend(Level& level, const Item& item, Mode mode) {
     Level& child = Push(mode);
+    PerSide<bool> onBranch;
     for (const Side side : kBothSides) {
-        for (std::size_t at = item.at[side].begin; at < item.at[side].end; ++at) {
-            if (!OpenInto(child, side, level, level.listing[side].At(at)) && child.mode == Mode::Compare)
-                child.mode = Mode::Size;
-        }
+        child.elsewhere[side] = level.elsewhere[side];
+        if (!item.Has(side)) continue;
+        const Opening opening = OpenInto(child, side, level, EntryOf(level, item, side));
+        if (opening == Opening::Failed && child.mode == Mode::Compare) child.mode = Mode::Size;
+        onBranch[side] = opening == Opening::OnBranch;
+    }
+    // What it holds is seen further up, on that side, and not as what the other side has here.
+    if (item.IsPair() && child.mode == Mode::Compare && onBranch[Side::Left] != onBranch[Side::Right]) {
+        PerSide<UnknownReason> reasons;
+        reasons[onBranch[Side::Left] ? Side::Left : Side::Right] = UnknownReason::LeadsNowhere;
+        RecordUnknown(level, item, reasons);
+        child.mode = Mode::Size;
     }
     Finish(child);
 }
@@ -145,12 +230,12 @@ void TreeWalk::DescendAside(Level& level, Side side, const FolderListing::Entry&
     Finish(child);
 }
 
-bool TreeWalk::OpenInto(Level& child, Side side, Level& parent, const FolderListing::Entry& entry) {
+TreeWalk::Opening TreeWalk::OpenInto(Level& child, Side side, Level& parent,
+                                     const FolderListing::Entry& entry) {
     FolderListing& listing = parent.listing[side];
-    Elsewhere& elsewhere = child.elsewhere[side];
-    elsewhere =
-        std::max({elsewhere, parent.elsewhere[side], entry.isLink ? Elsewhere::BehindLink : Elsewhere::No});
-    FolderListing::Source& source = listing.Sources()[entry.source];
+    child.elsewhere[side] =
+        std::max(parent.elsewhere[side], entry.isLink ? Elsewhere::BehindLink : Elsewhere::No);
+    FolderListing::Source& source = listing.From();
     OpenFolder folder;
     Error error = source.folder.IsOpen() ? Error() : Reopen(side, source);
     if (error.IsOk()) error = source.folder.OpenSub(listing.Name(entry), folder);
@@ -159,26 +244,23 @@ bool TreeWalk::OpenInto(Level& child, Side side, Level& parent, const FolderList
     return AddSource(child, side, std::move(error), std::move(folder), std::move(path));
 }
 
-// False when the folder stays unknown. One that is on the branch already is left out: what it holds is seen
-// there.
-bool TreeWalk::AddSource(Level& child, Side side, Error error, OpenFolder folder, std::string path) {
+// One that is on the branch already is left out: what it holds is seen there.
+TreeWalk::Opening TreeWalk::AddSource(Level& child, Side side, Error error, OpenFolder folder,
+                                      std::string path) {
     if (!error.IsOk()) {
         MarkUnlisted(side, child.mode, path, std::move(error), {});
-        return false;
+        return Opening::Failed;
     }
     const FileId id = folder.Id();
     std::vector<FileId>& branch = branch_[side];
-    if (std::find(branch.begin(), branch.end(), id) != branch.end()) return true;
+    if (std::find(branch.begin(), branch.end(), id) != branch.end()) return Opening::OnBranch;
     branch.push_back(id);
     if (id == roots_[Other(side)].folder.Id()) {
         if (child.elsewhere[side] == Elsewhere::No) outcome_.holdsOtherFolder = true;
         child.elsewhere[side] = Elsewhere::InOtherFolder;
     }
-    FolderListing::Source& source = child.listing[side].AddSource();
-    source.folder = std::move(folder);
-    source.path = std::move(path);
-    source.id = id;
-    return true;
+    child.listing[side].From() = {std::move(folder), std::move(path), id, true};
+    return Opening::Opened;
 }
 
 Error TreeWalk::Reopen(Side side, FolderListing::Source& source) const {
@@ -195,71 +277,75 @@ void TreeWalk::Finish(Level& child) {
     PerSide<bool> known{{true, true}};
     for (const Side side : kBothSides) {
         FolderListing& listing = child.listing[side];
-        if (listing.Sources().empty()) continue;
-        context_.progress.SetFileName(WithoutTrailingSlash(FullPath(side, listing.Sources().front().path)));
-        FolderListing::BreakingOff at;
+        if (!listing.From().isThere) continue;
+        context_.progress.SetFileName(WithoutTrailingSlash(FullPath(side, listing.From().path)));
+        std::string lastName;
         const bool compares = child.mode == Mode::Compare;
         const StatPolicy statPolicy =
             compares && pairs_.ReadsContents() ? StatPolicy::NonFilesOnly : StatPolicy::All;
-        Error error = listing.List(compares ? &filter_ : nullptr, statPolicy, context_, at);
+        Error error = listing.List(compares ? &filter_ : nullptr, statPolicy, context_, lastName);
         if (error.IsOk()) continue;
         known[side] = false;
-        MarkUnlisted(side, child.mode, listing.Sources()[at.source].path, std::move(error),
-                     std::move(at.lastName));
+        MarkUnlisted(side, child.mode, listing.From().path, std::move(error), std::move(lastName));
     }
+    const bool bothKnown = known[Side::Left] && known[Side::Right];
     for (const Side side : kBothSides) {
         // Their pairs are not going to be opened.
-        if (!known[Side::Left] || !known[Side::Right]) child.listing[side].LookAtRest(context_);
+        if (!bothKnown) child.listing[side].LookAtRest(context_);
         outcome_.size[side] += child.listing[side].TotalSize();
-        if (known[side])
-            MarkUnknownEntries(side, child);
-        else
-            child.listing[side].Clear();
-        if (!known[side] && child.mode == Mode::Compare) child.mode = Mode::Size;
+        if (!known[side]) child.listing[side].Clear();
     }
+    if (!bothKnown && child.mode == Mode::Compare) child.mode = Mode::Size;
+    if (child.mode == Mode::Compare)
+        PairEntries(child);
+    else
+        MarkUnknownEntries(child);
     if (depth_ > kLevelsHeldOpen) {
         Level& parent = *levels_[depth_ - 2];
-        for (const Side side : kBothSides)
-            for (FolderListing::Source& source : parent.listing[side].Sources()) source.folder = OpenFolder();
+        for (const Side side : kBothSides) parent.listing[side].From().folder = OpenFolder();
     }
 }
 
-bool TreeWalk::IsUnknown(const Level& level, const Item& item) const {
-    const Side side = item.at[Side::Left].IsEmpty() ? Side::Right : Side::Left;
-    std::string_view key = level.listing[side].Key(level.listing[side].At(item.at[side].begin));
-    if (item.isFolder) key.remove_suffix(1);
-    return level.listing[Side::Left].IsUnknown(key) || level.listing[Side::Right].IsUnknown(key);
+bool TreeWalk::IsOccupied(const Level& level, const Item& item) {
+    return std::any_of(kBothSides.begin(), kBothSides.end(), [&](Side side) {
+        return item.Has(side) && EntryOf(level, item, side).reason != UnknownReason::None;
+    });
+}
+
+bool TreeWalk::IsFolder(const Level& level, const Item& item) {
+    return EntryOf(level, item, item.Has(Side::Left) ? Side::Left : Side::Right).isFolder;
 }
 
 PerSide<ScannedFile> TreeWalk::FilesOf(const Level& level, const Item& item) const {
     PerSide<ScannedFile> files;
     for (const Side side : kBothSides) {
-        if (item.at[side].IsEmpty()) continue;
-        const FolderListing::Entry& entry = level.listing[side].At(item.at[side].begin);
-        files[side] = {SizeByRule(entry.size), entry.lastWrite};
+        if (!item.Has(side)) continue;
+        const FolderListing::Entry& entry = EntryOf(level, item, side);
+        files[side] = {SizeByRule(level.listing[side].Size(entry)), level.listing[side].LastWrite(entry)};
     }
     return files;
 }
 
 std::string TreeWalk::FilePath(const Level& level, const Item& item, Side side) const {
     std::string path;
-    level.listing[side].PathOf(level.listing[side].At(item.at[side].begin), path);
+    level.listing[side].PathOf(EntryOf(level, item, side), path);
     return FullPath(side, path);
 }
 
 void TreeWalk::Prefetch(Level& level) {
-    while (pairs_.WantsPrefetch()) {
-        Item item;
-        PerSide<std::size_t> cursor = level.ahead;
-        if (!NextItem(level, cursor, item) || item.isFolder) return;
+    while (pairs_.WantsPrefetch() && level.ahead < level.items.size()) {
+        const Item& item = level.items[level.ahead];
+        const bool occupied = IsOccupied(level, item);
+        if (!occupied && IsFolder(level, item)) return;
         // Any number of pairs can be opened here of which none needs its contents.
         context_.ThrowIfCancelled();
-        level.ahead = cursor;
-        if (!item.IsPair() || IsUnknown(level, item)) continue;
+        ++level.ahead;
+        if (!item.IsPair() || occupied) continue;
         PerSide<ReadFile> files;
         bool known = true;
         for (const Side side : kBothSides)
-            known = known && (HasStat(level, item, side) || LearnByOpening(level, item, side, files[side]));
+            known = known &&
+                    (EntryOf(level, item, side).hasStat || LearnByOpening(level, item, side, files[side]));
         // What does not open is known at when its turn comes.
         if (!known) continue;
         if (!pairs_.NeedsContents(FilesOf(level, item))) {
@@ -274,53 +360,38 @@ void TreeWalk::Prefetch(Level& level) {
     }
 }
 
-bool TreeWalk::HasStat(const Level& level, const Item& item, Side side) {
-    return level.listing[side].At(item.at[side].begin).hasStat;
-}
-
-const OpenFolder& TreeWalk::FolderOf(const Level& level, const Item& item, Side side) {
-    const FolderListing& listing = level.listing[side];
-    return listing.Sources()[listing.At(item.at[side].begin).source].folder;
-}
-
 bool TreeWalk::OpenFile(const Level& level, const Item& item, Side side, ReadFile& file) {
     const FolderListing& listing = level.listing[side];
-    const OpenFolder& folder = FolderOf(level, item, side);
-    return folder.IsOpen() &&
-           folder.OpenScannedFile(listing.Name(listing.At(item.at[side].begin)), file).IsOk();
+    const OpenFolder& folder = listing.From().folder;
+    return folder.IsOpen() && folder.OpenScannedFile(listing.Name(EntryOf(level, item, side)), file).IsOk();
 }
 
-// Size and time come from the open file; of names that differ in letter case only all must be looked at.
 bool TreeWalk::LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file) {
-    if (item.at[side].end - item.at[side].begin > 1 || !OpenFile(level, item, side, file)) return false;
+    if (!OpenFile(level, item, side, file)) return false;
     Learn(level, item, side, file);
     return true;
 }
 
 void TreeWalk::Learn(Level& level, const Item& item, Side side, const ReadFile& file) {
-    level.listing[side].Learn(item.at[side].begin, file.Size(), file.LastWrite());
+    level.listing[side].Learn(item.at[side], file.Seen());
     outcome_.size[side] += Currency::FromWhole(static_cast<std::int64_t>(file.Size()));
 }
 
 // Most pairs of a tree are small and alike, and that is all there is to know of them. Where it does not turn
 // out so the files are handed on, open and looked at, to be compared as any others.
 bool TreeWalk::AreAlikeAtOnce(Level& level, const Item& item) {
-    if (!pairs_.ReadsContents() || pairs_.ReadingWaits() || !item.IsPair() || IsUnknown(level, item))
-        return false;
-    for (const Side side : kBothSides) {
-        const Range& at = item.at[side];
-        if (at.end - at.begin > 1 || HasStat(level, item, side) || !FolderOf(level, item, side).IsOpen())
-            return false;
-    }
+    if (!pairs_.ReadsContents() || pairs_.ReadingWaits() || !item.IsPair()) return false;
+    for (const Side side : kBothSides)
+        if (EntryOf(level, item, side).hasStat || !level.listing[side].From().folder.IsOpen()) return false;
     PerSide<UnstatedFile> unstated;
     for (const Side side : kBothSides) {
         const FolderListing& listing = level.listing[side];
-        const std::string_view name = listing.Name(listing.At(item.at[side].begin));
-        if (!FolderOf(level, item, side).OpenUnstatedFile(name, unstated[side]).IsOk()) return false;
+        const std::string_view name = listing.Name(EntryOf(level, item, side));
+        if (!listing.From().folder.OpenUnstatedFile(name, unstated[side]).IsOk()) return false;
     }
     std::uint64_t size = 0;
     const FolderListing& left = level.listing[Side::Left];
-    if (pairs_.AreAlikeAtOnce(unstated, left.Name(left.At(item.at[Side::Left].begin)), size)) {
+    if (pairs_.AreAlikeAtOnce(unstated, left.Name(EntryOf(level, item, Side::Left)), size)) {
         for (const Side side : kBothSides)
             outcome_.size[side] += Currency::FromWhole(static_cast<std::int64_t>(size));
         pairs_.LetGo(std::move(unstated));
@@ -341,54 +412,99 @@ bool TreeWalk::AreAlikeAtOnce(Level& level, const Item& item) {
 // Looks at those files of the item that were not opened, and takes from it what is not there any more.
 void TreeWalk::LookAtFiles(Level& level, Item& item) {
     for (const Side side : kBothSides) {
+        if (!item.Has(side)) continue;
         FolderListing& listing = level.listing[side];
-        for (std::size_t at = item.at[side].begin; at < item.at[side].end; ++at) {
-            const FolderListing::Entry entry = listing.At(at);
-            if (entry.hasStat) continue;
-            FolderListing::Source& source = listing.Sources()[entry.source];
-            if (!source.folder.IsOpen()) (void)Reopen(side, source);
-            const std::size_t unknown = listing.Unknown().size();
-            const Currency before = listing.TotalSize();
-            if (listing.LookAt(at)) {
-                outcome_.size[side] += listing.TotalSize() - before;
-                continue;
-            }
-            if (listing.Unknown().size() > unknown) MarkUnknownEntry(side, level, entry);
-            listing.PutBefore(item.at[side].begin++, at);
-        }
+        if (EntryOf(level, item, side).hasStat) continue;
+        if (!listing.From().folder.IsOpen()) (void)Reopen(side, listing.From());
+        const Currency before = listing.TotalSize();
+        const bool there = listing.LookAt(item.at[side]);
+        outcome_.size[side] += listing.TotalSize() - before;
+        if (!there) item.at[side] = kNone;
     }
 }
 
 void TreeWalk::CompareFiles(Level& level, const Item& item) {
-    const PerSide<ScannedFile> files = FilesOf(level, item);
     PairTypes types{ResultType::Orphan, ResultType::Orphan};
-    if (item.IsPair()) types = pairs_.Classify(files, [&](Side side) { return FilePath(level, item, side); });
-    for (const Side side : kBothSides) NoteTwins(side, level.listing[side], item.at[side]);
-    if (types == PairTypes{ResultType::Same, ResultType::Same}) return;
+    if (item.IsPair())
+        types = pairs_.Classify(FilesOf(level, item), [&](Side side) { return FilePath(level, item, side); });
+    if (types != PairTypes{ResultType::Same, ResultType::Same}) Record(level, item, types);
+}
 
+// A name that is occupied on a side by what is no file and no folder. A folder opposite it only counts in the
+// size.
+void TreeWalk::JudgeOccupied(Level& level, const Item& item) {
+    OccupiedName name;
+    PerSide<UnknownReason> reasons;
+    for (const Side side : kBothSides) {
+        if (!item.Has(side)) continue;
+        const FolderListing::Entry& entry = EntryOf(level, item, side);
+        name.halves[side] = {true, entry.reason, entry.isLink, entry.keptAsFile};
+        reasons[side] = entry.reason;
+    }
+    const OccupiedVerdict verdict = Judge(name, [&] {
+        PerSide<const OpenFolder*> folders;
+        PerSide<std::string_view> names;
+        for (const Side side : kBothSides) {
+            FolderListing& listing = level.listing[side];
+            if (!listing.From().folder.IsOpen()) (void)Reopen(side, listing.From());
+            folders[side] = &listing.From().folder;
+            names[side] = listing.Name(EntryOf(level, item, side));
+        }
+        return HoldSameText(folders, names);
+    });
+    switch (verdict) {
+        case OccupiedVerdict::Ignored:
+            outcome_.specialObjects += SpecialObjects(name);
+            break;
+        case OccupiedVerdict::OrphanLink:
+            Record(level, item, {ResultType::Orphan, ResultType::Orphan});
+            break;
+        case OccupiedVerdict::EqualLinks:
+            break;
+        case OccupiedVerdict::Unknown:
+            RecordUnknown(level, item, reasons);
+            for (const Side side : kBothSides) {
+                if (!item.Has(side) || !EntryOf(level, item, side).isFolder) continue;
+                const FolderListing::Entry entry = EntryOf(level, item, side);
+                DescendAside(level, side, entry, Mode::AsideSize);
+            }
+            break;
+    }
+}
+
+void TreeWalk::RecordUnknown(Level& level, const Item& item, const PerSide<UnknownReason>& reasons) {
+    Record(level, item, {}, &reasons);
+    for (const Side side : kBothSides)
+        if (item.Has(side)) MarkUnknownEntry(side, level, EntryOf(level, item, side), reasons[side]);
+}
+
+// With `unknown` nothing is to be concluded from either half.
+void TreeWalk::Record(const Level& level, const Item& item, const PairTypes& types,
+                      const PerSide<UnknownReason>* unknown) {
+    const PerSide<ScannedFile> files = FilesOf(level, item);
     PerSide<SubFolderRecord> records;
     std::string_view shown;
     for (const Side side : kBothSides) {
-        if (item.at[side].IsEmpty()) continue;
-        records[side].size = files[side].size;
-        records[side].lastWrite = files[side].lastWrite;
-        records[side].elsewhere = level.elsewhere[side];
-        records[side].type = side == Side::Left ? types.left : types.right;
-        level.listing[side].PathOf(level.listing[side].At(item.at[side].begin), pathScratch_[side]);
+        SubFolderRecord& record = records[side];
+        record.elsewhere = level.elsewhere[side];
+        if (!item.Has(side)) continue;
+        const FolderListing::Entry& entry = EntryOf(level, item, side);
+        // A link to a folder stands for itself.
+        record.size = entry.isFolder || entry.reason != UnknownReason::None ? Currency() : files[side].size;
+        record.lastWrite = entry.isFolder ? entry.seen.lastWrite : files[side].lastWrite;
+        record.isLink = entry.isLink;
+        if (entry.seen != Seen()) record.seen = entry.seen;
+        record.type = side == Side::Left ? types.left : types.right;
+        if (unknown) {
+            record.unknown = true;
+            record.reason = (*unknown)[side];
+        }
+        level.listing[side].PathOf(entry, pathScratch_[side]);
         if (shown.empty()) shown = pathScratch_[side];
-        records[side].realName = pathScratch_[side];
-        records[side].name = shown;
+        record.realName = pathScratch_[side];
+        record.name = shown;
     }
     diffs_->AddPair(records);
-}
-
-void TreeWalk::NoteTwins(Side side, const FolderListing& listing, const Range& range) {
-    std::string path;
-    for (std::size_t at = range.begin + 1; at < range.end; ++at) {
-        listing.PathOf(listing.At(at), path);
-        context_.tools.log.AppendNote("Left out beside a name that differs in letter case only: " +
-                                      FullPath(side, path));
-    }
 }
 
 void TreeWalk::MarkUnlisted(Side side, Mode mode, const std::string& path, Error error,
@@ -407,19 +523,25 @@ void TreeWalk::MarkUnlisted(Side side, Mode mode, const std::string& path, Error
     unlisted_.push_back({std::move(error), folder, std::move(lastFile)});
 }
 
-void TreeWalk::MarkUnknownEntries(Side side, const Level& level) {
-    for (const FolderListing::Entry& entry : level.listing[side].Unknown())
-        MarkUnknownEntry(side, level, entry);
+// Of a level of which nothing is recorded.
+void TreeWalk::MarkUnknownEntries(const Level& level) {
+    if (level.mode == Mode::AsideSize) return;
+    for (const Side side : kBothSides) {
+        const FolderListing& listing = level.listing[side];
+        for (std::size_t i = 0; i < listing.Count(); ++i)
+            if (listing.At(i).reason == UnknownReason::NotTold)
+                MarkUnknownEntry(side, level, listing.At(i), UnknownReason::NotTold);
+    }
 }
 
-void TreeWalk::MarkUnknownEntry(Side side, const Level& level, const FolderListing::Entry& entry) {
-    if (level.mode == Mode::AsideSize) return;
+void TreeWalk::MarkUnknownEntry(Side side, const Level& level, const FolderListing::Entry& entry,
+                                UnknownReason reason) {
+    if (reason == UnknownReason::None) return;
     std::string path;
     level.listing[side].PathOf(entry, path);
+    NoteUnknown(context_, FullPath(side, path), reason);
+    if (reason != UnknownReason::NotTold) return;
     outcome_.complete = false;
-    context_.compare.ErrorsDuringCompare = true;
-    context_.tools.log.Append({"File Name: " + FullPath(side, path), "Process: Examining the folder",
-                               "Error: What this is could not be found out. It is left out on both sides."});
     diffs_->AddUnknownPlace({side, path});
 }
 

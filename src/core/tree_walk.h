@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/comparison_results.h"
 #include "core/folder_listing.h"
 #include "core/pair_comparison.h"
 #include "core/side.h"
@@ -12,19 +13,13 @@
 
 namespace vantrel {
 
-// A folder that could not be opened or listed to its end.
-struct UnlistedFolder {
-    Error error;
-    std::string folder;    // full path
-    std::string lastFile;  // the name that was looked at last; may be empty
-};
-
 // Walks the trees below two folders of one name at once, each tree once, and gives from that one walk what
 // the sizes and the analysis need.
 //
 // Links are followed, for the sizes as well, but a folder that is already on the branch is not entered again.
-// What cannot be listed to its end is unknown: below it nothing is recorded for either side. Folders of one
-// side that differ in letter case only count as one folder.
+// What cannot be listed to its end is unknown: below it nothing is recorded for either side. So is an entry
+// that is no file and no folder, with its counterpart. A link without a counterpart is one object, whatever
+// it leads to.
 //
 // The walk keeps its levels itself, so its depth is bounded by memory alone, and holds few folders open.
 class TreeWalk {
@@ -43,6 +38,7 @@ class TreeWalk {
         bool complete = true;
         // One of the compared folders lies below this sub-folder of the other, not through a link.
         bool holdsOtherFolder = false;
+        std::size_t specialObjects = 0;  // FIFOs, sockets and devices that were passed over
     };
     // `names` are the real names of the sub-folder, empty on a side that lacks it. With both sides there the
     // differences go to `diffs`, otherwise only the size is found. Throws ComparisonCancelled.
@@ -57,22 +53,21 @@ class TreeWalk {
         Size,       // no records; what cannot be listed makes the walk incomplete
         AsideSize,  // in a folder that the options exclude: its troubles are only noted
     };
-    struct Range {
-        std::size_t begin = 0, end = 0;
-        bool IsEmpty() const { return begin == end; }
-    };
+    static constexpr std::uint32_t kNone = UINT32_MAX;
     struct Item {
-        PerSide<Range> at;  // positions in the listings; empty on a side that lacks the key
-        bool isFolder = false;
-        bool IsEmpty() const { return at[Side::Left].IsEmpty() && at[Side::Right].IsEmpty(); }
-        bool IsPair() const { return !at[Side::Left].IsEmpty() && !at[Side::Right].IsEmpty(); }
+        PerSide<std::uint32_t> at{{kNone, kNone}};  // positions in the listings; kNone on a side without one
+        bool Has(Side side) const { return at[side] != kNone; }
+        bool IsEmpty() const { return !Has(Side::Left) && !Has(Side::Right); }
+        bool IsPair() const { return Has(Side::Left) && Has(Side::Right); }
     };
     struct Level {
         PerSide<FolderListing> listing;
-        PerSide<std::size_t> next, nextAside;
-        PerSide<std::size_t> ahead;         // how far pairs were prefetched; never beyond the next folder
+        std::vector<Item> items;  // with Mode::Compare: every entry of both listings once
+        std::size_t next = 0;
+        std::size_t ahead = 0;  // how far pairs were prefetched; never beyond the next folder
+        PerSide<std::size_t> nextForSize, nextAside;
         PerSide<std::size_t> branchLength;  // before this level
-        PerSide<Elsewhere> elsewhere;       // that of all that is in it
+        PerSide<Elsewhere> elsewhere;       // that of all that is in it, or would be made in it
         Mode mode = Mode::Compare;
     };
     static constexpr std::size_t kLevelsHeldOpen = 64;
@@ -80,17 +75,23 @@ class TreeWalk {
     Level& Push(Mode mode);
     void Pop();
     bool Step(Level& level);
-    bool NextItem(const Level& level, PerSide<std::size_t>& cursor, Item& item) const;
+    void PairEntries(Level& level) const;
+    void TakeItem(Level& level, Item item);
+    void TakeFolders(Level& level, const Item& item);
+    bool StepForSize(Level& level);
     void Descend(Level& level, const Item& item, Mode mode);
     void DescendAside(Level& level, Side side, const FolderListing::Entry& entry, Mode mode);
     void Finish(Level& child);
-    bool OpenInto(Level& child, Side side, Level& parent, const FolderListing::Entry& entry);
-    bool AddSource(Level& child, Side side, Error error, OpenFolder folder, std::string path);
+    enum class Opening { Opened, OnBranch, Failed };
+    Opening OpenInto(Level& child, Side side, Level& parent, const FolderListing::Entry& entry);
+    Opening AddSource(Level& child, Side side, Error error, OpenFolder folder, std::string path);
     Error Reopen(Side side, FolderListing::Source& source) const;
-    bool IsUnknown(const Level& level, const Item& item) const;
     void Prefetch(Level& level);
-    static bool HasStat(const Level& level, const Item& item, Side side);
-    static const OpenFolder& FolderOf(const Level& level, const Item& item, Side side);
+    static const FolderListing::Entry& EntryOf(const Level& level, const Item& item, Side side) {
+        return level.listing[side].At(item.at[side]);
+    }
+    static bool IsOccupied(const Level& level, const Item& item);
+    static bool IsFolder(const Level& level, const Item& item);
     static bool OpenFile(const Level& level, const Item& item, Side side, ReadFile& file);
     bool LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file);
     bool AreAlikeAtOnce(Level& level, const Item& item);
@@ -99,10 +100,14 @@ class TreeWalk {
     PerSide<ScannedFile> FilesOf(const Level& level, const Item& item) const;
     std::string FilePath(const Level& level, const Item& item, Side side) const;
     void CompareFiles(Level& level, const Item& item);
-    void NoteTwins(Side side, const FolderListing& listing, const Range& range);
+    void JudgeOccupied(Level& level, const Item& item);
+    void RecordUnknown(Level& level, const Item& item, const PerSide<UnknownReason>& reasons);
+    void Record(const Level& level, const Item& item, const PairTypes& types,
+                const PerSide<UnknownReason>* unknown = nullptr);
     void MarkUnlisted(Side side, Mode mode, const std::string& path, Error error, std::string lastFile);
-    void MarkUnknownEntries(Side side, const Level& level);
-    void MarkUnknownEntry(Side side, const Level& level, const FolderListing::Entry& entry);
+    void MarkUnknownEntries(const Level& level);
+    void MarkUnknownEntry(Side side, const Level& level, const FolderListing::Entry& entry,
+                          UnknownReason reason);
     std::string FullPath(Side side, std::string_view below) const;
 
     const ComparisonContext& context_;

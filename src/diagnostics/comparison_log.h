@@ -25,7 +25,7 @@ class ComparisonLog {
     Error Recreate();
     // One entry: a blank line, date and time, "Errors encountered during comparison", and the lines given.
     void Append(std::initializer_list<std::string_view> lines);
-    // One line that is no error, such as a name left out beside its twin.
+    // One line that is no error, such as how many special objects were passed over.
     void AppendNote(std::string_view line);
     // What kept the first of the entries that are missing from being written; each is given once. Whoever
     // runs a comparison tells the user.

@@ -1,6 +1,7 @@
 #include "main/main_comparison.h"
 
 #include "core/file_system_reminder.h"
+#include "core/unlisted_folders.h"
 #include "main/application.h"
 
 namespace vantrel {
@@ -79,6 +80,8 @@ void MainComparison::Finish(CompareOutcome outcome, CompareEnding ending) {
     application_.compare.RunningCompare = false;
     application_.Window().RaiseMainWindow();
     job_.reset();
+    if (announced && outcome == CompareOutcome::Completed)
+        ReportUnlistedFolders(application_.reporter, application_.results.unlisted);
     if (const Error unlogged = std::exchange(unlogged_, {}); !unlogged.IsOk())
         application_.reporter.ReportError("frmMain.CompareDirs", unlogged);
     if (announced) AskToViewErrors();

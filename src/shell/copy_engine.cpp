@@ -30,12 +30,17 @@ bool CopyRecord::Holds(const Place& from, const Statx& now) const {
     return found != copied_.end() && IdOf(found->second) == IdOf(now) && SameSizeAndTime(found->second, now);
 }
 
-Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const Place& to, TargetLook& look) {
+Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const Place& to, int depth,
+                   TargetLook& look) {
     look = {};
     int looked = Look(run.calls, to, LinkPolicy::DoNotFollow, look.stat);
-    if (looked == -ENOENT) return {};
-    if (looked < 0) return Error::FromErrno(-looked, to.Path());
-    look.exists = true;
+    if (looked < 0 && looked != -ENOENT) return Error::FromErrno(-looked, to.Path());
+    look.exists = looked == 0;
+    if (depth == 0) {
+        if (Error error = run.RefuseChanged(to, run.expected->target, look.Now()); !error.IsOk())
+            return error;
+    }
+    if (!look.exists) return {};
     if (IdOf(look.stat) == IdOf(source)) return TheSame(from, to);
 
     Statx end = look.stat;
@@ -100,8 +105,13 @@ ItemOutcome CopyEngine::Copy(const Place& from, const Place& to) {
     bool mayReplace = false;
     const ItemOutcome outcome = run_.Attempt(from, [&](ItemOutcome& result) -> Error {
         Statx source{};
-        if (const int looked = Look(calls_, from, LinkPolicy::DoNotFollow, source); looked < 0)
-            return Error::FromErrno(-looked, from.Path());
+        const int looked = Look(calls_, from, LinkPolicy::DoNotFollow, source);
+        if (depth_ == 0 && (looked == 0 || looked == -ENOENT)) {
+            const Statx* now = looked == 0 ? &source : nullptr;
+            if (Error error = run_.RefuseChanged(from, run_.expected->source, now); !error.IsOk())
+                return error;
+        }
+        if (looked < 0) return Error::FromErrno(-looked, from.Path());
         isFolder = IsFolder(source);
         if (isFolder) return {};
         if (IsFile(source) || IsLink(source)) return CopyFileOrLink(from, source, to, mayReplace, result);
@@ -116,7 +126,7 @@ ItemOutcome CopyEngine::Copy(const Place& from, const Place& to) {
 Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const Place& to, bool& mayReplace,
                                  ItemOutcome& outcome) {
     TargetLook look;
-    if (Error error = LookAtTarget(run_, from, source, to, look); !error.IsOk()) return error;
+    if (Error error = LookAtTarget(run_, from, source, to, depth_, look); !error.IsOk()) return error;
     if (look.exists && !mayReplace) {
         outcome = run_.AskToOverwrite(from, source, to, look.stat);
         if (outcome != ItemOutcome::Done) return {};
@@ -126,10 +136,10 @@ Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const P
     const std::uint64_t before = run_.result.bytesDone;
     Error error;
     if (IsLink(source)) {
-        error = CopyLink(run_.shared, from, to, look.exists, copied);
+        error = CopyLink(run_.shared, from, source, to, copied);
     } else {
         CopyFileOptions options;
-        options.replace = look.exists;
+        options.found = &source;
         options.verify = record_ != nullptr;
         options.onSlice = [&](std::uint64_t bytes) {
             run_.CountBytes(bytes);
@@ -138,6 +148,7 @@ Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const P
         options.onRestart = [&] { run_.TakeBackBytes(before); };
         error = CopyRegularFile(run_.shared, from, to, options, copied);
     }
+    if (error.IsOk()) error = copied.written->Publish(to, look.Now());
     if (error.IsOk()) {
         run_.NotePlaced(copied.target, to);
         if (record_) record_->Add(from, copied.source);
@@ -167,7 +178,11 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
             return error;
     }
     TargetLook look;
-    if (Error error = LookAtTarget(run_, from, sourceStat, to, look); !error.IsOk()) return error;
+    if (Error error = LookAtTarget(run_, from, sourceStat, to, depth_, look); !error.IsOk()) return error;
+    if (depth_ == 0) {
+        if (Error error = run_.RefuseChanged(from, run_.expected->source, &sourceStat); !error.IsOk())
+            return error;
+    }
     names.clear();
     if (const int listed = ListNames(calls_, source, names); listed < 0)
         return Error::FromErrno(-listed, source.path);
@@ -188,7 +203,9 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
 
 ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
     const ShellRun::Level level(run_);
-    Folder source, target;
+    Folder source;
+    const auto shared = std::make_shared<Folder>();
+    Folder& target = *shared;
     Statx sourceStat{}, targetStat{};
     std::vector<std::string> names;
     bool made = false;

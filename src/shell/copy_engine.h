@@ -27,10 +27,14 @@ struct TargetLook {
     bool exists = false;
     bool isFolder = false;  // or a link to one
     Statx stat{};           // of the object itself, not of what it leads to
+
+    const Statx* Now() const { return exists ? &stat : nullptr; }
 };
 // Refuses what must never be: the source itself by whatever name, a file on a folder or the reverse, anything
 // else that is neither file nor link, and what this run has put there.
-Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const Place& to, TargetLook& look);
+// At depth 0 the target is held against what the run expects of it.
+Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const Place& to, int depth,
+                   TargetLook& look);
 
 // A folder that lies in `inside`, however deep, or is it: an error. Both by what they are, not by their
 // paths.

@@ -14,8 +14,6 @@ namespace vantrel::shell {
 namespace {
 
 constexpr std::size_t kSlice = std::size_t{8} << 20;
-// From here on a file is made safe by itself before it gets its name; below, one sync serves many.
-constexpr std::uint64_t kLargeFile = std::uint64_t{16} << 20;
 constexpr int kTries = 3;
 
 bool CannotHold(int result) {
@@ -29,6 +27,8 @@ class Content {
     Content(Shared& shared, const CopyFileOptions& options, int from, int to)
         : shared_(shared), calls_(shared.calls), options_(options), from_(from), to_(to) {}
 
+    // Whether the last failure was the target's.
+    bool FailedAtTarget() const { return failedAtTarget_; }
     // `done` is how many bytes there were.
     int Copy(const Statx& source, const Statx& target, std::uint64_t& done) {
         done = 0;
@@ -82,6 +82,7 @@ class Content {
             for (ssize_t written = 0; written < got;) {
                 const ssize_t wrote =
                     calls_.Write(to_, buffer + written, static_cast<std::size_t>(got - written));
+                failedAtTarget_ = wrote <= 0;
                 if (wrote <= 0) return wrote < 0 ? static_cast<int>(wrote) : -EIO;
                 written += wrote;
             }
@@ -109,8 +110,9 @@ class Content {
                 if (const int told = Tell(static_cast<std::uint64_t>(data - at)); told < 0) return told;
             }
             for (const int fd : {from_, to_}) {
-                if (const off_t sought = calls_.Seek(fd, data, SEEK_SET); sought < 0)
-                    return static_cast<int>(sought);
+                const off_t sought = calls_.Seek(fd, data, SEEK_SET);
+                failedAtTarget_ = sought < 0 && fd == to_;
+                if (sought < 0) return static_cast<int>(sought);
             }
             const auto wanted = static_cast<std::uint64_t>(std::max<off_t>(hole - data, 0));
             const std::uint64_t before = done;
@@ -118,7 +120,9 @@ class Content {
             if (done - before < wanted) return 0;  // it has shrunk, which the caller sees
             at = hole;
         }
-        return calls_.Truncate(to_, end);
+        const int result = calls_.Truncate(to_, end);
+        failedAtTarget_ = result < 0;
+        return result;
     }
 
     int StartAgain(std::uint64_t size, std::uint64_t& done) {
@@ -131,6 +135,7 @@ class Content {
     const CopyFileOptions& options_;
     int from_, to_;
     bool inKernel_ = true;
+    bool failedAtTarget_ = false;
 };
 
 // 0 equal, 1 different, or minus errno.
@@ -191,43 +196,43 @@ Error Changed(const Place& from) {
 }
 
 // One try. Sets `again` when the source changed under it.
-int TryCopy(Shared& shared, const Place& from, const Place& to, const CopyFileOptions& options,
-            CopiedFile& copied, bool& again) {
+Error TryCopy(Shared& shared, const Place& from, const Place& to, const CopyFileOptions& options,
+              CopiedFile& copied, bool& again) {
     SystemCalls& calls = shared.calls;
+    const auto ofSource = [&](int failed) { return Error::FromErrno(-failed, from.Path()); };
+    const auto ofTarget = [&](int failed) { return Error::FromErrno(-failed, to.Path()); };
     const int opened = calls.OpenAt(from.Fd(), from.name.c_str(),
                                     O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
-    if (opened < 0) return opened;
+    if (opened < 0) return ofSource(opened);
     const Descriptor source(calls, opened);
-    if (const int failed = LookAtOpen(calls, opened, copied.source); failed < 0) return failed;
-    if (!IsFile(copied.source)) return -EINVAL;
+    if (const int failed = LookAtOpen(calls, opened, copied.source); failed < 0) return ofSource(failed);
+    if (!IsFile(copied.source) || IdOf(copied.source) != IdOf(*options.found))
+        return ChangedSinceSeen(from.Path());
 
-    if (const int failed = shared.NoteWritten(*to.folder); failed < 0) return failed;
-    TemporaryFile target(shared, *to.folder);
-    if (const int failed = target.Create(); failed < 0) return failed;
+    if (const int failed = shared.NoteWritten(*to.folder); failed < 0) return ofTarget(failed);
+    copied.written = std::make_unique<TemporaryFile>(shared, *to.folder);
+    const TemporaryFile& target = *copied.written;
+    if (const int failed = copied.written->Create(); failed < 0) return ofTarget(failed);
     Statx targetStat{};
-    if (const int failed = LookAtOpen(calls, target.Fd(), targetStat); failed < 0) return failed;
+    if (const int failed = LookAtOpen(calls, target.Fd(), targetStat); failed < 0) return ofTarget(failed);
     copied.target = IdOf(targetStat);
 
     std::uint64_t bytes = 0;
     Content content(shared, options, opened, target.Fd());
-    if (const int failed = content.Copy(copied.source, targetStat, bytes); failed < 0) return failed;
+    if (const int failed = content.Copy(copied.source, targetStat, bytes); failed < 0)
+        return content.FailedAtTarget() ? ofTarget(failed) : ofSource(failed);
     Statx after{};
-    if (const int failed = LookAtOpen(calls, opened, after); failed < 0) return failed;
+    if (const int failed = LookAtOpen(calls, opened, after); failed < 0) return ofSource(failed);
     again = !SameSizeAndTime(copied.source, after) || (after.stx_size != 0 && after.stx_size != bytes);
-    if (again) return 0;
+    if (again) return {};
 
     if (options.verify) {
         const int different = CompareContents(shared, opened, target.Fd(), bytes);
-        if (different != 0) return different < 0 ? different : -EIO;
+        if (different != 0) return ofTarget(different < 0 ? different : -EIO);
     }
-    if (const int failed =
-            CopyAttributes(calls, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);
-        failed < 0)
-        return failed;
-    if (bytes >= kLargeFile) {
-        if (const int failed = calls.Fdatasync(target.Fd()); failed < 0) return failed;
-    }
-    return target.Publish(to, options.replace);
+    const int failed =
+        CopyAttributes(calls, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);
+    return failed < 0 ? ofTarget(failed) : Error();
 }
 
 }  // namespace
@@ -272,50 +277,44 @@ Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const 
                       CopiedFile& copied) {
     for (int i = 0; i < kTries; ++i) {
         bool again = false;
-        const int result = TryCopy(shared, from, to, options, copied, again);
-        if (!again) {
-            // The target is named only where it alone can be meant.
-            const bool ofTarget = result == -EEXIST || result == -ENOSPC || result == -EDQUOT ||
-                                  result == -EROFS || result == -EFBIG;
-            return result < 0 ? Error::FromErrno(-result, (ofTarget ? to : from).Path()) : Error();
-        }
+        Error error = TryCopy(shared, from, to, options, copied, again);
+        if (!again) return error;
         if (options.onRestart) options.onRestart();
     }
     return Changed(from);
 }
 
-Error CopyLink(Shared& shared, const Place& from, const Place& to, bool replace, CopiedFile& copied) {
+Error CopyLink(Shared& shared, const Place& from, const Statx& found, const Place& to, CopiedFile& copied) {
     SystemCalls& calls = shared.calls;
-    const auto failed = [&](int result) { return Error::FromErrno(-result, from.Path()); };
+    const auto ofSource = [&](int failed) { return Error::FromErrno(-failed, from.Path()); };
+    const auto ofTarget = [&](int failed) { return Error::FromErrno(-failed, to.Path()); };
     std::string leadsTo(PATH_MAX, '\0');
     const ssize_t length = calls.ReadlinkAt(from.Fd(), from.name.c_str(), leadsTo.data(), leadsTo.size());
-    if (length < 0) return failed(static_cast<int>(length));
+    if (length < 0) return ofSource(static_cast<int>(length));
     leadsTo.resize(static_cast<std::size_t>(length));
-    if (int result = Look(calls, from, LinkPolicy::DoNotFollow, copied.source); result < 0)
-        return failed(result);
+    if (const int failed = Look(calls, from, LinkPolicy::DoNotFollow, copied.source); failed < 0)
+        return ofSource(failed);
+    if (IdOf(copied.source) != IdOf(found)) return ChangedSinceSeen(from.Path());
 
-    if (const int result = shared.NoteWritten(*to.folder); result < 0) return failed(result);
-    TemporaryFile target(shared, *to.folder);
-    if (const int result = target.CreateLink(leadsTo.c_str()); result < 0)
-        return Error::FromErrno(-result, to.Path());
-    const Place& made = target.Where();
+    if (const int failed = shared.NoteWritten(*to.folder); failed < 0) return ofTarget(failed);
+    copied.written = std::make_unique<TemporaryFile>(shared, *to.folder);
+    if (const int failed = copied.written->CreateLink(leadsTo.c_str()); failed < 0) return ofTarget(failed);
+    const Place& made = copied.written->Where();
     Statx stat{};
-    if (const int result = Look(calls, made, LinkPolicy::DoNotFollow, stat); result < 0)
-        return failed(result);
+    if (const int failed = Look(calls, made, LinkPolicy::DoNotFollow, stat); failed < 0)
+        return ofTarget(failed);
     copied.target = IdOf(stat);
     if (stat.stx_uid != copied.source.stx_uid || stat.stx_gid != copied.source.stx_gid) {
-        const int result = calls.FchownAt(made.Fd(), made.name.c_str(), copied.source.stx_uid,
+        const int failed = calls.FchownAt(made.Fd(), made.name.c_str(), copied.source.stx_uid,
                                           copied.source.stx_gid, AT_SYMLINK_NOFOLLOW);
-        if (result < 0 && !CannotHold(result)) return failed(result);
+        if (failed < 0 && !CannotHold(failed)) return ofTarget(failed);
     }
     const timespec times[2] = {
         {copied.source.stx_atime.tv_sec, copied.source.stx_atime.tv_nsec},
         {copied.source.stx_mtime.tv_sec, copied.source.stx_mtime.tv_nsec},
     };
     const int timed = calls.UtimensAt(made.Fd(), made.name.c_str(), times, AT_SYMLINK_NOFOLLOW);
-    if (timed < 0 && !CannotHold(timed)) return failed(timed);
-    const int result = target.Publish(to, replace);
-    return result < 0 ? Error::FromErrno(-result, to.Path()) : Error();
+    return timed < 0 && !CannotHold(timed) ? ofTarget(timed) : Error();
 }
 
 }  // namespace vantrel::shell

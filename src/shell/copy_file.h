@@ -1,15 +1,17 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "shell/shell_run.h"
+#include "shell/temporary_files.h"
 
 namespace vantrel::shell {
 
 // How one file is copied; the engine that walks the folders stands above.
 struct CopyFileOptions {
-    bool replace = false;  // whether something stands at the target that may go
-    bool verify = false;   // compare the copy with the source before it is given its name
+    const Statx* found = nullptr;  // the source as it was found; never null
+    bool verify = false;           // compare the copy with the source before it is given its name
     // Called after every slice with the bytes copied since the last call; false cancels: -ECANCELED.
     std::function<bool(std::uint64_t)> onSlice;
     std::function<void()> onRestart;  // the file changed meanwhile: the bytes told of count for nothing
@@ -18,14 +20,15 @@ struct CopyFileOptions {
 struct CopiedFile {
     Statx source;  // as it was when copied
     FileId target;
+    std::unique_ptr<TemporaryFile> written;  // whole, and under its temporary name
 };
 
-// Copies the regular file `from` to `to`, by a temporary file that is renamed when it is whole: content,
-// owner, mode, extended attributes, times. Fails with -EEXIST's error when something appears at `to` that was
-// not there. A source that goes on changing is an error. Cancelled: the error's SystemNumber is ECANCELED.
+// Copies the regular file `from` into a temporary file beside `to`: content, owner, mode, extended
+// attributes, times. A source that is another one than was found, or goes on changing, is an error.
+// Cancelled: the error's SystemNumber is ECANCELED.
 Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const CopyFileOptions& options,
                       CopiedFile& copied);
-Error CopyLink(Shared& shared, const Place& from, const Place& to, bool replace, CopiedFile& copied);
+Error CopyLink(Shared& shared, const Place& from, const Statx& found, const Place& to, CopiedFile& copied);
 
 // Owner, mode, extended attributes and times from one open file or folder to another. What the target's file
 // system cannot hold is left out without an error.

@@ -4,29 +4,88 @@
 
 #include <cerrno>
 
+#include "platform/names/names.h"
+
 namespace vantrel::shell {
 
+namespace {
+
+// What was seen at a path below the source: what is not in the list was not there.
+const Sighting& SeenAt(const ShellRun& run, const std::string& below) {
+    static const Sighting kNotKnown, kNothing = Sighting::Nothing();
+    if (below.empty()) return run.expected->source;
+    if (!run.expected->below) return kNotKnown;
+    const auto found = run.expected->below->find(below);
+    return found == run.expected->below->end() ? kNothing : found->second;
+}
+
+std::string Below(const std::string& folder, const std::string& name) {
+    const std::string shown = NameFromSystem(name);
+    return folder.empty() ? shown : folder + "/" + shown;
+}
+
+Error RefuseChangedIn(ShellRun& run, const Place& place, const std::string& below) {
+    const ShellRun::Level level(run);
+    Folder folder;
+    std::vector<std::string> names;
+    if (Error error = run.RefuseTooDeep(place); !error.IsOk()) return error;
+    if (Error error = OpenFolderAt(run.calls, place, LinkPolicy::DoNotFollow, folder); !error.IsOk())
+        return error;
+    if (const int listed = ListNames(run.calls, folder, names); listed < 0)
+        return Error::FromErrno(-listed, folder.path);
+    for (const std::string& name : names) {
+        const Place child{&folder, name};
+        const std::string path = Below(below, name);
+        Statx stat{};
+        if (const int looked = Look(run.calls, child, LinkPolicy::DoNotFollow, stat); looked < 0)
+            return Error::FromErrno(-looked, child.Path());
+        if (Error error = run.RefuseChanged(child, SeenAt(run, path), &stat); !error.IsOk()) return error;
+        if (!IsFolder(stat)) continue;
+        if (Error error = RefuseChangedIn(run, child, path); !error.IsOk()) return error;
+    }
+    return {};
+}
+
+}  // namespace
+
+Error RefuseChangedBelow(ShellRun& run, const Place& place) {
+    return run.expected->below ? RefuseChangedIn(run, place, {}) : Error();
+}
+
 ItemOutcome DeleteEngine::Delete(const Place& place) {
+    return DeleteAt(place, {});
+}
+
+Error DeleteEngine::LookAgain(const Place& place, const std::string& below, Statx& stat) const {
+    const int looked = Look(calls_, place, LinkPolicy::DoNotFollow, stat);
+    if (!record_ && (looked == 0 || looked == -ENOENT)) {
+        const Sighting& seen = SeenAt(run_, below);
+        if (Error error = run_.RefuseChanged(place, seen, looked == 0 ? &stat : nullptr); !error.IsOk())
+            return error;
+    }
+    if (looked < 0) return Error::FromErrno(-looked, place.Path());
+    if (!record_ || IsFolder(stat) || record_->Holds(place, stat)) return {};
+    return {ErrorNumber::PathFileAccess, "\"" + place.Path() + "\" changed after it was copied, and stays"};
+}
+
+ItemOutcome DeleteEngine::DeleteAt(const Place& place, const std::string& below) {
     if (!record_) run_.ShowItem(place, nullptr);
     Statx stat{};
     const ItemOutcome outcome = run_.Attempt(place, [&](ItemOutcome&) -> Error {
-        if (const int looked = Look(calls_, place, LinkPolicy::DoNotFollow, stat); looked < 0)
-            return Error::FromErrno(-looked, place.Path());
+        if (Error error = LookAgain(place, below, stat); !error.IsOk()) return error;
         if (IsFolder(stat)) return {};
-        if (record_ && !record_->Holds(place, stat)) {
-            return {ErrorNumber::PathFileAccess,
-                    "\"" + place.Path() + "\" changed after it was copied, and stays"};
-        }
         const int removed = calls_.UnlinkAt(place.Fd(), place.name.c_str(), 0);
-        return removed < 0 ? Error::FromErrno(-removed, place.Path()) : Error();
+        if (removed < 0) return Error::FromErrno(-removed, place.Path());
+        run_.shared.NoteRenamed(stat);
+        return {};
     });
     if (outcome != ItemOutcome::Done) return outcome;
-    if (IsFolder(stat)) return DeleteFolder(place, stat);
+    if (IsFolder(stat)) return DeleteFolder(place, stat, below);
     if (!record_) run_.CountObject();
     return outcome;
 }
 
-ItemOutcome DeleteEngine::DeleteFolder(const Place& place, const Statx& listed) {
+ItemOutcome DeleteEngine::DeleteFolder(const Place& place, const Statx& listed, const std::string& below) {
     const ShellRun::Level level(run_);
     Folder folder;
     std::vector<std::string> names;
@@ -34,7 +93,7 @@ ItemOutcome DeleteEngine::DeleteFolder(const Place& place, const Statx& listed) 
         if (Error error = run_.RefuseTooDeep(place); !error.IsOk()) return error;
         if (Error error = OpenFolderAt(calls_, place, LinkPolicy::DoNotFollow, folder); !error.IsOk())
             return error;
-        if (folder.id != IdOf(listed)) return Error::FromErrno(ESTALE, folder.path);
+        if (folder.id != IdOf(listed)) return ChangedSinceSeen(folder.path);
         if (folder.mount != place.folder->mount) {
             return {ErrorNumber::PermissionDenied,
                     "\"" + folder.path + "\" belongs to another file system that is mounted there"};
@@ -45,12 +104,16 @@ ItemOutcome DeleteEngine::DeleteFolder(const Place& place, const Statx& listed) 
     });
     if (outcome != ItemOutcome::Done) return outcome;
     for (const std::string& name : names) {
-        const ItemOutcome child = Delete({&folder, name});
+        const ItemOutcome child = DeleteAt({&folder, name}, Below(below, name));
         outcome = Worse(outcome, child);
         if (child == ItemOutcome::NotReached) break;
     }
     if (outcome != ItemOutcome::Done) return outcome;
     outcome = run_.Attempt(place, [&](ItemOutcome&) -> Error {
+        Statx now{};
+        if (const int looked = Look(calls_, place, LinkPolicy::DoNotFollow, now); looked < 0)
+            return Error::FromErrno(-looked, folder.path);
+        if (!IsFolder(now) || IdOf(now) != folder.id) return ChangedSinceSeen(folder.path);
         const int removed = calls_.UnlinkAt(place.Fd(), place.name.c_str(), AT_REMOVEDIR);
         return removed < 0 ? Error::FromErrno(-removed, folder.path) : Error();
     });

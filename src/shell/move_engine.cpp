@@ -7,6 +7,7 @@
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 #include "shell/delete_engine.h"
+#include "shell/roots.h"
 #include "shell/temporary_files.h"
 
 namespace vantrel::shell {
@@ -14,6 +15,19 @@ namespace {
 
 constexpr std::size_t kBatchObjects = 2'000;
 constexpr std::uint64_t kBatchBytes = std::uint64_t{512} << 20;
+
+// The last look at both before one is renamed over the other; a question may have stood in between.
+Error RefuseChangedNow(ShellRun& run, const Place& from, const Statx& source, const Place& to,
+                       const TargetLook& look) {
+    if (!look.exists) return {};
+    Statx now{};
+    int looked = Look(run.calls, from, LinkPolicy::DoNotFollow, now);
+    if (looked < 0) return Error::FromErrno(-looked, from.Path());
+    if (Error error = run.RefuseChanged(from, SightingOf(source), &now); !error.IsOk()) return error;
+    looked = Look(run.calls, to, LinkPolicy::DoNotFollow, now);
+    if (looked < 0 && looked != -ENOENT) return Error::FromErrno(-looked, to.Path());
+    return run.RefuseChanged(to, SightingOf(look.stat), looked == 0 ? &now : nullptr);
+}
 
 }  // namespace
 
@@ -52,7 +66,7 @@ void MoveEngine::FinishPending(std::vector<ShellItem>& items) {
         Place place{&holder, {}};
         item.outcome = run_.Attempt(
             {&shown, NameToSystem(GetLastItemInPath(pending.path))},
-            [&](ItemOutcome&) { return OpenHolder(run_.shared.files, pending.path, holder, place.name); });
+            [&](ItemOutcome&) { return run_.roots->OpenHolder(pending.path, holder, place.name); });
         if (item.outcome == ItemOutcome::Done) item.outcome = DeleteEngine(run_, &record_).Delete(place);
         if (run_.result.troubles.size() > troublesBefore)
             item.error = run_.result.troubles[troublesBefore].error;
@@ -73,18 +87,23 @@ ItemOutcome MoveEngine::RenameOrTellWay(const Place& from, const Place& to, Way&
 Error MoveEngine::TryRename(const Place& from, const Place& to, bool& mayReplace, Way& way,
                             ItemOutcome& outcome) {
     Statx source{};
-    if (const int looked = Look(calls_, from, LinkPolicy::DoNotFollow, source); looked < 0)
-        return Error::FromErrno(-looked, from.Path());
+    int looked = Look(calls_, from, LinkPolicy::DoNotFollow, source);
+    if (depth_ == 0 && (looked == 0 || looked == -ENOENT)) {
+        const Statx* now = looked == 0 ? &source : nullptr;
+        if (Error error = run_.RefuseChanged(from, run_.expected->source, now); !error.IsOk()) return error;
+    }
+    if (looked < 0) return Error::FromErrno(-looked, from.Path());
     if (IsFolder(source) && depth_ == 0) {
+        if (Error error = RefuseChangedBelow(run_, from); !error.IsOk()) return error;
         if (Error error = RefuseIntoItself(calls_, IdOf(source), *to.folder, from.Path()); !error.IsOk())
             return error;
     }
     TargetLook look;
-    if (Error error = LookAtTarget(run_, from, source, to, look); !error.IsOk()) return error;
+    if (Error error = LookAtTarget(run_, from, source, to, depth_, look); !error.IsOk()) return error;
     if (look.exists && IsFolder(source)) {
         Statx target{};
-        if (const int looked = Look(calls_, to, LinkPolicy::Follow, target); looked < 0)
-            return Error::FromErrno(-looked, to.Path());
+        looked = Look(calls_, to, LinkPolicy::Follow, target);
+        if (looked < 0) return Error::FromErrno(-looked, to.Path());
         way = MountOf(source) == MountOf(target) ? Way::Merge : Way::Copy;
         return {};
     }
@@ -93,6 +112,7 @@ Error MoveEngine::TryRename(const Place& from, const Place& to, bool& mayReplace
         if (outcome != ItemOutcome::Done) return {};
         mayReplace = true;
     }
+    if (Error error = RefuseChangedNow(run_, from, source, to, look); !error.IsOk()) return error;
     const int result = look.exists
                            ? calls_.RenameAt(from.Fd(), from.name.c_str(), to.Fd(), to.name.c_str(), 0)
                            : RenameWithoutReplacing(calls_, from, to);
@@ -101,6 +121,8 @@ Error MoveEngine::TryRename(const Place& from, const Place& to, bool& mayReplace
         return {};
     }
     if (result < 0) return Error::FromErrno(-result, (result == -EEXIST ? to : from).Path());
+    run_.shared.NoteRenamed(source);
+    if (look.exists) run_.shared.NoteRenamed(look.stat);
     run_.NotePlaced(IdOf(source), to);
     return {};
 }
@@ -125,7 +147,9 @@ ItemOutcome MoveEngine::MoveInside(const Place& from, const Place& to) {
 
 ItemOutcome MoveEngine::MergeFolder(const Place& from, const Place& to) {
     const ShellRun::Level level(run_);
-    Folder source, target;
+    Folder source;
+    const auto shared = std::make_shared<Folder>();
+    Folder& target = *shared;
     std::vector<std::string> names;
     ItemOutcome outcome = run_.Attempt(from, [&](ItemOutcome&) -> Error {
         if (Error error = run_.RefuseTooDeep(from); !error.IsOk()) return error;
@@ -164,6 +188,7 @@ ItemOutcome RenameObject(ShellRun& run, const Place& from, const Place& to) {
         Statx source{}, target{};
         if (const int looked = Look(run.calls, from, LinkPolicy::DoNotFollow, source); looked < 0)
             return Error::FromErrno(-looked, from.Path());
+        if (Error error = run.RefuseChanged(from, run.expected->source, &source); !error.IsOk()) return error;
         const int looked = Look(run.calls, to, LinkPolicy::DoNotFollow, target);
         if (looked < 0 && looked != -ENOENT) return Error::FromErrno(-looked, to.Path());
         // One file with one name that answers to both: the file system does not tell letter cases apart.

@@ -8,6 +8,7 @@
 #include "shell/copy_engine.h"
 #include "shell/delete_engine.h"
 #include "shell/move_engine.h"
+#include "shell/roots.h"
 #include "shell/shell_run.h"
 #include "shell/temporary_files.h"
 #include "shell/trash.h"
@@ -26,13 +27,20 @@ namespace {
 class Dispatcher {
   public:
     Dispatcher(Shared& shared, const ShellRequest& request, ShellResult& result)
-        : run_(shared, request, result), mover_(run_), request_(request), result_(result) {}
+        : run_(shared, request, result),
+          mover_(run_),
+          roots_(shared.files, request.roots),
+          request_(request),
+          result_(result) {
+        run_.roots = &roots_;
+    }
 
     void Work() {
         for (const std::string& source : request_.sources) result_.items.push_back({source, {}, {}});
         const Shown shown(request_.silent ? nullptr : &run_.shared.parts.progress, request_.operation);
+        if (RootLost(roots_.Open())) return;
         if (!request_.silent) run_.shared.parts.progress.SetTotals(Count());
-        for (std::size_t i = 0; i < request_.sources.size(); ++i) {
+        for (std::size_t i = 0; i < request_.sources.size() && !RootLost(roots_.Verify()); ++i) {
             WorkOn(i);
             if (mover_.BatchIsFull()) mover_.FinishPending(result_.items);
         }
@@ -50,6 +58,18 @@ class Dispatcher {
         }
         ShellProgress* progress;
     };
+    // Told once, with no way to try again: what was to be done was thought of for another folder.
+    bool RootLost(const Error& error) {
+        if (error.IsOk()) return false;
+        result_.rootLost = true;
+        run_.RecordFailure(request_.target.empty() ? request_.sources.front() : request_.target, error);
+        if (!request_.noErrorUi) {
+            run_.shared.parts.questions.AskAboutError({request_.operation, request_.target, error});
+            result_.anyOperationsAborted = true;
+        }
+        return true;
+    }
+
     // Opens the folder that holds `path` anew only when it is another than last time.
     Error OpenSource(const std::string& path, Place& place) {
         const std::string_view name = GetLastItemInPath(path);
@@ -58,7 +78,7 @@ class Dispatcher {
             place.name = NameToSystem(name);
         } else {
             holder_ = Folder();
-            if (Error error = OpenHolder(run_.shared.files, path, holder_, place.name); !error.IsOk()) {
+            if (Error error = roots_.OpenHolder(path, holder_, place.name); !error.IsOk()) {
                 holder_ = Folder();
                 return error;
             }
@@ -71,32 +91,34 @@ class Dispatcher {
         const bool full = request_.operation == ShellOperation::Rename || request_.targetIsFullPath;
         if (full && request_.sources.size() != 1)
             return {ErrorNumber::BadFileNameOrNumber, "One target path serves one object only"};
-        target.folder = &target_;
         target.name = full ? NameToSystem(GetLastItemInPath(request_.target)) : source.name;
         if (full && (target.name.empty() || target.name == "." || target.name == ".."))
             return {ErrorNumber::PathNotFound, "\"" + request_.target + "\" is no path of an object"};
-        if (target_.fd.IsOpen()) {
-            if (!full) target = TargetPlace(run_.calls, target_, source.name);
+        if (target_) {
+            target =
+                full ? Place{target_.get(), target.name} : TargetPlace(run_.calls, *target_, source.name);
             return {};
         }
         const std::string folder = full ? GetParentFolderName(request_.target) : request_.target;
         if (folder.empty() || folder.front() != '/')
             return {ErrorNumber::PathNotFound, "\"" + request_.target + "\" is no full path"};
-        Folder opened;
-        if (Error error = OpenOrMakeFolder(run_.shared.files, folder, opened); !error.IsOk()) return error;
+        const auto opening = std::make_shared<Folder>();
+        Folder& opened = *opening;
+        if (Error error = roots_.OpenOrMakeFolder(folder, opened); !error.IsOk()) return error;
         if (!full && request_.ignoreLetterCase) {
             if (const int learned = LearnNames(run_.calls, opened); learned < 0)
                 return Error::FromErrno(-learned, folder);
         }
-        target_ = std::move(opened);
-        if (!full) target = TargetPlace(run_.calls, target_, source.name);
-        run_.targetFolders.insert(target_.id);
-        if (request_.operation != ShellOperation::Rename) SweepTemporaryFiles(run_.shared, target_);
+        target_ = opening;
+        target = full ? Place{&opened, target.name} : TargetPlace(run_.calls, opened, source.name);
+        run_.targetFolders.insert(opened.id);
+        if (request_.operation != ShellOperation::Rename) SweepTemporaryFiles(run_.shared, opened);
         return {};
     }
 
     void WorkOn(std::size_t i) {
         ShellItem& item = result_.items[i];
+        run_.expected = i < request_.expected.size() ? &request_.expected[i] : &run_.kNothingExpected;
         const std::size_t troublesBefore = result_.troubles.size();
         Folder nowhere;
         nowhere.path = GetParentFolderName(item.path);
@@ -167,9 +189,11 @@ class Dispatcher {
 
     ShellRun run_;
     MoveEngine mover_;
+    Roots roots_;
     const ShellRequest& request_;
     ShellResult& result_;
-    Folder holder_, target_;
+    Folder holder_;
+    std::shared_ptr<Folder> target_;  // null: not open yet
 };
 
 }  // namespace
@@ -185,42 +209,64 @@ ShellResult SystemShellOperations::Run(const ShellRequest& request) {
     return result;
 }
 
-Error SystemShellOperations::CopyOneFile(std::string_view from, std::string_view to) {
-    Folder fromHolder, toHolder;
+Error SystemShellOperations::CopyOneFile(const OneFile& file) {
+    Roots roots(state_->files, file.roots);
+    if (Error error = roots.Open(); !error.IsOk()) return error;
+    Folder fromHolder;
+    const auto shared = std::make_shared<Folder>();
+    Folder& toHolder = *shared;
     Place source{&fromHolder, {}}, target{&toHolder, {}};
-    if (Error error = OpenHolder(state_->files, from, fromHolder, source.name); !error.IsOk()) return error;
-    if (Error error = OpenHolder(state_->files, to, toHolder, target.name); !error.IsOk()) return error;
+    if (Error error = roots.OpenHolder(file.path, fromHolder, source.name); !error.IsOk()) return error;
+    if (Error error = roots.OpenHolder(file.target, toHolder, target.name); !error.IsOk()) return error;
     SweepTemporaryFiles(*state_, toHolder);
     ShellRequest request;
     request.noConfirmation = request.silent = request.noErrorUi = true;
     ShellResult result;
     ShellRun run(*state_, request, result);
+    run.expected = &file.expected;
     Statx stat{};
     if (const int looked = Look(state_->calls, source, LinkPolicy::DoNotFollow, stat); looked < 0)
-        return Error::FromErrno(-looked, from);
-    if (IsFolder(stat)) return Error::FromErrno(EISDIR, from);
+        return Error::FromErrno(-looked, file.path);
+    if (IsFolder(stat)) return Error::FromErrno(EISDIR, file.path);
     const ItemOutcome outcome = CopyEngine(run).Copy(source, target);
     if (outcome == ItemOutcome::Done) {
-        state_->singleCopiesWait = true;
+        state_->singleCopies.push_back({file.path, file.target, {}});
         return {};
     }
     if (!result.troubles.empty()) return result.troubles.front().error;
-    return Error::FromErrno(ECANCELED, from);
+    return Error::FromErrno(ECANCELED, file.path);
 }
 
-Error SystemShellOperations::SyncCopies() {
+ShellOperations::FinishedCopies SystemShellOperations::FinishCopies() {
     const Error synced = state_->Sync();
-    state_->singleCopiesWait = false;
     const Error earlier = std::exchange(state_->failedSync, {});
-    return synced.IsOk() ? earlier : synced;
+    const Error& error = synced.IsOk() ? earlier : synced;
+    FinishedCopies finished;
+    if (!error.IsOk()) {
+        finished.failed = std::move(state_->singleCopies);
+        for (FailedCopy& copy : finished.failed) copy.error = error;
+    }
+    state_->singleCopies.clear();
+    return finished;
 }
 
-Error SystemShellOperations::DeleteOneFile(std::string_view path) {
+Error SystemShellOperations::DeleteOneFile(const OneFile& file) {
+    Roots roots(state_->files, file.roots);
+    if (Error error = roots.Open(); !error.IsOk()) return error;
     Folder holder;
-    std::string name;
-    if (Error error = OpenHolder(state_->files, path, holder, name); !error.IsOk()) return error;
-    const int removed = state_->calls.UnlinkAt(holder.fd.Get(), name.c_str(), 0);
-    return removed < 0 ? Error::FromErrno(-removed, path) : Error();
+    Place place{&holder, {}};
+    if (Error error = roots.OpenHolder(file.path, holder, place.name); !error.IsOk()) return error;
+    Statx stat{};
+    const int looked = Look(state_->calls, place, LinkPolicy::DoNotFollow, stat);
+    const Statx* now = looked == 0 ? &stat : nullptr;
+    if (looked == 0 || looked == -ENOENT) {
+        Error error = RefuseChanged(state_->calls, place, file.expected.source, now, state_->renamed);
+        if (!error.IsOk()) return error;
+    }
+    if (looked < 0) return Error::FromErrno(-looked, file.path);
+    const int removed = state_->calls.UnlinkAt(place.Fd(), place.name.c_str(), 0);
+    if (removed == 0) state_->NoteRenamed(stat);
+    return Error::FromErrno(-removed, file.path);
 }
 
 }  // namespace vantrel

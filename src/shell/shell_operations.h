@@ -4,11 +4,13 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/clock.h"
 #include "platform/error.h"
 #include "platform/files/file_system.h"
+#include "platform/files/sighting.h"
 #include "platform/files/volumes.h"
 #include "platform/locale/file_time.h"
 #include "platform/ports.h"
@@ -19,6 +21,27 @@ namespace vantrel {
 
 // Recycle is a delete that can be undone.
 enum class ShellOperation { Move = 1, Copy = 2, Delete = 3, Rename = 4, Recycle = 5 };
+
+// A folder that was compared. All that lies below `path` is reached through it and without following links.
+// Where it is gone, or is another folder than `id`, nothing is done any more, and it is never made anew.
+struct ShellRoot {
+    std::string path;
+    FileId id;
+};
+
+// What was seen below a folder, by paths relative to it ("deep/file").
+using SeenBelow = std::unordered_map<std::string, Sighting>;
+
+// What the objects of one source were when the request was thought of. Each is looked at again in the moment
+// before it is removed or replaced: what has changed, appeared, vanished or become a link is left alone and
+// fails with the number kChangedSinceSeen.
+struct Expectation {
+    Sighting source;
+    Sighting target;  // under the name that the source gets
+    // Delete, Recycle and Move of a folder: null is whatever there is. A delete leaves what was not seen, and
+    // the folders above it; what goes as a whole stays as a whole.
+    std::shared_ptr<const SeenBelow> below;
+};
 
 struct ShellRequest {
     ShellOperation operation = ShellOperation::Copy;
@@ -37,6 +60,17 @@ struct ShellRequest {
     bool noConfirmation = false;  // overwrite without a question
     bool silent = false;          // no progress is shown; a cancel still counts
     bool noErrorUi = false;       // no error box: what fails is passed over and told in the result
+    // One for each source; empty: nothing is expected of any.
+    std::vector<Expectation> expected;
+    std::vector<ShellRoot> roots;
+};
+
+// One file or link, without questions, boxes or progress.
+struct OneFile {
+    std::string path;    // full
+    std::string target;  // full, where there is one
+    Expectation expected = {};
+    std::vector<ShellRoot> roots = {};
 };
 
 enum class ItemOutcome : std::uint8_t {
@@ -61,6 +95,7 @@ struct ShellResult {
     // The user had a hand in it: Cancel, No to an overwriting, or Skip at an error box.
     bool anyOperationsAborted = false;
     bool cancelled = false;           // the user cancelled the whole operation
+    bool rootLost = false;            // it ended because one of the roots is not there any more
     std::vector<ShellItem> items;     // one for each source, in the order of the request
     std::vector<ShellItem> troubles;  // every object, at any depth, that failed or was skipped
     std::uint64_t objectsDone = 0;    // files, links and folders, at any depth
@@ -145,13 +180,27 @@ class ShellOperations {
     // Never throws but for lack of memory; everything that went wrong is in the result.
     virtual ShellResult Run(const ShellRequest& request) = 0;
 
-    // One file or link to the full path `to`, replacing a file there, without questions, boxes or progress.
-    // Its content becomes safe on the disk with the next SyncCopies, which must follow before success of a
-    // batch is reported.
-    virtual Error CopyOneFile(std::string_view from, std::string_view to) = 0;
-    virtual Error SyncCopies() = 0;
-    // One file or link, for good, without questions and boxes. Never a folder.
-    virtual Error DeleteOneFile(std::string_view path) = 0;
+    // Copies to the full path `target`, replacing a file there. What goes well here may still fail in the
+    // next FinishCopies, which must follow before anything counts as done.
+    virtual Error CopyOneFile(const OneFile& file) = 0;
+    struct FailedCopy {
+        std::string path, target;
+        Error error;
+    };
+    struct FinishedCopies {
+        std::vector<FailedCopy> failed;  // of those that CopyOneFile has taken since the last time
+
+        Error First() const { return failed.empty() ? Error() : failed.front().error; }
+    };
+    virtual FinishedCopies FinishCopies() = 0;
+    // For good. Never a folder.
+    virtual Error DeleteOneFile(const OneFile& file) = 0;
+
+    Error CopyOneFile(std::string_view from, std::string_view to) {
+        return CopyOneFile(OneFile{std::string(from), std::string(to)});
+    }
+    Error SyncCopies() { return FinishCopies().First(); }
+    Error DeleteOneFile(std::string_view path) { return DeleteOneFile(OneFile{std::string(path), {}}); }
 };
 
 // Where the trash of this user is.
@@ -176,10 +225,12 @@ class SystemShellOperations : public ShellOperations {
     explicit SystemShellOperations(const Parts& parts);
     ~SystemShellOperations() override;
 
+    using ShellOperations::CopyOneFile;
+    using ShellOperations::DeleteOneFile;
     ShellResult Run(const ShellRequest& request) override;
-    Error CopyOneFile(std::string_view from, std::string_view to) override;
-    Error SyncCopies() override;
-    Error DeleteOneFile(std::string_view path) override;
+    Error CopyOneFile(const OneFile& file) override;
+    FinishedCopies FinishCopies() override;
+    Error DeleteOneFile(const OneFile& file) override;
 
   private:
     struct State;

@@ -82,6 +82,31 @@ Error OpenFolderAt(SystemCalls& calls, const Place& place, LinkPolicy links, Fol
     return Identify(calls, out);
 }
 
+Error OpenFolderOnTheWay(SystemCalls& calls, const Place& place, Folder& out) {
+    Error error = OpenFolderAt(calls, place, LinkPolicy::DoNotFollow, out);
+    if (error.SystemNumber() != EACCES) return error;
+    const int fd =
+        calls.OpenAt(place.Fd(), place.name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC, 0);
+    if (fd < 0) return error;
+    out.fd = Descriptor(calls, fd);
+    return Identify(calls, out);
+}
+
+Error OpenExistingFolder(const FileSystem& files, std::string_view path, Folder& out) {
+    const std::string plain = WithoutTrailingSlash(path);
+    if (plain == "/") {
+        const int fd = files.Calls().OpenAt(AT_FDCWD, "/", kOpenFolder, 0);
+        out.path = plain;
+        if (fd < 0) return Error::FromErrno(-fd, out.path);
+        out.fd = Descriptor(files.Calls(), fd);
+        return Identify(files.Calls(), out);
+    }
+    Folder holder;
+    Place place{&holder, {}};
+    if (Error error = OpenHolder(files, plain, holder, place.name); !error.IsOk()) return error;
+    return OpenFolderAt(files.Calls(), place, LinkPolicy::Follow, out);
+}
+
 Error OpenHolder(const FileSystem& files, std::string_view path, Folder& holder, std::string& name) {
     const std::string_view last = GetLastItemInPath(path);
     if (path.empty() || path.front() != '/' || last.empty() || last == "." || last == "..")
@@ -94,13 +119,7 @@ Error OpenHolder(const FileSystem& files, std::string_view path, Folder& holder,
 }
 
 Error OpenOrMakeFolder(const FileSystem& files, std::string_view path, Folder& out) {
-    if (WithoutTrailingSlash(path) == "/") {
-        const int fd = files.Calls().OpenAt(AT_FDCWD, "/", kOpenFolder, 0);
-        out.path = "/";
-        if (fd < 0) return Error::FromErrno(-fd, out.path);
-        out.fd = Descriptor(files.Calls(), fd);
-        return Identify(files.Calls(), out);
-    }
+    if (WithoutTrailingSlash(path) == "/") return OpenExistingFolder(files, path, out);
     Folder holder;
     Place place{&holder, {}};
     const std::string plain = WithoutTrailingSlash(path);
@@ -157,6 +176,39 @@ int RenameWithoutReplacing(SystemCalls& calls, const Place& from, const Place& t
     return calls.RenameAt(from.Fd(), from.name.c_str(), to.Fd(), to.name.c_str(), 0);
 }
 
+Error RefuseChanged(SystemCalls& calls, const Place& place, const Sighting& seen, const Statx* now,
+                    const std::set<FileId>& renamed) {
+    SightingTolerance tolerance;
+    tolerance.changed = now && renamed.contains(IdOf(*now));
+    if (IsStill(seen, now, tolerance)) return {};
+    // In user space many file systems number what they are asked about anew.
+    constexpr long kFuse = 0x65735546;
+    tolerance.inode = true;
+    struct statfs system {};
+    if (IsStill(seen, now, tolerance) && calls.FstatFs(place.Fd(), system) == 0 && system.f_type == kFuse)
+        return {};
+    return ChangedSinceSeen(place.Path());
+}
+
+Error RefusedName(SystemCalls& calls, const Place& from, const Place& to, int result) {
+    // Some file systems say "no such file" or "not permitted" of a name that they cannot hold: where the name
+    // cannot even be looked up while the object is there, it is the name.
+    Statx stat{};
+    const bool stands = Look(calls, from, LinkPolicy::DoNotFollow, stat) == 0;
+    const int looked = Look(calls, to, LinkPolicy::DoNotFollow, stat);
+    const bool ofTheName = result == -EINVAL || result == -EILSEQ || result == -ENAMETOOLONG ||
+                           looked == -EINVAL || looked == -EILSEQ ||
+                           (result == -ENOENT && stands && looked == -ENOENT);
+    const Error error = Error::FromErrno(-result, to.Path());
+    if (!ofTheName) return error;
+    return {ErrorNumber::BadFileNameOrNumber,
+            "The file system does not take the name \"" + to.Path() + "\" (" + GetErrorText(-result) + ")"};
+}
+
+void Shared::NoteRenamed(const Statx& stat) {
+    if (!IsFolder(stat) && stat.stx_nlink > 1) renamed.insert(IdOf(stat));
+}
+
 int Shared::NoteWritten(const Folder& folder) {
     if (unsynced.contains(folder.id.device)) return 0;
     const int fd = calls.OpenAt(folder.fd.Get(), ".", kOpenFolder, 0);
@@ -172,9 +224,11 @@ Error Shared::Sync() {
     }
     unsynced.clear();
     const Error error = failed == 0 ? Error() : Error::FromErrno(-failed);
-    if (failed != 0 && singleCopiesWait) failedSync = error;
+    if (failed != 0 && !singleCopies.empty()) failedSync = error;
     return error;
 }
+
+const Expectation ShellRun::kNothingExpected;
 
 ManyOpenFiles::ManyOpenFiles() {
     constexpr rlim_t kWanted = 4 * ShellRun::kMostLevels;  // of two trees, and as many again

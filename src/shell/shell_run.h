@@ -22,7 +22,7 @@ namespace vantrel::shell {
 using Statx = struct statx;
 
 // A folder held open: what is done in it is done in this folder, whatever becomes of its path meanwhile.
-struct Folder {
+struct Folder : std::enable_shared_from_this<Folder> {
     Descriptor fd;
     std::string path;  // in the engine's form
     FileId id;
@@ -53,6 +53,10 @@ int Look(SystemCalls& calls, const Place& place, LinkPolicy links, Statx& out);
 int LookAtOpen(SystemCalls& calls, int fd, Statx& out);
 // The folder at `place`; a link there is followed only when told so.
 Error OpenFolderAt(SystemCalls& calls, const Place& place, LinkPolicy links, Folder& out);
+// The same without following a link; one that may be entered and not listed is opened all the same.
+Error OpenFolderOnTheWay(SystemCalls& calls, const Place& place, Folder& out);
+// The folder `path`, following links.
+Error OpenExistingFolder(const FileSystem& files, std::string_view path, Folder& out);
 // The folder that holds the last part of `path`, and that part. Refuses a path without a name at its end.
 Error OpenHolder(const FileSystem& files, std::string_view path, Folder& holder, std::string& name);
 // The folder `path`, which is made with its parents where it is missing.
@@ -66,6 +70,14 @@ Place TargetPlace(SystemCalls& calls, const Folder& folder, const std::string& n
 // Also where the file system knows no renaming without replacing. -EEXIST: `to` exists.
 int RenameWithoutReplacing(SystemCalls& calls, const Place& from, const Place& to);
 
+// Holds what stands at `place` now, null for nothing, against what was seen there. `renamed` are the files
+// whose time of change is this program's own doing.
+Error RefuseChanged(SystemCalls& calls, const Place& place, const Sighting& seen, const Statx* now,
+                    const std::set<FileId>& renamed);
+
+// Why the object at `from`, which stands, could not get the name `to`.
+Error RefusedName(SystemCalls& calls, const Place& from, const Place& to, int result);
+
 // What outlives one request.
 struct Shared {
     explicit Shared(const SystemShellOperations::Parts& given)
@@ -76,6 +88,9 @@ struct Shared {
     SystemCalls& calls;
 
     std::uint64_t nextTemporary = 0;
+    // Files with several names that got or lost one here: the time of their last change is no stranger's.
+    std::set<FileId> renamed;
+    void NoteRenamed(const Statx& stat);
     std::set<FileId> sweptFolders;  // cleared of what a kill has left
     std::map<std::uint64_t, Descriptor>
         unsynced;  // by device: a folder of what was written since the last sync
@@ -86,7 +101,7 @@ struct Shared {
     Error Sync();
     // Copies of single files are not safe yet when the next operation runs and syncs. An error is told once,
     // so it is kept for those who ask for them.
-    bool singleCopiesWait = false;
+    std::vector<ShellOperations::FailedCopy> singleCopies;  // all of them, with no error yet
     Error failedSync;
     // Two buffers, each of kBufferSize.
     static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
@@ -110,6 +125,8 @@ class ManyOpenFiles {
     bool raised_ = false;
 };
 
+class Roots;
+
 // One request on its way.
 class ShellRun {
   public:
@@ -120,6 +137,13 @@ class ShellRun {
     SystemCalls& calls;
     const ShellRequest& request;
     ShellResult& result;
+    const Roots* roots = nullptr;  // never null while items are worked on
+    static const Expectation kNothingExpected;
+    // What is expected of the source that is being worked on; never null.
+    const Expectation* expected = &kNothingExpected;
+    Error RefuseChanged(const Place& place, const Sighting& seen, const Statx* now) const {
+        return shell::RefuseChanged(calls, place, seen, now, shared.renamed);
+    }
     // Folders that this run has written to. None of them is ever taken as a source: it would never end.
     std::set<FileId> targetFolders;
 

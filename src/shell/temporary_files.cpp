@@ -44,14 +44,25 @@ int TemporaryFile::CreateLink(const char* target) {
     return result;
 }
 
-int TemporaryFile::Publish(const Place& to, bool replace) {
+Error TemporaryFile::Publish(const Place& to, const Statx* replaces) {
     // Network file systems tell at the close that the data could not be stored.
-    if (const int closed = fd_.Close(); closed < 0) return closed;
-    const int result =
-        replace ? shared_.calls.RenameAt(place_.Fd(), place_.name.c_str(), to.Fd(), to.name.c_str(), 0)
-                : RenameWithoutReplacing(shared_.calls, place_, to);
+    if (const int closed = fd_.Close(); closed < 0) return Error::FromErrno(-closed, to.Path());
+    int result = 0;
+    if (replaces) {
+        Statx now{};
+        const int looked = Look(shared_.calls, to, LinkPolicy::DoNotFollow, now);
+        if (looked < 0 && looked != -ENOENT) return Error::FromErrno(-looked, to.Path());
+        if (Error error = RefuseChanged(shared_.calls, to, SightingOf(*replaces),
+                                        looked == 0 ? &now : nullptr, shared_.renamed);
+            !error.IsOk())
+            return error;
+        result = shared_.calls.RenameAt(place_.Fd(), place_.name.c_str(), to.Fd(), to.name.c_str(), 0);
+        if (result == 0) shared_.NoteRenamed(now);
+    } else {
+        result = RenameWithoutReplacing(shared_.calls, place_, to);
+    }
     stands_ = result < 0;
-    return result;
+    return result < 0 ? RefusedName(shared_.calls, place_, to, result) : Error();
 }
 
 void SweepTemporaryFiles(Shared& shared, const Folder& folder) {

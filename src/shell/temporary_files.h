@@ -8,7 +8,9 @@ namespace vantrel::shell {
 // unless it was published.
 class TemporaryFile {
   public:
-    TemporaryFile(Shared& shared, const Folder& folder) : shared_(shared), place_{&folder, {}} {}
+    // The folder must be held by a shared pointer, in which this takes part.
+    TemporaryFile(Shared& shared, const Folder& folder)
+        : shared_(shared), folder_(folder.shared_from_this()), place_{&folder, {}} {}
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -18,12 +20,14 @@ class TemporaryFile {
     int CreateLink(const char* target);
     int Fd() const { return fd_.Get(); }
     const Place& Where() const { return place_; }
-    // Gives it its name. Without `replace` nothing is replaced: -EEXIST.
-    int Publish(const Place& to, bool replace);
+    // Gives it its name, in the same folder. What stands there is replaced where it still is `replaces`, and
+    // is left alone and told otherwise; null: nothing may stand there.
+    Error Publish(const Place& to, const Statx* replaces);
 
   private:
     void NextName();
     Shared& shared_;
+    std::shared_ptr<const Folder> folder_;
     Place place_;
     Descriptor fd_;
     bool stands_ = false;

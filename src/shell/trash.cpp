@@ -10,6 +10,7 @@
 
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
+#include "shell/delete_engine.h"
 
 namespace vantrel {
 
@@ -85,14 +86,17 @@ ItemOutcome Trash::Recycle(const Place& place) {
 Error Trash::RecycleOne(const Place& place) {
     Statx stat{};
     if (const int looked = Look(calls_, place, LinkPolicy::DoNotFollow, stat); looked < 0)
-        return Error::FromErrno(-looked, place.Path());
+        return looked == -ENOENT && run_.expected->source.state == Sighting::State::Present
+                   ? ChangedSinceSeen(place.Path())
+                   : Error::FromErrno(-looked, place.Path());
+    if (Error error = run_.RefuseChanged(place, run_.expected->source, &stat); !error.IsOk()) return error;
     Volumes& volumes = run_.shared.parts.volumes;
     const std::string& homeTrash = run_.shared.parts.trash.homeTrash;
     const std::string drive = volumes.GetDriveName(place.folder->path);
     if (!homeTrash.empty() && volumes.GetDriveName(homeTrash) == drive) {
         Bin bin;
         Error error = OpenHomeBin(bin);
-        if (error.IsOk()) error = PutInto(bin, place);
+        if (error.IsOk()) error = PutInto(bin, place, stat);
         // The home folder can be a mount of its own, which a name alone does not tell.
         if (error.SystemNumber() != EXDEV) return error;
     }
@@ -102,7 +106,7 @@ Error Trash::RecycleOne(const Place& place) {
     }
     Bin bin;
     if (Error error = OpenVolumeBin(drive, bin); !error.IsOk()) return error;
-    return PutInto(bin, place);
+    return PutInto(bin, place, stat);
 }
 
 Error Trash::OpenHomeBin(Bin& bin) {
@@ -172,7 +176,10 @@ int Trash::WriteInfo(const Place& info, const std::string& content) {
     return result;
 }
 
-Error Trash::PutInto(const Bin& bin, const Place& place) {
+Error Trash::PutInto(const Bin& bin, const Place& place, const Statx& looked) {
+    if (IsFolder(looked)) {
+        if (Error error = RefuseChangedBelow(run_, place); !error.IsOk()) return error;
+    }
     const std::string recorded(RemainingString(place.Path(), bin.pathStart));
     const std::string content =
         "[Trash Info]\nPath=" + EncodeTrashPath(NameToSystem(recorded)) +
@@ -183,9 +190,16 @@ Error Trash::PutInto(const Bin& bin, const Place& place) {
         int result = WriteInfo(info, content);
         if (result == -EEXIST) continue;
         if (result < 0) return Error::FromErrno(-result, info.Path());
-        result = RenameWithoutReplacing(calls_, place, {&bin.files, name});
-        if (result == 0) return {};
+        Statx now{};
+        result = Look(calls_, place, LinkPolicy::DoNotFollow, now);
+        Error changed = result == 0 ? run_.RefuseChanged(place, SightingOf(looked), &now) : Error();
+        if (result == 0 && changed.IsOk()) result = RenameWithoutReplacing(calls_, place, {&bin.files, name});
+        if (result == 0 && changed.IsOk()) {
+            run_.shared.NoteRenamed(now);
+            return {};
+        }
         calls_.UnlinkAt(info.Fd(), info.name.c_str(), 0);
+        if (!changed.IsOk()) return changed;
         if (result != -EEXIST) return Error::FromErrno(-result, place.Path());
     }
     return Error::FromErrno(EEXIST, place.Path());

@@ -33,7 +33,7 @@ class Trash {
     Error OpenVolumeBin(const std::string& topFolder, Bin& bin);
     Error OpenBin(const Folder& trash, Bin& bin);
     Error OpenOwnFolder(const Place& place, Folder& out);
-    Error PutInto(const Bin& bin, const Place& place);
+    Error PutInto(const Bin& bin, const Place& place, const Statx& looked);
     int WriteInfo(const Place& info, const std::string& content);
 
     ShellRun& run_;

@@ -93,10 +93,12 @@ Currency Shown(Currency size) {
     return size > Currency() ? size : Currency();
 }
 
-// A delete follows no link, and what is done to one of the two folders is never done to the other with it.
+// What lies behind a link belongs to neither folder, and what is done to one of the two folders is never done
+// to the other with it.
 bool IsSpared(SyncAction action, const SubFolderRecord& record, const SubFolderRecord& other) {
-    if (action == SyncAction::Delete) return record.elsewhere != Elsewhere::No;
-    return action == SyncAction::Copy && other.elsewhere == Elsewhere::InOtherFolder;
+    if (action != SyncAction::Delete && action != SyncAction::Copy) return false;
+    if (record.elsewhere != Elsewhere::No) return true;
+    return action == SyncAction::Copy && other.elsewhere != Elsewhere::No;
 }
 
 SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<std::string>& roots,
@@ -107,7 +109,7 @@ SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<st
         const auto& otherRecords = diffs.Records(Other(side));
         for (std::size_t i = 0; i < records.size(); ++i) {
             const SubFolderRecord& record = records[i];
-            if (record.IsBlank()) continue;
+            if (record.IsBlank() || record.unknown) continue;
             const SubFolderRecord& other = otherRecords[i];
             if (IsSpared(settings.ActionFor(side, record.type), record, other)) {
                 ++spared[side];

@@ -47,8 +47,9 @@ struct SyncPlan {
     // Every differing sub-folder that the run takes in, also one in which nothing is to be done.
     std::vector<SubFolder> subFolders;
 
-    // How many of the table's actions are left out because they would reach too far: deletes of files behind
-    // a link to a folder, and of what is or holds the other of the two folders, and copies over that.
+    // How many of the table's actions are left out because they would reach too far: what lies behind a link
+    // to a folder is neither deleted nor copied nor copied over, and no more is what is or holds the other of
+    // the two folders.
     PerSide<std::size_t> spared;
 
     bool IsEmpty() const;

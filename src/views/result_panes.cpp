@@ -149,7 +149,8 @@ bool ResultPanes::FaultOfPair(std::size_t row, std::string* why) const {
     const char* fault = nullptr;
     const ResultRow& left = panes_[Side::Left][row];
     const ResultRow& right = panes_[Side::Right][row];
-    if (!left.IsReal() && !right.IsReal()) fault = "a pair of two placeholders";
+    const bool unknown = left.IsUnknown() || right.IsUnknown();
+    if (!unknown && !left.IsReal() && !right.IsReal()) fault = "a pair of two placeholders";
     if (left.IsReal() && right.IsReal() && left.text != right.text) fault = "two names on one line";
     if (left.tag != 0 && right.tag != 0 && left.tag != right.tag) fault = "halves of two pairs";
     for (Side side : kBothSides) {

@@ -8,11 +8,15 @@ namespace {
 std::string Describe(const ResultRow& row) {
     switch (row.kind) {
         case RowKind::File:
-            return DescribeFile(row.text, row.realName, row.size.Whole(), row.lastWrite, row.type);
+            return DescribeFile(row.text, row.realName, row.size.Whole(), row.lastWrite, row.type,
+                                row.isLink);
         case RowKind::Folder:
-            return DescribeFolder(row.text, row.realName, row.size.Whole(), row.type, row.incomplete);
+            return DescribeFolder(row.text, row.realName, row.size.Whole(), row.type, row.incomplete,
+                                  row.isLink);
         case RowKind::Sentinel:
             return "sentinel";
+        case RowKind::Unknown:
+            return DescribeUnknown(row.text, row.realName, row.reason);
         case RowKind::Placeholder:
             break;
     }
@@ -21,23 +25,37 @@ std::string Describe(const ResultRow& row) {
 
 std::string Describe(const SubFolderRecord& record) {
     if (record.IsBlank()) return {};
-    return DescribeFile(record.name, record.realName, record.size.Whole(), record.lastWrite, record.type);
+    if (record.unknown) return DescribeUnknown(record.name, record.realName, record.reason);
+    return DescribeFile(record.name, record.realName, record.size.Whole(), record.lastWrite, record.type,
+                        record.isLink);
 }
 
 }  // namespace
 
 std::string DescribeFile(std::string_view text, std::string_view realName, std::int64_t size, FileTime time,
-                         ResultType type) {
+                         ResultType type, bool isLink) {
     std::string line(text);
     line.append("|").append(realName).append("|").append(std::to_string(size)).append("|");
-    return line.append(std::to_string(time.ticks)).append("|").append(ResultTypeText(type));
+    line.append(std::to_string(time.ticks)).append("|").append(ResultTypeText(type));
+    return line.append(isLink ? "|link" : "");
+}
+
+std::string DescribeUnknown(std::string_view text, std::string_view realName, UnknownReason reason) {
+    constexpr std::array<std::string_view, 4> kReasons{"", "special", "nowhere", "not told"};
+    std::string line(text);
+    return line.append("|")
+        .append(realName)
+        .append("|Unknown|")
+        .append(kReasons.at(static_cast<std::size_t>(reason)));
 }
 
 std::string DescribeFolder(std::string_view text, std::string_view realName, std::int64_t size,
-                           ResultType type, bool incomplete) {
+                           ResultType type, bool incomplete, bool isLink) {
     std::string line(text);
     line.append("|").append(realName).append("|").append(std::to_string(size)).append("|");
-    return line.append(ResultTypeText(type)).append(incomplete ? "|incomplete" : "");
+    return line.append(ResultTypeText(type))
+        .append(incomplete ? "|incomplete" : "")
+        .append(isLink ? "|link" : "");
 }
 
 CompareOutcome ComparisonBench::Run() {

@@ -88,9 +88,10 @@ class ComparisonBench {
 };
 
 std::string DescribeFile(std::string_view text, std::string_view realName, std::int64_t size, FileTime time,
-                         ResultType type);
+                         ResultType type, bool isLink = false);
+std::string DescribeUnknown(std::string_view text, std::string_view realName, UnknownReason reason);
 std::string DescribeFolder(std::string_view text, std::string_view realName, std::int64_t size,
-                           ResultType type, bool incomplete = false);
+                           ResultType type, bool incomplete = false, bool isLink = false);
 inline constexpr std::string_view kBetweenSides = " <> ";
 
 }  // namespace vantrel::testing

@@ -177,19 +177,65 @@ TEST(FolderComparison, OddEntriesAndNames) {
     ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
     const std::string name = NameFromSystem(odd);
     const auto rows = bench.Rows();
-    ASSERT_EQ(rows.size(), 6U);
-    EXPECT_THAT(rows[0], ::testing::StartsWith("link|link|1|"));
-    EXPECT_EQ(rows[1], Orphan(Side::Left, "No Comparison Results", "No Comparison Results", 1));
-    EXPECT_EQ(rows[2], DescribeFile("tWIN", "tWIN", 2, kTime, ResultType::Same) + std::string(kBetweenSides) +
-                           DescribeFile("tWIN", "Twin", 2, kTime, ResultType::Same));
-    EXPECT_EQ(rows[3], Orphan(Side::Left, name, name, 1));
-    EXPECT_EQ(rows[4],
-              DescribeFolder("\\across", "across", 0, ResultType::OrphanFolder) + std::string(kBetweenSides));
-    EXPECT_EQ(rows[5], FolderPair("\\sub", 1, 0, ResultType::DifferentFolder));
-    EXPECT_THAT(bench.Records(), ElementsAre("\\sub: " + Orphan(Side::Left, "target", "target", 1)));
-    EXPECT_THAT(bench.Log(), HasSubstr("letter case only: " + bench.folder.Path() + "right/twin"));
+    ASSERT_EQ(rows.size(), 9U);
+    EXPECT_THAT(rows[0], ::testing::MatchesRegex("dangling\\|dangling\\|0\\|[0-9]+\\|Orphan\\|link <> "));
+    EXPECT_EQ(rows[1], DescribeUnknown("link", "link", UnknownReason::None) + std::string(kBetweenSides) +
+                           DescribeUnknown("link", "link", UnknownReason::LeadsNowhere));
+    EXPECT_EQ(rows[2], Orphan(Side::Left, "No Comparison Results", "No Comparison Results", 1));
+    // Two on one side pair with nothing, and nothing is left out.
+    EXPECT_EQ(rows[3], Orphan(Side::Right, "Twin", "Twin", 2));
+    EXPECT_EQ(rows[4], Orphan(Side::Left, "tWIN", "tWIN", 2));
+    EXPECT_EQ(rows[5], Orphan(Side::Right, "twin", "twin", 1));
+    EXPECT_EQ(rows[6], Orphan(Side::Left, name, name, 1));
+    EXPECT_EQ(rows[7], DescribeFolder("\\across", "across", 0, ResultType::OrphanFolder, false, true) +
+                           std::string(kBetweenSides));
+    EXPECT_EQ(rows[8], FolderPair("\\sub", 1, 0, ResultType::DifferentFolder));
+    const auto records = bench.Records();
+    ASSERT_EQ(records.size(), 3U);
+    EXPECT_THAT(records[0], ::testing::MatchesRegex(".*loop\\|loop\\|0\\|[0-9]+\\|Orphan\\|link <> "));
+    EXPECT_THAT(records[1], ::testing::MatchesRegex(".*self\\|self\\|0\\|[0-9]+\\|Orphan\\|link <> "));
+    EXPECT_EQ(records[2], "\\sub: " + Orphan(Side::Left, "target", "target", 1));
+    EXPECT_EQ(bench.results.specialObjects, 2U);
+    EXPECT_THAT(bench.Log(), HasSubstr("2 special objects passed over"));
     EXPECT_FALSE(bench.compare.ErrorsDuringCompare);
-    EXPECT_EQ(bench.results.hold[Side::Left][1].kind, RowKind::File);
+    EXPECT_EQ(bench.results.hold[Side::Left][2].kind, RowKind::File);
+    // What was seen is the link itself, as a later look at the link will see it.
+    struct stat own {};
+    ASSERT_EQ(0, lstat((bench.folder / "left/dangling").c_str(), &own));
+    const Seen* const seen = bench.results.hold[Side::Left][0].seen;
+    ASSERT_NE(seen, nullptr);
+    EXPECT_EQ(seen->id.inode, own.st_ino);
+    EXPECT_EQ(seen->changed, FileTime::FromUnix(own.st_ctim.tv_sec, own.st_ctim.tv_nsec));
+    const auto& self = bench.results.SubFolderDiffs.Find("sub")->Records(Side::Left).at(1);
+    ASSERT_EQ(0, lstat((bench.folder / "left/sub/self").c_str(), &own));
+    ASSERT_TRUE(self.seen);
+    EXPECT_EQ(self.seen->id.inode, own.st_ino);
+}
+
+// Whether two paths are one folder is the file system's to say.
+TEST(FolderComparison, PathsThatDifferInLetterCaseOnlyAreTwoFolders) {
+    ComparisonBench bench;
+    for (const char* name : {"a/x", "A/x"}) bench.folder.Write(name, name, 1'600'000'000);
+    bench.host.paths = {{bench.folder / "a", bench.folder / "A"}};
+    EXPECT_EQ(bench.Run(), CompareOutcome::Completed);
+    EXPECT_EQ(bench.Rows().size(), 1U);
+}
+
+// What lies behind a link is told so for both sides, also where one of them has nothing there.
+TEST(FolderComparison, BehindALinkToAFolderBothSidesAreCompared) {
+    ComparisonBench bench;
+    bench.Write(Side::Left, "sub/to/new", "1");
+    bench.folder.Write("outside/old", "1", 1'600'000'000);
+    bench.folder.MakeFolder("right/sub");
+    ASSERT_EQ(0, symlink("../../outside", (bench.folder / "right/sub/to").c_str()));
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    const CSubFolderDiffs* const diffs = bench.results.SubFolderDiffs.Find("sub");
+    ASSERT_NE(diffs, nullptr);
+    ASSERT_EQ(diffs->GetArrayDiffOneDimensions(), 2U);
+    for (std::size_t i = 1; i <= 2; ++i) {
+        EXPECT_EQ(diffs->GetUDTFromArrayDiffOne(i).elsewhere, Elsewhere::No);
+        EXPECT_EQ(diffs->GetUDTFromArrayDiffTwo(i).elsewhere, Elsewhere::BehindLink);
+    }
 }
 
 // Deeper than the walk holds folders open, and than one call of the system takes as a path.

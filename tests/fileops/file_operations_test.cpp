@@ -33,13 +33,13 @@ class FakeShell : public ShellOperations {
             answer.items.push_back({source, ItemOutcome::Done, {}});
         return answer;
     }
-    Error CopyOneFile(std::string_view from, std::string_view to) override {
-        single.push_back("copy " + std::string(from) + " " + std::string(to));
+    Error CopyOneFile(const OneFile& file) override {
+        single.push_back("copy " + file.path + " " + file.target);
         return Answer();
     }
-    Error SyncCopies() override { return {}; }
-    Error DeleteOneFile(std::string_view path) override {
-        single.push_back("delete " + std::string(path));
+    FinishedCopies FinishCopies() override { return {}; }
+    Error DeleteOneFile(const OneFile& file) override {
+        single.push_back("delete " + file.path);
         return Answer();
     }
 

@@ -164,6 +164,54 @@ TEST(SyncPlan, TakesSubFoldersByTheirRealNamesAndOnlySelectedOnes) {
     EXPECT_EQ(2U, GetListOfFilesAffectedBySync(results, settings, {}).subFolders.size());
 }
 
+// Neither what lies behind a link on either side nor what is not known is acted on, whatever the table says.
+TEST(SyncPlan, NothingIsDoneBehindLinksOrToWhatIsUnknown) {
+    ComparisonResults results;
+    results.folders = {{"/l/", "/r/"}};
+    const std::string folder = "\\sub", file = "f";
+    ResultRow row = Row(folder, DifferentFolder, 0);
+    for (const Side side : kBothSides) results.hold[side].AddCopy(row);
+    row = Row(file, Same, 0);
+    row.kind = RowKind::Unknown;
+    row.type = None;
+    for (const Side side : kBothSides) results.hold[side].AddCopy(row);
+    for (const Side linked : kBothSides) {
+        CSubFolderDiffs diffs(folder, "/l/sub");
+        PerSide<SubFolderRecord> pair;
+        for (const Side side : kBothSides) pair[side] = {"p", "p", {}, {}, Binary};
+        pair[linked].elsewhere = Elsewhere::BehindLink;
+        diffs.AddPair(pair);
+        pair[Other(linked)].type = None;
+        pair[linked].type = Orphan;
+        diffs.AddPair(pair);
+        pair[Other(linked)].type = Orphan;
+        pair[linked].type = None;
+        diffs.AddPair(pair);
+        for (const Side side : kBothSides) {
+            pair[side] = {"u", "u", {}, {}, None};
+            pair[side].unknown = true;
+        }
+        diffs.AddPair(pair);
+        results.SubFolderDiffs.Clear();
+        results.SubFolderDiffs.Add(std::move(diffs));
+        CSyncSettings settings;
+        settings.SetSyncMethod(SyncMethod::Custom);
+        for (const SyncAction action : {SyncAction::Copy, SyncAction::Delete}) {
+            for (const Side side : kBothSides)
+                for (int cell = 0; cell < kSyncCellCount; ++cell)
+                    settings.SetAction(side, static_cast<SyncCell>(cell), action);
+            const SyncPlan plan = GetListOfFilesAffectedBySync(results, settings, {});
+            // Only deletes on the side without the link are left.
+            std::multiset<std::string> expected;
+            const std::string path = linked == Side::Left ? "/r/sub/p" : "/l/sub/p";
+            if (action == SyncAction::Delete) expected = {"delete " + path, "delete " + path};
+            EXPECT_EQ(expected, Words(plan));
+            EXPECT_EQ(2U, plan.spared[linked]);
+            EXPECT_EQ(action == SyncAction::Copy ? 2U : 0U, plan.spared[Other(linked)]);
+        }
+    }
+}
+
 TEST(SyncPlan, SpaceCountsReplacedCounterpartsAndTheLastSubFolderAlone) {
     ComparisonResults results = ResultsWithSubFolders();
     results.hold[Side::Left].AddCopy(Row("big", Newer, 100));

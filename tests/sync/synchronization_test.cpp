@@ -99,10 +99,12 @@ TEST(Synchronization, NothingBehindALinkIsDeleted) {
     EXPECT_FALSE(report->cancelled);
     EXPECT_EQ(
         world.tools.messages.Line(0),
-        "Synchronization: Left alone: 2 object(s) of the right folder.  They, or what they would replace, "
-        "lie behind a link to a folder, or belong to both folders.");
+        "Synchronization: Left alone: 2 object(s) of the left folder.  They, or what they would replace, lie "
+        "behind a link to a folder, or belong to both folders.\r\nLeft alone: 2 object(s) of the right "
+        "folder.  They, or what they would replace, lie behind a link to a folder, or belong to both "
+        "folders.");
     EXPECT_EQ("stays", world.tools.folder.Read("elsewhere/precious"));
-    EXPECT_EQ("a", world.tools.folder.Read("elsewhere/a"));
+    EXPECT_FALSE(world.tools.folder.Exists("elsewhere/a"));
 }
 
 // The right folder lies in the left one, below a sub-folder that the right one has as well or lacks.
@@ -206,12 +208,13 @@ class ThrowingShell : public ShellOperations {
   public:
     explicit ThrowingShell(ShellOperations& real) : real_(real) {}
     ShellResult Run(const ShellRequest& request) override { return real_.Run(request); }
-    Error CopyOneFile(std::string_view from, std::string_view to) override {
-        if (from.ends_with("/one/a")) throw ErrorException(Error(ErrorNumber::DeviceIo, "Device I/O error"));
-        return real_.CopyOneFile(from, to);
+    Error CopyOneFile(const OneFile& file) override {
+        if (file.path.ends_with("/one/a"))
+            throw ErrorException(Error(ErrorNumber::DeviceIo, "Device I/O error"));
+        return real_.CopyOneFile(file);
     }
-    Error SyncCopies() override { return real_.SyncCopies(); }
-    Error DeleteOneFile(std::string_view path) override { return real_.DeleteOneFile(path); }
+    FinishedCopies FinishCopies() override { return real_.FinishCopies(); }
+    Error DeleteOneFile(const OneFile& file) override { return real_.DeleteOneFile(file); }
 
   private:
     ShellOperations& real_;

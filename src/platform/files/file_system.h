@@ -110,6 +110,8 @@ class OpenFolder {
     // Looks at the entry `name` as ForEach does and fills all of `entry` but its name. False where it is
     // gone, from a listing too.
     bool LookAt(std::string_view name, FolderEntry& entry) const;
+    // The text of the link `name`, as the system's bytes.
+    Error ReadLink(std::string_view name, std::string& target) const;
     // Opens the sub-folder `name`, following a link.
     Error OpenSub(std::string_view name, OpenFolder& out) const;
     // Opens the file `name` for reading, following a link: one that a listing has just shown to be a regular

@@ -1,5 +1,6 @@
 #include <dirent.h>
 #include <fcntl.h>
+#include <limits.h>
 
 #include <cerrno>
 #include <cstddef>
@@ -182,6 +183,13 @@ Error OpenFolder::ForEach(const EntrySink& sink, StatPolicy statPolicy) {
         if (!handOut(name, entry)) break;
     }
     return {};
+}
+
+Error OpenFolder::ReadLink(std::string_view name, std::string& target) const {
+    target.resize(PATH_MAX);
+    const ssize_t size = calls_->ReadlinkAt(fd_, EntryName(name).Bytes(), target.data(), target.size());
+    target.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+    return Error::FromErrno(size < 0 ? static_cast<int>(-size) : 0, name);
 }
 
 Error OpenFolder::OpenSub(std::string_view name, OpenFolder& out) const {

@@ -66,6 +66,10 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
             if (index.column() != Name || type == 0 || type >= icons_.size()) return {};
             return icons_[type];
         }
+        case Qt::ToolTipRole: {
+            const std::string why = WhyUnknown(row);
+            return why.empty() ? QVariant() : QVariant(ToQString(why));
+        }
         case Qt::TextAlignmentRole:
             return AlignmentOf(index.column());
         case Qt::AccessibleTextRole:
