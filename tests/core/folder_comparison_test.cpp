@@ -216,7 +216,7 @@ TEST(FolderComparison, OddEntriesAndNames) {
 TEST(FolderComparison, PathsThatDifferInLetterCaseOnlyAreTwoFolders) {
     ComparisonBench bench;
     for (const char* name : {"a/x", "A/x"}) bench.folder.Write(name, name, 1'600'000'000);
-    bench.host.paths = {{bench.folder / "a", bench.folder / "A"}};
+    bench.display.paths = {{bench.folder / "a", bench.folder / "A"}};
     EXPECT_EQ(bench.Run(), CompareOutcome::Completed);
     EXPECT_EQ(bench.Rows().size(), 1U);
 }

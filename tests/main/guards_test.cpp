@@ -123,7 +123,7 @@ TEST(Guards, DropsAndPathIconsStandInsideThemToo) {
                                                "Unexpected Error in frmMain.imgSelectSource_Click"));
         else
             EXPECT_THAT(titles, ::testing::IsEmpty());
-        EXPECT_TRUE(window.MenusEnabled());
+        EXPECT_FALSE(program.Get().busy.IsBusy());
     }
 }
 

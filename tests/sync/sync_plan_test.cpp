@@ -194,7 +194,8 @@ TEST(SyncPlan, NothingIsDoneBehindLinksOrToWhatIsUnknown) {
         diffs.AddPair(pair);
         results.SubFolderDiffs.Clear();
         results.SubFolderDiffs.Add(std::move(diffs));
-        CSyncSettings settings;
+        Options options;
+        CSyncSettings settings(options);
         settings.SetSyncMethod(SyncMethod::Custom);
         for (const SyncAction action : {SyncAction::Copy, SyncAction::Delete}) {
             for (const Side side : kBothSides)
