@@ -1,5 +1,7 @@
 #include "views/forms/pane_model.h"
 
+#include <QPixmap>
+
 #include "core/row_texts.h"
 #include "platform/forms/qt_text.h"
 
@@ -29,6 +31,10 @@ int AlignmentOf(int column) {
 PaneModel::PaneModel(const PaneList& list, Side side, const LocaleFormats& locale, const ResultIcons& icons,
                      QObject* parent)
     : QAbstractTableModel(parent), list_(list), side_(side), locale_(locale) {
+    // A row without a type keeps its name in line with those that have one.
+    QPixmap blank(16, 16);
+    blank.fill(Qt::transparent);
+    icons_[0] = QIcon(blank);
     for (int type = 1; icons && type <= kResultTypeCount; ++type)
         icons_[static_cast<std::size_t>(type)] = icons(static_cast<ResultType>(type), true);
 }
@@ -63,7 +69,8 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
             }
         case Qt::DecorationRole: {
             const auto type = static_cast<std::size_t>(row.type);
-            if (index.column() != Name || type == 0 || type >= icons_.size()) return {};
+            if (index.column() != Name || type >= icons_.size()) return {};
+            if (type == 0 && row.kind != RowKind::Unknown) return {};
             return icons_[type];
         }
         case Qt::ToolTipRole: {
