@@ -1,11 +1,9 @@
 #include "core/tree_walk.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "core/cfile.h"
-#include "core/name_pairs.h"
 #include "core/occupied_names.h"
 #include "platform/names/paths.h"
 
@@ -125,85 +123,6 @@ bool TreeWalk::StepForSize(Level& level) {
     return false;
 }
 
-// Makes the items of the level, in the order of the keys.
-void TreeWalk::PairEntries(Level& level) const {
-    const auto keyAt = [&](Side side, std::size_t position) {
-        return level.listing[side].Key(level.listing[side].At(position));
-    };
-    const auto plain = [](std::string_view key) {
-        if (key.ends_with('/')) key.remove_suffix(1);
-        return key;
-    };
-    const auto kindOf = [](const FolderListing::Entry& entry) {
-        if (entry.reason != UnknownReason::None) return NameKind::Other;
-        return entry.isFolder ? NameKind::Folder : NameKind::File;
-    };
-    const auto add = [&](const PerSide<std::vector<CollidingName>>& names) {
-        for (const NamePair& pair : PairNames(names)) {
-            Item item;
-            for (const Side side : kBothSides)
-                if (pair[side]) item.at[side] = pair[side]->index;
-            level.items.push_back(item);
-        }
-    };
-    // Names that fold like one that is neither file nor folder are set aside, since they may pair with it.
-    std::map<std::string_view, PerSide<std::vector<CollidingName>>> occupied;
-    for (const Side side : kBothSides) {
-        const FolderListing& listing = level.listing[side];
-        for (std::size_t i = 0; listing.HasOthers() && i < listing.Count(); ++i)
-            if (listing.At(i).reason != UnknownReason::None) occupied[keyAt(side, i)];
-    }
-    PerSide<std::size_t> next;
-    while (true) {
-        PerSide<std::string_view> key;
-        PerSide<bool> there;
-        for (const Side side : kBothSides) {
-            there[side] = next[side] < level.listing[side].Count();
-            if (there[side]) key[side] = keyAt(side, next[side]);
-        }
-        if (!there[Side::Left] && !there[Side::Right]) break;
-        if (there[Side::Left] && there[Side::Right]) {
-            const int order = key[Side::Left].compare(key[Side::Right]);
-            if (order != 0) there[order < 0 ? Side::Right : Side::Left] = false;
-        }
-        const std::string_view common = there[Side::Left] ? key[Side::Left] : key[Side::Right];
-        Item item;
-        bool collides = false;
-        const PerSide<std::size_t> first = next;
-        for (const Side side : kBothSides) {
-            if (!there[side]) continue;
-            item.at[side] = static_cast<std::uint32_t>(next[side]);
-            do ++next[side];
-            while (next[side] < level.listing[side].Count() && keyAt(side, next[side]) == common);
-            collides = collides || next[side] - first[side] > 1;
-        }
-        const auto at = occupied.empty() ? occupied.end() : occupied.find(plain(common));
-        if (at == occupied.end() && !collides) {
-            level.items.push_back(item);
-            continue;
-        }
-        PerSide<std::vector<CollidingName>> here;
-        PerSide<std::vector<CollidingName>>& names = at == occupied.end() ? here : at->second;
-        for (const Side side : kBothSides) {
-            for (std::size_t i = first[side]; i < next[side]; ++i) {
-                const FolderListing::Entry& entry = level.listing[side].At(i);
-                names[side].push_back(
-                    {level.listing[side].Name(entry), kindOf(entry), static_cast<std::uint32_t>(i)});
-            }
-        }
-        if (at == occupied.end()) add(here);
-    }
-    if (occupied.empty()) return;
-    for (const auto& [key, names] : occupied) add(names);
-    std::stable_sort(level.items.begin(), level.items.end(), [&](const Item& a, const Item& b) {
-        const auto keyOf = [&](const Item& item) {
-            return item.Has(Side::Left) ? keyAt(Side::Left, item.at[Side::Left])
-                                        : keyAt(Side::Right, item.at[Side::Right]);
-        };
-        return keyOf(a) < keyOf(b);
-    });
-}
-
 void TreeWalk::Descend(Level& level, const Item& item, Mode mode) {
     Level& child = Push(mode);
     PerSide<bool> onBranch;
@@ -297,7 +216,7 @@ void TreeWalk::Finish(Level& child) {
     }
     if (!bothKnown && child.mode == Mode::Compare) child.mode = Mode::Size;
     if (child.mode == Mode::Compare)
-        PairEntries(child);
+        PairEntries(child.listing, child.items);
     else
         MarkUnknownEntries(child);
     if (depth_ > kLevelsHeldOpen) {
@@ -419,7 +338,7 @@ void TreeWalk::LookAtFiles(Level& level, Item& item) {
         const Currency before = listing.TotalSize();
         const bool there = listing.LookAt(item.at[side]);
         outcome_.size[side] += listing.TotalSize() - before;
-        if (!there) item.at[side] = kNone;
+        if (!there) item.at[side] = Item::kNone;
     }
 }
 
@@ -428,121 +347,6 @@ void TreeWalk::CompareFiles(Level& level, const Item& item) {
     if (item.IsPair())
         types = pairs_.Classify(FilesOf(level, item), [&](Side side) { return FilePath(level, item, side); });
     if (types != PairTypes{ResultType::Same, ResultType::Same}) Record(level, item, types);
-}
-
-// A name that is occupied on a side by what is no file and no folder. A folder opposite it only counts in the
-// size.
-void TreeWalk::JudgeOccupied(Level& level, const Item& item) {
-    OccupiedName name;
-    PerSide<UnknownReason> reasons;
-    for (const Side side : kBothSides) {
-        if (!item.Has(side)) continue;
-        const FolderListing::Entry& entry = EntryOf(level, item, side);
-        name.halves[side] = {true, entry.reason, entry.isLink, entry.keptAsFile};
-        reasons[side] = entry.reason;
-    }
-    const OccupiedVerdict verdict = Judge(name, [&] {
-        PerSide<const OpenFolder*> folders;
-        PerSide<std::string_view> names;
-        for (const Side side : kBothSides) {
-            FolderListing& listing = level.listing[side];
-            if (!listing.From().folder.IsOpen()) (void)Reopen(side, listing.From());
-            folders[side] = &listing.From().folder;
-            names[side] = listing.Name(EntryOf(level, item, side));
-        }
-        return HoldSameText(folders, names);
-    });
-    switch (verdict) {
-        case OccupiedVerdict::Ignored:
-            outcome_.specialObjects += SpecialObjects(name);
-            break;
-        case OccupiedVerdict::OrphanLink:
-            Record(level, item, {ResultType::Orphan, ResultType::Orphan});
-            break;
-        case OccupiedVerdict::EqualLinks:
-            break;
-        case OccupiedVerdict::Unknown:
-            RecordUnknown(level, item, reasons);
-            for (const Side side : kBothSides) {
-                if (!item.Has(side) || !EntryOf(level, item, side).isFolder) continue;
-                const FolderListing::Entry entry = EntryOf(level, item, side);
-                DescendAside(level, side, entry, Mode::AsideSize);
-            }
-            break;
-    }
-}
-
-void TreeWalk::RecordUnknown(Level& level, const Item& item, const PerSide<UnknownReason>& reasons) {
-    Record(level, item, {}, &reasons);
-    for (const Side side : kBothSides)
-        if (item.Has(side)) MarkUnknownEntry(side, level, EntryOf(level, item, side), reasons[side]);
-}
-
-// With `unknown` nothing is to be concluded from either half.
-void TreeWalk::Record(const Level& level, const Item& item, const PairTypes& types,
-                      const PerSide<UnknownReason>* unknown) {
-    const PerSide<ScannedFile> files = FilesOf(level, item);
-    PerSide<SubFolderRecord> records;
-    std::string_view shown;
-    for (const Side side : kBothSides) {
-        SubFolderRecord& record = records[side];
-        record.elsewhere = level.elsewhere[side];
-        if (!item.Has(side)) continue;
-        const FolderListing::Entry& entry = EntryOf(level, item, side);
-        // A link to a folder stands for itself.
-        record.size = entry.isFolder || entry.reason != UnknownReason::None ? Currency() : files[side].size;
-        record.lastWrite = entry.isFolder ? entry.seen.lastWrite : files[side].lastWrite;
-        record.isLink = entry.isLink;
-        if (entry.seen != Seen()) record.seen = entry.seen;
-        record.type = side == Side::Left ? types.left : types.right;
-        if (unknown) {
-            record.unknown = true;
-            record.reason = (*unknown)[side];
-        }
-        level.listing[side].PathOf(entry, pathScratch_[side]);
-        if (shown.empty()) shown = pathScratch_[side];
-        record.realName = pathScratch_[side];
-        record.name = shown;
-    }
-    diffs_->AddPair(records);
-}
-
-void TreeWalk::MarkUnlisted(Side side, Mode mode, const std::string& path, Error error,
-                            std::string lastFile) {
-    const std::string folder = WithoutTrailingSlash(FullPath(side, path));
-    if (mode == Mode::AsideSize) {
-        context_.tools.log.AppendNote("Not in the size of its folder, since it could not be listed: " +
-                                      folder);
-        return;
-    }
-    outcome_.complete = false;
-    context_.compare.ErrorsDuringCompare = true;
-    context_.tools.log.Append(
-        {"File Name: " + folder, "Process: Listing the folder", "Error: " + error.Description()});
-    diffs_->AddUnknownPlace({side, std::string(WithoutTrailingSlash(path))});
-    unlisted_.push_back({std::move(error), folder, std::move(lastFile)});
-}
-
-// Of a level of which nothing is recorded.
-void TreeWalk::MarkUnknownEntries(const Level& level) {
-    if (level.mode == Mode::AsideSize) return;
-    for (const Side side : kBothSides) {
-        const FolderListing& listing = level.listing[side];
-        for (std::size_t i = 0; i < listing.Count(); ++i)
-            if (listing.At(i).reason == UnknownReason::NotTold)
-                MarkUnknownEntry(side, level, listing.At(i), UnknownReason::NotTold);
-    }
-}
-
-void TreeWalk::MarkUnknownEntry(Side side, const Level& level, const FolderListing::Entry& entry,
-                                UnknownReason reason) {
-    if (reason == UnknownReason::None) return;
-    std::string path;
-    level.listing[side].PathOf(entry, path);
-    NoteUnknown(context_, FullPath(side, path), reason);
-    if (reason != UnknownReason::NotTold) return;
-    outcome_.complete = false;
-    diffs_->AddUnknownPlace({side, path});
 }
 
 std::string TreeWalk::FullPath(Side side, std::string_view below) const {

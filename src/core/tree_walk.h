@@ -7,6 +7,7 @@
 
 #include "core/comparison_results.h"
 #include "core/folder_listing.h"
+#include "core/level_pairs.h"
 #include "core/pair_comparison.h"
 #include "core/side.h"
 #include "core/sub_folder_diffs.h"
@@ -48,17 +49,11 @@ class TreeWalk {
     std::vector<UnlistedFolder> TakeUnlistedFolders() { return std::exchange(unlisted_, {}); }
 
   private:
+    using Item = LevelItem;
     enum class Mode : std::uint8_t {
         Compare,
         Size,       // no records; what cannot be listed makes the walk incomplete
         AsideSize,  // in a folder that the options exclude: its troubles are only noted
-    };
-    static constexpr std::uint32_t kNone = UINT32_MAX;
-    struct Item {
-        PerSide<std::uint32_t> at{{kNone, kNone}};  // positions in the listings; kNone on a side without one
-        bool Has(Side side) const { return at[side] != kNone; }
-        bool IsEmpty() const { return !Has(Side::Left) && !Has(Side::Right); }
-        bool IsPair() const { return Has(Side::Left) && Has(Side::Right); }
     };
     struct Level {
         PerSide<FolderListing> listing;
@@ -75,7 +70,6 @@ class TreeWalk {
     Level& Push(Mode mode);
     void Pop();
     bool Step(Level& level);
-    void PairEntries(Level& level) const;
     void TakeItem(Level& level, Item item);
     void TakeFolders(Level& level, const Item& item);
     bool StepForSize(Level& level);
