@@ -88,6 +88,7 @@ void CDir::DropContent() {
     seen_ = std::make_shared<SeenPool>();
     indexed_ = true;
     Size = Currency();
+    id_ = {};
 }
 
 ScanOutcome CDir::PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context) {
@@ -103,6 +104,7 @@ ScanOutcome CDir::PopulateSelfWithFiles(const ScanOptions& options, const Compar
         ListingState state{context, NameFilter::ForScan(options)};
         OpenFolder folder;
         ThrowIfFailed(tools_.files.Open(path_, folder));
+        id_ = folder.Id();
         indexed_ = false;
         ThrowIfFailed(
             folder.ForEach([this, &state](const FolderEntry& entry) { return TakeEntry(entry, state); }));

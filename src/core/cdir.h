@@ -53,7 +53,8 @@ class CDir {
     const std::string& DriveName() const { return driveName_; }
     std::size_t FileCount() const { return Files().size(); }
     std::size_t SubDirCount() const { return SubDirs().size(); }
-    Currency Size;  // 0 after each scan; for callers
+    Currency Size;                     // 0 after each scan; for callers
+    FileId Id() const { return id_; }  // of the folder that was scanned
 
     // `markedName` begins with the folder marker. A duplicate is ignored.
     void AddSubDir(std::string_view markedName);
@@ -103,6 +104,7 @@ class CDir {
     Toolbox tools_;
     std::string path_;
     std::string driveName_;
+    FileId id_;
     std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
     std::shared_ptr<SeenPool> seen_ = std::make_shared<SeenPool>();
     // Sorted once `indexed_`; a scan that was cancelled leaves that to the first look.

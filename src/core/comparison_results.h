@@ -20,6 +20,7 @@ struct UnlistedFolder {
 // to these folders, also while another comparison runs or after one that failed.
 struct ComparisonResults {
     PerSide<std::string> folders;  // the compared folders, each with "/" at its end; empty before the first
+    PerSide<FileId> folderIds;     // which folders these were
     HoldLists hold;
     SubFolderDiffsCollection SubFolderDiffs;
     std::size_t specialObjects = 0;          // FIFOs, sockets and devices that were passed over

@@ -145,7 +145,10 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
                                    [&] { analysis.ShowAllSubFoldersInBothDirs(found); }))
             return false;
     }
-    for (const Side side : kBothSides) found.folders[side] = dirs[side]->Path();
+    for (const Side side : kBothSides) {
+        found.folders[side] = dirs[side]->Path();
+        found.folderIds[side] = dirs[side]->Id();
+    }
     if (found.specialObjects > 0)
         tools_.log.AppendNote(std::to_string(found.specialObjects) + " special objects passed over");
     return true;

@@ -5,6 +5,7 @@
 
 #include "core/row_texts.h"
 #include "fileops/drive_warning.h"
+#include "fileops/expectations.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -26,6 +27,27 @@ std::vector<std::string> SelectedPaths(const Toolbox& tools, const ListRef& list
     return paths;
 }
 
+enum class Target { None, FolderOpposite, AnotherFolder };
+
+// What is expected of the objects that SelectedPaths gives. A folder that goes as a whole goes with what is
+// in it when the user is asked, and that is now.
+std::vector<Expectation> ExpectedOfSelected(const Toolbox& tools, const ListRef& list, Target target) {
+    std::vector<Expectation> expected;
+    for (std::size_t i = 0; i < list.rows.Count(); ++i) {
+        const ResultRow& row = list.rows[i];
+        if (!row.selected || !row.IsReal() || row.realName.empty()) continue;
+        Expectation& of = expected.emplace_back();
+        of.source = SightingOf(row);
+        if (target == Target::FolderOpposite && i < list.otherRows.Count())
+            of.target = SightingOf(list.otherRows[i]);
+        if (target == Target::None && row.kind == RowKind::Folder && !row.isLink) {
+            // What cannot be looked at now is told when the folder's turn comes.
+            static_cast<void>(LookBelow(tools.files, ObjectPath(list.folder, row), of.below).IsOk());
+        }
+    }
+    return expected;
+}
+
 bool AnythingSelected(const ResultList& rows) {
     return std::ranges::any_of(rows, [](const ResultRow& row) { return row.selected; });
 }
@@ -39,6 +61,12 @@ struct FileOperations::Verb {
     const char* about;
     const char* confirmTitle;
     ShellResult (ShellWrappers::*run)(std::vector<std::string>, std::string_view, ShellWrappers::Options);
+};
+
+struct FileOperations::Objects {
+    std::vector<std::string> paths;
+    std::vector<Expectation> expected{};
+    std::vector<ShellRoot> roots{};
 };
 
 struct FileOperations::Job {
@@ -111,19 +139,22 @@ ShellResult FileOperations::CopyOrMove(const Verb& verb, const ListRef& list, co
                 return;
             }
         }
-        result = CarryOut(verb, paths, target, job);
+        const Target kind = job.betweenSides ? Target::FolderOpposite : Target::AnotherFolder;
+        result = CarryOut(verb, {paths, ExpectedOfSelected(tools_, list, kind), list.roots}, target, job);
     });
     return result;
 }
 
-ShellResult FileOperations::CarryOut(const Verb& verb, const std::vector<std::string>& paths,
-                                     const std::string& target, const Job& job) {
+ShellResult FileOperations::CarryOut(const Verb& verb, Objects objects, const std::string& target,
+                                     const Job& job) {
     const BusyState::Wait wait(busy_);
     ShellWrappers::Options options;
     options.confirm = job.confirm == Confirm::Yes;
     // Where both sides have the object, its name there can differ in letter case: it is the same object.
     options.ignoreLetterCase = job.betweenSides;
-    ShellResult result = (wrappers_.*verb.run)(paths, target, options);
+    options.expected = std::move(objects.expected);
+    options.roots = std::move(objects.roots);
+    ShellResult result = (wrappers_.*verb.run)(std::move(objects.paths), target, std::move(options));
     if (job.partOf == PartOf::Command) autoCompareStep_();
     return result;
 }
@@ -158,7 +189,7 @@ ShellResult FileOperations::CopyOrMoveDropped(const Verb& verb, const std::vecto
                 return;
             }
         }
-        result = CarryOut(verb, paths, dir, {.routineName = routineName, .confirm = confirm, .space = {}});
+        result = CarryOut(verb, {paths}, dir, {.routineName = routineName, .confirm = confirm, .space = {}});
     });
     return result;
 }
@@ -177,6 +208,7 @@ ShellResult FileOperations::DeleteFilesFromLVW(const ListRef& list, Confirm conf
                 "Unable to Delete", "No item(s) selected. Please select some item(s), and try again.");
             return;
         }
+        ShellWrappers::Options options = OptionsFor(list, confirm);
         DriveKind kind = DriveKind::Unknown;
         if (confirm == Confirm::Yes) {
             const MessageAnswer answer =
@@ -196,7 +228,7 @@ ShellResult FileOperations::DeleteFilesFromLVW(const ListRef& list, Confirm conf
             return;
         }
         const BusyState::Wait wait(busy_);
-        result = wrappers_.RecycleFiles(paths, {.confirm = confirm == Confirm::Yes});
+        result = wrappers_.RecycleFiles(paths, std::move(options));
         if (partOf == PartOf::Command) autoCompareStep_();
     });
     return result;
@@ -218,6 +250,7 @@ ShellResult FileOperations::DeletePermanentlyFilesFromLVW(const ListRef& list, C
                     "Unable to Delete", "No item(s) selected. Please select some item(s), and try again.");
             return;
         }
+        ShellWrappers::Options options = OptionsFor(list, confirm);
         if (confirm == Confirm::Yes && prompts == Prompts::Shown) {
             const MessageAnswer answer =
                 tools_.messages.Confirm({"Confirm Delete",
@@ -228,10 +261,17 @@ ShellResult FileOperations::DeletePermanentlyFilesFromLVW(const ListRef& list, C
         }
         tools_.loop.Yield();
         const BusyState::Wait wait(busy_);
-        result = wrappers_.DeleteFilesPermanently(paths, {.confirm = confirm == Confirm::Yes});
+        result = wrappers_.DeleteFilesPermanently(paths, std::move(options));
         autoCompareStep_();
     });
     return result;
+}
+
+// For the removal of what is selected, before the user is asked about it.
+ShellWrappers::Options FileOperations::OptionsFor(const ListRef& list, Confirm confirm) const {
+    return {.confirm = confirm == Confirm::Yes,
+            .expected = ExpectedOfSelected(tools_, list, Target::None),
+            .roots = list.roots};
 }
 
 bool FileOperations::AskFirst(const Verb& verb, const std::vector<std::string>& paths,

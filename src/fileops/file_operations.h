@@ -20,6 +20,7 @@ struct ListRef {
     const ResultList& rows;
     const ResultList& otherRows;
     std::string folder, otherFolder;
+    std::vector<ShellRoot> roots{};  // which folders the rows tell of
 };
 
 // Copy, move, delete and recycle of selected rows and of dropped objects, on the main window. Each routine
@@ -52,8 +53,9 @@ class FileOperations {
     ShellResult CopyOrMove(const Verb& verb, const ListRef& list, const std::string& target, const Job& job);
     ShellResult CopyOrMoveDropped(const Verb& verb, const std::vector<std::string>& paths,
                                   const std::string& dir, Confirm confirm, const std::string& routineName);
-    ShellResult CarryOut(const Verb& verb, const std::vector<std::string>& paths, const std::string& target,
-                         const Job& job);
+    struct Objects;
+    ShellResult CarryOut(const Verb& verb, Objects objects, const std::string& target, const Job& job);
+    ShellWrappers::Options OptionsFor(const ListRef& list, Confirm confirm) const;
     bool AskFirst(const Verb& verb, const std::vector<std::string>& paths, const std::string& source,
                   const std::string& target);
     void Warn(const std::string& title, const std::string& text);

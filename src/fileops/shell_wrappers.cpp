@@ -8,7 +8,7 @@ ShellResult ShellWrappers::CopyFiles(std::vector<std::string> sources, std::stri
     request.operation = ShellOperation::Copy;
     request.sources = std::move(sources);
     request.target = target;
-    return Finish(std::move(request), options, "Selected item(s) copied to " + std::string(target),
+    return Finish(std::move(request), std::move(options), "Selected item(s) copied to " + std::string(target),
                   "Copy Succeeded");
 }
 
@@ -18,7 +18,7 @@ ShellResult ShellWrappers::MoveFiles(std::vector<std::string> sources, std::stri
     request.operation = ShellOperation::Move;
     request.sources = std::move(sources);
     request.target = target;
-    return Finish(std::move(request), options, "Selected item(s) moved to " + std::string(target),
+    return Finish(std::move(request), std::move(options), "Selected item(s) moved to " + std::string(target),
                   "Move Succeeded");
 }
 
@@ -26,7 +26,7 @@ ShellResult ShellWrappers::RecycleFiles(std::vector<std::string> sources, Option
     ShellRequest request;
     request.operation = ShellOperation::Recycle;
     request.sources = std::move(sources);
-    return Finish(std::move(request), options, "Selected item(s) sent to the Recycle Bin",
+    return Finish(std::move(request), std::move(options), "Selected item(s) sent to the Recycle Bin",
                   "Delete Succeeded");
 }
 
@@ -34,7 +34,7 @@ ShellResult ShellWrappers::DeleteFilesPermanently(std::vector<std::string> sourc
     ShellRequest request;
     request.operation = ShellOperation::Delete;
     request.sources = std::move(sources);
-    return Finish(std::move(request), options, "Selected item(s) deleted", "Delete Succeeded");
+    return Finish(std::move(request), std::move(options), "Selected item(s) deleted", "Delete Succeeded");
 }
 
 ShellResult ShellWrappers::RenameFile(std::string_view source, std::string_view target,
@@ -58,8 +58,10 @@ ShellResult ShellWrappers::RenameFile(std::string_view source, std::string_view 
     return result;
 }
 
-ShellResult ShellWrappers::Finish(ShellRequest request, const Options& options,
-                                  const std::string& successText, const std::string& successTitle) {
+ShellResult ShellWrappers::Finish(ShellRequest request, Options options, const std::string& successText,
+                                  const std::string& successTitle) {
+    request.expected = std::move(options.expected);
+    request.roots = std::move(options.roots);
     request.targetIsFullPath = options.targetIsFullPath;
     request.ignoreLetterCase = options.ignoreLetterCase;
     request.noConfirmation = !options.confirm;

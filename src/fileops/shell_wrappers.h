@@ -20,6 +20,8 @@ class ShellWrappers {
         bool silent = false;            // no progress, no error boxes
         bool targetIsFullPath = false;  // CopyFiles, MoveFiles: a pair of paths instead of a target folder
         bool ignoreLetterCase = false;  // CopyFiles, MoveFiles: see ShellRequest
+        std::vector<Expectation> expected{};  // one for each source, or none
+        std::vector<ShellRoot> roots{};
     };
 
     struct RenameOptions {
@@ -38,7 +40,7 @@ class ShellWrappers {
     ShellOperations& Shell() const { return shell_; }
 
   private:
-    ShellResult Finish(ShellRequest request, const Options& options, const std::string& successText,
+    ShellResult Finish(ShellRequest request, Options options, const std::string& successText,
                        const std::string& successTitle);
     void ShowApiError(const ShellResult& result);
 

@@ -2,6 +2,7 @@
 
 #include "core/row_texts.h"
 #include "fileops/drive_warning.h"
+#include "fileops/expectations.h"
 #include "fileops/space_check.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
@@ -21,13 +22,6 @@ struct SubFolderOperations::Kind {
 };
 
 namespace {
-
-// Makes the folders above `path` that are missing.
-Error MakeFolders(const FileSystem& files, const std::string& path) {
-    if (path.empty() || files.FolderExists(path)) return {};
-    if (Error error = MakeFolders(files, GetParentFolderName(path)); !error.IsOk()) return error;
-    return files.CreateFolder(path);
-}
 
 void MakePlaceholder(ResultRow& row) {
     const std::uint32_t tag = row.tag;
@@ -88,14 +82,18 @@ std::vector<SubFolderOperations::Item> SubFolderOperations::SelectedItems() {
         // A counterpart keeps its own letter case: it is the same file.
         const bool hasCounterpart = i < lists[Other(side)].Count() && lists[Other(side)][i].IsReal();
         const ResultRow& named = hasCounterpart ? lists[Other(side)][i] : row;
-        items.push_back({i, ObjectPath(folder, row), ObjectPath(otherFolder, named)});
+        Expectation expected{SightingOf(row), {}, {}};
+        if (i < lists[Other(side)].Count()) expected.target = SightingOf(lists[Other(side)][i]);
+        items.push_back({i, ObjectPath(folder, row), ObjectPath(otherFolder, named), std::move(expected)});
     }
     return items;
 }
 
 SubFolderOperations::Result SubFolderOperations::Operate(const Kind& kind, Confirm confirm, PartOf partOf) {
-    Run run{
-        .kind = kind, .deleteForGood = kind.verb == SubFolderVerb::Delete, .lastParent = {}, .result = {}};
+    Run run{.kind = kind,
+            .deleteForGood = kind.verb == SubFolderVerb::Delete,
+            .roots = host_.Roots(),
+            .result = {}};
     tools_.reporter.Guard(kind.routineName, [&] {
         const std::vector<Item> items = SelectedItems();
         if (items.empty()) {
@@ -181,37 +179,35 @@ bool SubFolderOperations::DoOne(Run& run, const Item& item) {
         case SubFolderVerb::Copy:
             return CopyOne(run, item);
         case SubFolderVerb::Move:
-            return Took(run, wrappers_.MoveFiles({item.path}, item.target,
-                                                 {.confirm = false, .targetIsFullPath = true}));
+            return Took(run, wrappers_.MoveFiles({item.path}, item.target, Alone(run, item)));
         case SubFolderVerb::Recycle:
             if (run.deleteForGood) return DeleteOne(run, item);
-            return Took(run, wrappers_.RecycleFiles({item.path}, {.confirm = false}));
+            return Took(run, wrappers_.RecycleFiles({item.path}, Alone(run, item)));
         case SubFolderVerb::Delete:
             break;
     }
     return DeleteOne(run, item);
 }
 
+ShellWrappers::Options SubFolderOperations::Alone(const Run& run, const Item& item) {
+    return {.confirm = false, .targetIsFullPath = true, .expected = {item.expected}, .roots = run.roots};
+}
+
+// What fails goes the shell's own way, with its error box, and is held against the same that was seen.
 bool SubFolderOperations::CopyOne(Run& run, const Item& item) {
-    const std::string parent = GetParentFolderName(item.target);
-    if (!EqualIgnoringCase(parent, run.lastParent)) {
-        // Where this fails, the copy does, and tells why.
-        static_cast<void>(MakeFolders(tools_.files, parent).IsOk());
-        run.lastParent = parent;
-    }
-    if (wrappers_.Shell().CopyOneFile(item.path, item.target).IsOk()) return true;
-    return Took(run,
-                wrappers_.CopyFiles({item.path}, item.target, {.confirm = false, .targetIsFullPath = true}));
+    if (wrappers_.Shell().CopyOneFile({item.path, item.target, item.expected, run.roots, true}).IsOk())
+        return true;
+    return Took(run, wrappers_.CopyFiles({item.path}, item.target, Alone(run, item)));
 }
 
 bool SubFolderOperations::DeleteOne(Run& run, const Item& item) {
-    if (wrappers_.Shell().DeleteOneFile(item.path).IsOk()) return true;
-    return Took(run, wrappers_.DeleteFilesPermanently({item.path}, {.confirm = false}));
+    if (wrappers_.Shell().DeleteOneFile({item.path, {}, item.expected, run.roots}).IsOk()) return true;
+    return Took(run, wrappers_.DeleteFilesPermanently({item.path}, Alone(run, item)));
 }
 
 bool SubFolderOperations::Took(Run& run, const ShellResult& result) {
     run.result.cancelled = run.result.cancelled || !result.AllDone();
-    run.stop = run.stop || result.cancelled;
+    run.stop = run.stop || result.cancelled || result.rootLost;
     return result.AllDone();
 }
 

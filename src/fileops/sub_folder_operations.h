@@ -15,6 +15,8 @@ class SubFolderHost {
   public:
     virtual ~SubFolderHost() = default;
     virtual std::string FolderPath(Side side) const = 0;
+    // The two folders that were compared, above those of FolderPath.
+    virtual std::vector<ShellRoot> Roots() const = 0;
     // The list that is acted on: the one last pressed.
     virtual Side CurrentListview() const = 0;
     // The pair of lists with the selection, and its twins: row i of the one is row i of the other. The twins
@@ -50,13 +52,14 @@ class SubFolderOperations {
     struct Item {
         std::size_t row;
         std::string path, target;
+        Expectation expected;
     };
     // One operation and how it stands.
     struct Run {
         const Kind& kind;
         bool deleteForGood = false;
         bool stop = false;  // the user wants no more of it
-        std::string lastParent;
+        std::vector<ShellRoot> roots;
         Result result;
     };
     Result Operate(const Kind& kind, Confirm confirm, PartOf partOf);
@@ -68,6 +71,7 @@ class SubFolderOperations {
     bool DoOne(Run& run, const Item& item);
     bool CopyOne(Run& run, const Item& item);
     bool DeleteOne(Run& run, const Item& item);
+    static ShellWrappers::Options Alone(const Run& run, const Item& item);
     static bool Took(Run& run, const ShellResult& result);
     void PutRowsRight(const Kind& kind, std::size_t row);
     std::vector<Item> SelectedItems();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "fileops/expectations.h"
 #include "main/application.h"
 #include "main/running_command.h"
 #include "sync/forms/frm_confirm_sync.h"
@@ -41,8 +42,10 @@ void ObjectOperations::OnCurrentList(Work&& work) {
     const RunningCommand running(application_);
     const ResultPanes& panes = application_.panes;
     const Side side = panes.CurrentListview().value_or(Side::Left);
+    std::vector<ShellRoot> roots = RootsOf(application_.results);
     work(ListRef{panes.Pane(side).Rows(), panes.Pane(Other(side)).Rows(),
-                 application_.Window().PaneFolder(side), application_.Window().PaneFolder(Other(side))});
+                 application_.Window().PaneFolder(side), application_.Window().PaneFolder(Other(side)),
+                 std::move(roots)});
 }
 
 std::optional<std::string> ObjectOperations::PickTarget(const ListRef& list, const char* prompt) {

@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include "platform/names/names.h"
+#include "platform/names/temporary_names.h"
 
 namespace vantrel::shell {
 
@@ -14,7 +15,9 @@ namespace {
 const Sighting& SeenAt(const ShellRun& run, const std::string& below) {
     static const Sighting kNotKnown, kNothing = Sighting::Nothing();
     if (below.empty()) return run.expected->source;
-    if (!run.expected->below) return kNotKnown;
+    // Our own leftovers are in no list.
+    const bool isOurs = IsTemporaryCopyName(std::string_view(below).substr(below.rfind('/') + 1));
+    if (!run.expected->below || isOurs) return kNotKnown;
     const auto found = run.expected->below->find(below);
     return found == run.expected->below->end() ? kNothing : found->second;
 }

@@ -217,7 +217,13 @@ Error SystemShellOperations::CopyOneFile(const OneFile& file) {
     Folder& toHolder = *shared;
     Place source{&fromHolder, {}}, target{&toHolder, {}};
     if (Error error = roots.OpenHolder(file.path, fromHolder, source.name); !error.IsOk()) return error;
-    if (Error error = roots.OpenHolder(file.target, toHolder, target.name); !error.IsOk()) return error;
+    if (file.makesFolders) {
+        const std::string above = GetParentFolderName(file.target);
+        if (Error error = roots.OpenOrMakeFolder(above, toHolder); !error.IsOk()) return error;
+        target.name = NameToSystem(GetLastItemInPath(file.target));
+    } else if (Error error = roots.OpenHolder(file.target, toHolder, target.name); !error.IsOk()) {
+        return error;
+    }
     SweepTemporaryFiles(*state_, toHolder);
     ShellRequest request;
     request.noConfirmation = request.silent = request.noErrorUi = true;

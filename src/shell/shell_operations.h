@@ -71,6 +71,7 @@ struct OneFile {
     std::string target;  // full, where there is one
     Expectation expected = {};
     std::vector<ShellRoot> roots = {};
+    bool makesFolders = false;  // a copy makes the folders above its target where they are missing
 };
 
 enum class ItemOutcome : std::uint8_t {

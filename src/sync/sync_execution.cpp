@@ -2,15 +2,10 @@
 
 #include <unordered_set>
 
-#include "core/cdir.h"
-#include "platform/names/names.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
 namespace {
-
-constexpr ShellWrappers::Options kWithoutConfirmation{.confirm = false};
-constexpr ShellWrappers::Options kPairWithoutConfirmation{.confirm = false, .targetIsFullPath = true};
 
 class Execution {
   public:
@@ -49,40 +44,53 @@ class Execution {
             of[i]->error = result.items[i].error;
         }
         report_.cancelled |= !result.AllDone();
+        rootLost_ |= result.rootLost;
+    }
+
+    // The objects of `actions` with what was seen of them.
+    struct Objects {
+        std::vector<std::string> sources;
+        ShellWrappers::Options options;
+        std::vector<Outcomes> of;
+    };
+    void Add(Outcomes at, Objects& objects) const {
+        objects.sources.push_back(at->action->source);
+        objects.options.expected.push_back(at->action->expected);
+        objects.of.push_back(at);
+    }
+    Objects WithoutConfirmation() const { return {{}, {.confirm = false, .roots = plan_.roots}, {}}; }
+    ShellWrappers::Options Alone(const PlannedAction& action) const {
+        return {
+            .confirm = false, .targetIsFullPath = true, .expected = {action.expected}, .roots = plan_.roots};
     }
 
     void Recycle(PhaseSpan span) {
-        std::vector<std::string> sources;
-        std::vector<Outcomes> of;
-        for (auto at = span.first; at != span.last; ++at) {
-            sources.push_back(at->action->source);
-            of.push_back(at);
-        }
-        TakeOver(wrappers_.RecycleFiles(std::move(sources), kWithoutConfirmation), of);
+        Objects all = WithoutConfirmation();
+        for (auto at = span.first; at != span.last; ++at) Add(at, all);
+        TakeOver(wrappers_.RecycleFiles(std::move(all.sources), std::move(all.options)), all.of);
     }
 
     // One operation for all that keep their name, and one for each whose counterpart differs in letter case:
     // a copy goes over its counterpart, never beside it.
     void Copy(PhaseSpan span) {
-        std::vector<std::string> sources;
-        std::vector<Outcomes> keepingName, renamed;
+        Objects keepingName = WithoutConfirmation();
+        std::vector<Outcomes> renamed;
         for (auto at = span.first; at != span.last; ++at) {
             const PlannedAction& action = *at->action;
-            if (GetLastItemInPath(action.source) == GetLastItemInPath(action.target)) {
-                sources.push_back(action.source);
-                keepingName.push_back(at);
-            } else {
+            if (GetLastItemInPath(action.source) == GetLastItemInPath(action.target))
+                Add(at, keepingName);
+            else
                 renamed.push_back(at);
-            }
         }
-        if (!sources.empty()) {
+        if (!keepingName.sources.empty()) {
             const std::string target = plan_.folders[Other(span.first->action->side)];
-            TakeOver(wrappers_.CopyFiles(std::move(sources), target, kWithoutConfirmation), keepingName);
+            TakeOver(
+                wrappers_.CopyFiles(std::move(keepingName.sources), target, std::move(keepingName.options)),
+                keepingName.of);
         }
         for (const Outcomes& at : renamed) {
             if (report_.cancelled) return;
-            TakeOver(wrappers_.CopyFiles({at->action->source}, at->action->target, kPairWithoutConfirmation),
-                     {at});
+            TakeOver(wrappers_.CopyFiles({at->action->source}, at->action->target, Alone(*at->action)), {at});
         }
     }
 
@@ -115,35 +123,31 @@ class Execution {
         for (Side side : kBothSides)
             for (std::size_t i = 0; i < folder.deletes[side].size(); ++i)
                 DeleteOne(report_.actions[position_++]);
-        for (Side side : kBothSides) {
-            std::string lastParent;
+        for (Side side : kBothSides)
             for (std::size_t i = 0; i < folder.copies[side].size(); ++i)
-                CopyOne(report_.actions[position_++], lastParent);
-        }
+                CopyOne(report_.actions[position_++]);
     }
 
+    OneFile ToOneFile(const PlannedAction& action) const {
+        return {action.source, action.target, action.expected, plan_.roots, true};
+    }
+
+    // What fails goes the shell's own way, with its error box, and is held against the same that was seen.
     void DeleteOne(ActionOutcome& at) {
         if (Stopped()) return;
-        if (wrappers_.Shell().DeleteOneFile(at.action->source).IsOk()) {
+        if (wrappers_.Shell().DeleteOneFile(ToOneFile(*at.action)).IsOk())
             at.outcome = ItemOutcome::Done;
-            return;
-        }
-        // The shell's own way, with its error box.
-        Aside(wrappers_.DeleteFilesPermanently({at.action->source}, kWithoutConfirmation), at);
+        else
+            Aside(wrappers_.DeleteFilesPermanently({at.action->source}, Alone(*at.action)), at);
     }
 
-    void CopyOne(ActionOutcome& at, std::string& lastParent) {
+    void CopyOne(ActionOutcome& at) {
         if (Stopped()) return;
-        const std::string parent = GetParentFolderName(at.action->target);
-        if (!EqualIgnoringCase(parent, lastParent)) {
-            lastParent = parent;
-            if (!tools_.files.FolderExists(parent)) CDir(tools_).CreateNestedFoldersByPath(parent);
-        }
-        if (wrappers_.Shell().CopyOneFile(at.action->source, at.action->target).IsOk()) {
+        const PlannedAction& action = *at.action;
+        if (wrappers_.Shell().CopyOneFile(ToOneFile(action)).IsOk())
             at.outcome = ItemOutcome::Done;
-            return;
-        }
-        Aside(wrappers_.CopyFiles({at.action->source}, at.action->target, kPairWithoutConfirmation), at);
+        else
+            Aside(wrappers_.CopyFiles({action.source}, action.target, Alone(action)), at);
     }
 
     void Aside(const ShellResult& result, ActionOutcome& at) {
@@ -152,6 +156,8 @@ class Execution {
             at.error = result.items.front().error;
         }
         report_.cancelled |= !result.AllDone();
+        rootLost_ |= result.rootLost;
+        stopped_ |= result.cancelled;
     }
 
     void Fail(ActionOutcome& at, const Error& error) {
@@ -160,17 +166,20 @@ class Execution {
         report_.cancelled = true;
     }
 
-    // The user's cancel stops the passes; what is left stays as it is.
+    // The user's cancel stops the passes, and so does a root that is gone; what is left stays as it is.
     bool Stopped() {
         tools_.loop.Yield();
-        if (tools_.loop.CancelRequested()) report_.cancelled = true;
-        return tools_.loop.CancelRequested();
+        stopped_ |= tools_.loop.CancelRequested();
+        report_.cancelled |= stopped_;
+        return stopped_ || rootLost_;
     }
 
     const SyncPlan& plan_;
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
     SyncReport report_;
+    bool stopped_ = false;      // by the user
+    bool rootLost_ = false;     // one of the two folders is not there any more
     std::size_t position_ = 0;  // of the next action in report_.actions
 };
 

@@ -1,8 +1,10 @@
 #include "sync/sync_plan.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "core/row_texts.h"
+#include "fileops/expectations.h"
 #include "platform/line_end.h"
 #include "platform/names/paths.h"
 
@@ -21,6 +23,16 @@ bool IsTrash(const ResultRow& row) {
     const std::string_view user = row.realName.substr(kTrash.size());
     return user.empty() || (user.size() > 1 && user.front() == '-' &&
                             user.find_first_not_of("0123456789", 1) == std::string_view::npos);
+}
+
+// What is expected of an object and of what stands at its target. What this plan does itself before it comes
+// to the action is foreseen: deletes come before copies, copies from the left before those from the right.
+template <typename Half>
+Expectation Expected(Side side, SyncAction otherAction, const Half& own, const Half& other) {
+    Expectation expected{SightingOf(own), SightingOf(other), {}};
+    if (otherAction == SyncAction::Delete) expected.target = Sighting::Nothing();
+    if (otherAction == SyncAction::Copy && side == Side::Right) expected.source = {};
+    return expected;
 }
 
 // Puts `planned` where it belongs, if it is something that is done at all. A copy goes over its counterpart,
@@ -48,21 +60,27 @@ void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, c
             if (action != SyncAction::Copy && action != SyncAction::Delete) continue;
             if (!row.IsReal() || !IsSelected(selected, row.text)) continue;
             // What could not be looked into is not known, and what is not known is not deleted.
-            if (row.incomplete && action == SyncAction::Delete) continue;
+            if (row.incomplete && action == SyncAction::Delete) {
+                ++plan.notWhollyKnown[side];
+                continue;
+            }
             if (row.holdsOtherFolder && action == SyncAction::Delete) {
                 ++plan.spared[side];
                 continue;
             }
             if (IsTrash(row)) continue;
             const ResultRow& other = lists[Other(side)][i];
-            PlannedAction planned{.side = side,
-                                  .action = action,
-                                  .type = row.type,
-                                  .name = std::string(row.text),
-                                  .source = ObjectPath(folder, row),
-                                  .number = static_cast<std::uint32_t>(i),
-                                  .size = row.size,
-                                  .replacedSize = other.size};
+            PlannedAction planned{
+                .side = side,
+                .action = action,
+                .type = row.type,
+                .name = std::string(row.text),
+                .source = ObjectPath(folder, row),
+                .number = static_cast<std::uint32_t>(i),
+                .size = row.size,
+                .replacedSize = other.size,
+                .expected = Expected(side, settings.ActionFor(Other(side), other.type), row, other),
+                .isWholeFolder = row.kind == RowKind::Folder && !row.isLink};
             PlanHalf(std::move(planned), other.IsReal() ? ObjectPath(otherFolder, other) : std::string(),
                      JoinPath(otherFolder, row.realName), plan.deletes[side], plan.copies[side]);
         }
@@ -115,15 +133,17 @@ SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<st
                 ++spared[side];
                 continue;
             }
-            PlannedAction planned{.side = side,
-                                  .action = settings.ActionFor(side, record.type),
-                                  .type = record.type,
-                                  .name = std::string(record.name),
-                                  .folder = diffs.Name(),
-                                  .source = roots[side] + std::string(record.realName),
-                                  .number = static_cast<std::uint32_t>(i),
-                                  .size = Shown(record.size),
-                                  .replacedSize = Shown(other.size)};
+            PlannedAction planned{
+                .side = side,
+                .action = settings.ActionFor(side, record.type),
+                .type = record.type,
+                .name = std::string(record.name),
+                .folder = diffs.Name(),
+                .source = roots[side] + std::string(record.realName),
+                .number = static_cast<std::uint32_t>(i),
+                .size = Shown(record.size),
+                .replacedSize = Shown(other.size),
+                .expected = Expected(side, settings.ActionFor(Other(side), other.type), record, other)};
             PlanHalf(std::move(planned),
                      other.IsBlank() ? std::string() : roots[Other(side)] + std::string(other.realName),
                      roots[Other(side)] + std::string(record.realName), plan.deletes[side],
@@ -140,6 +160,11 @@ Currency NetSize(const std::vector<PlannedAction>& copies) {
 }
 
 }  // namespace
+
+bool SyncPlan::LeavesOut() const {
+    return std::ranges::any_of(kBothSides,
+                               [&](Side side) { return spared[side] != 0 || notWhollyKnown[side] != 0; });
+}
 
 bool SyncPlan::IsEmpty() const {
     bool empty = true;
@@ -163,6 +188,7 @@ void SyncPlan::ForEach(const std::function<void(const PlannedAction&)>& visit) c
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
                                       const SelectedTexts& selected) {
     SyncPlan plan = GetListOfFilesAffectedBySync(results.hold, results.folders, settings, selected);
+    plan.roots = RootsOf(results);
     const FolderRows rows = DifferentFolderRows(results.hold);
     for (const CSubFolderDiffs& diffs : results.SubFolderDiffs) {
         const auto row = rows.find(diffs.Name());
@@ -182,16 +208,30 @@ SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const Pe
     return plan;
 }
 
+void LookAtWholeFolders(const FileSystem& files, SyncPlan& plan) {
+    for (const Side side : kBothSides) {
+        std::erase_if(plan.deletes[side], [&](PlannedAction& action) {
+            if (!action.isWholeFolder) return false;
+            if (LookBelow(files, action.source, action.expected.below).IsOk()) return false;
+            ++plan.notWhollyKnown[side];
+            return true;
+        });
+    }
+}
+
 std::string DescribeSpared(const SyncPlan& plan) {
     std::string text;
-    for (const Side side : kBothSides) {
-        if (plan.spared[side] == 0) continue;
+    const auto tell = [&](Side side, std::size_t count, const char* what, const char* why) {
+        if (count == 0) return;
         if (!text.empty()) text += kLineEnd;
-        text += "Left alone: " + std::to_string(plan.spared[side]) + " object(s) of the ";
-        text += side == Side::Left ? "left" : "right";
-        text +=
-            " folder.  They, or what they would replace, lie behind a link to a folder, or belong to both "
-            "folders.";
+        text += "Left alone: " + std::to_string(count) + what + (side == Side::Left ? "left" : "right") + why;
+    };
+    for (const Side side : kBothSides) {
+        tell(side, plan.spared[side], " object(s) of the ",
+             " folder.  They, or what they would replace, lie behind a link to a folder, or belong to both "
+             "folders.");
+        tell(side, plan.notWhollyKnown[side], " folder(s) of the ",
+             " folder.  They could not be looked into wholly, and what is not known is not deleted.");
     }
     return text;
 }

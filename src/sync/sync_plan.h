@@ -10,6 +10,7 @@
 
 #include "core/comparison_results.h"
 #include "core/result_row.h"
+#include "shell/shell_operations.h"
 #include "sync/csync_settings.h"
 
 namespace vantrel {
@@ -20,19 +21,22 @@ struct PlannedAction {
     Side side = Side::Left;
     SyncAction action = SyncAction::Leave;  // Copy or Delete
     ResultType type = ResultType::None;
-    std::string name{};        // as shown: the row's text, or the path below the sub-folder
-    std::string folder{};      // sub-folder, as its row shows it; empty for a row of the panes
-    std::string source{};      // full path of the object on `side`
-    std::string target{};      // Copy: the full path that it gets on the other side
-    std::uint32_t number = 0;  // of its row, or of its record in the sub-folder, from 0
-    Currency size{};           // of the object, as shown
-    Currency replacedSize{};   // Copy: of what stands at the target, 0 where nothing does
+    std::string name{};          // as shown: the row's text, or the path below the sub-folder
+    std::string folder{};        // sub-folder, as its row shows it; empty for a row of the panes
+    std::string source{};        // full path of the object on `side`
+    std::string target{};        // Copy: the full path that it gets on the other side
+    std::uint32_t number = 0;    // of its row, or of its record in the sub-folder, from 0
+    Currency size{};             // of the object, as shown
+    Currency replacedSize{};     // Copy: of what stands at the target, 0 where nothing does
+    Expectation expected{};      // what the two were when they were compared
+    bool isWholeFolder = false;  // a folder that goes with everything in it
 };
 
 // What a synchronisation will do, as plain data, made from the rows of the last comparison and the action
 // table alone. What the user confirms and what is carried out are this one object.
 struct SyncPlan {
     PerSide<std::string> folders;  // of the comparison, with "/" at the end
+    std::vector<ShellRoot> roots;  // which folders these were
 
     // Rows of the panes, in list order. Deletes come before copies, left before right.
     PerSide<std::vector<PlannedAction>> deletes;
@@ -52,6 +56,10 @@ struct SyncPlan {
     // the two folders.
     PerSide<std::size_t> spared;
 
+    // How many folders are left out because a part of what is in them is not known.
+    PerSide<std::size_t> notWhollyKnown;
+
+    bool LeavesOut() const;  // anything of the two above
     bool IsEmpty() const;
     // All actions in the order of execution: deletes left, deletes right, copies left, copies right, then the
     // same four passes for each sub-folder.
@@ -67,7 +75,11 @@ using SelectedTexts = std::optional<std::unordered_set<std::string>>;
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
                                       const SelectedTexts& selected);
 
-// What is told of SyncPlan::spared, a line for each side; empty where there is nothing to tell.
+// Notes what lies below the folders that are to be deleted whole, so that only what is there now is deleted.
+// Those that cannot be looked at wholly leave the plan. Asked before the plan is shown.
+void LookAtWholeFolders(const FileSystem& files, SyncPlan& plan);
+
+// What is told of what is left out, a line for each side; empty where there is nothing to tell.
 std::string DescribeSpared(const SyncPlan& plan);
 
 // The same for any aligned pair of lists, such as those of the window of sub-folder differences. There are no

@@ -15,6 +15,7 @@ std::optional<SyncReport> Synchronization::Run(const SyncOrder& order, SyncConfi
     tools_.loop.Yield();
     if (!tools_.reporter.Guard("modVantrel.GetListOfFilesAffectedBySync()", [&] {
             plan_ = GetListOfFilesAffectedBySync(order.results, order.settings, order.selected);
+            LookAtWholeFolders(tools_.files, plan_);
         }))
         return std::nullopt;
     // The list of the confirmation does not show what is not done.

@@ -318,13 +318,45 @@ TEST_F(FileOperationsTest, ACopyGoesOverItsCounterpartInAnotherLetterCase) {
     FileOperations live(tools, doors, busy, autoCompareStep);
     drop.Write("left/Sub/Deep/f", "new");
     drop.Write("right/sub/deep/F", "old");
+    lists[Side::Left][2].type = ResultType::DifferentFolder;
+    lists[Side::Right][2] = Row("\\Sub", ResultType::DifferentFolder, 3, "sub");
     EXPECT_TRUE(live.CopyFilesToOtherDirAndLVW(List(), Confirm::No, PartOf::Command).AllDone());
     const Tree tree = TreeOf(drop / "right/");
     EXPECT_EQ("f:12345", tree.at("NEWER"));
     EXPECT_EQ("f:new", tree.at("sub/deep/F"));
     EXPECT_FALSE(tree.contains("newer") || tree.contains("Sub") || tree.contains("sub/deep/f"));
+    lists[Side::Right][1] = Row("orphan", ResultType::Same, 7);  // as the next comparison shows it
     EXPECT_TRUE(live.MoveFilesToOtherDirAndLVW(List(), Confirm::No).AllDone());
     EXPECT_EQ(tree, TreeOf(drop / "right/"));
+}
+
+// What a pane shows is what it acts on: what was edited or came up since stays as it is, and is told.
+TEST_F(FileOperationsTest, WhatIsNoLongerWhatThePaneShowsIsLeftAlone) {
+    ScriptedProgress progress;
+    ScriptedQuestions questions;
+    SystemShellOperations real(
+        {box.files, volumes, box.clock, box.loop, progress, questions, {drop / "trash", geteuid()}});
+    ShellWrappers doors(real, messages);
+    FileOperations live(tools, doors, busy, autoCompareStep);
+    const Seen before{{1, 1}, 5, {}, {}};  // of what stood at "newer" when the rows were made
+    lists[Side::Left][0].seen = &before;
+    Select({0});
+    const auto stays = [&](const ShellResult& result) {
+        EXPECT_FALSE(result.AllDone());
+        ASSERT_EQ(1U, result.items.size());
+        EXPECT_EQ(kChangedSinceSeen, result.items[0].error.Number());
+        EXPECT_EQ("f:12345", TreeOf(drop / "left/").at("newer"));
+        EXPECT_EQ("f:1", TreeOf(drop / "right/").at("NEWER"));
+    };
+    stays(live.CopyFilesToOtherDirAndLVW(List(), Confirm::No, PartOf::Command));
+    stays(live.MoveFilesToOtherDirAndLVW(List(), Confirm::No));
+    stays(live.DeleteFilesFromLVW(List(), Confirm::No, PartOf::Command));
+    stays(live.DeletePermanentlyFilesFromLVW(List(), Confirm::No, Prompts::Quiet));
+
+    drop.Write("right/orphan", "came up");
+    Select({1});
+    EXPECT_FALSE(live.CopyFilesToOtherDirAndLVW(List(), Confirm::No, PartOf::Command).AllDone());
+    EXPECT_EQ("f:came up", TreeOf(drop / "right/").at("orphan"));
 }
 
 TEST_F(FileOperationsTest, OpensAndShowsPropertiesThroughThePort) {

@@ -38,6 +38,7 @@ class SubFolderOperationsTest : public ::testing::Test, public SubFolderHost {
     std::string FolderPath(Side side) const override {
         return drop / (side == Side::Left ? "left" : "right");
     }
+    std::vector<ShellRoot> Roots() const override { return {}; }
     Side CurrentListview() const override { return Side::Left; }
     PerSide<ResultList>& Lists() override { return lists; }
     PerSide<ResultList>& TwinLists() override { return twins; }

@@ -38,6 +38,7 @@ class SubFolderWindow : public SubFolderSyncHost {
     }
 
     std::string FolderPath(Side side) const override { return world_.Folder(side); }
+    std::vector<ShellRoot> Roots() const override { return {}; }
     Side CurrentListview() const override { return current; }
     PerSide<ResultList>& Lists() override { return onHidden ? hidden : visible; }
     PerSide<ResultList>& TwinLists() override { return onHidden ? visible : hidden; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -63,6 +64,7 @@ class SyncWorld : public SyncConfirmation {
 
     bool ShowConfirmSync(const SyncPlan&) override {
         ++asked;
+        if (whileAsked) whileAsked();
         return proceed;
     }
 
@@ -84,6 +86,7 @@ class SyncWorld : public SyncConfirmation {
     SelectedTexts selected;
     bool proceed = true;  // the answer to the confirmation
     int asked = 0;
+    std::function<void()> whileAsked;
 
   private:
     static SystemCalls& Calls(SystemCalls* calls);

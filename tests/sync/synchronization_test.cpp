@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <functional>
 #include <set>
 
 #include "support/fake_volumes.h"
@@ -129,6 +130,85 @@ TEST(Synchronization, WhatIsDoneToOneFolderIsNotDoneToTheOtherInIt) {
         EXPECT_FALSE(report->cancelled);
         EXPECT_EQ(before, ReadTree(folder / "left/in/right/"));
         EXPECT_EQ("z", folder.Read("left/top/z"));
+    }
+}
+
+// Something is done to one object after the comparison, before the plan or after it was confirmed. What it
+// was done to is left alone and told, and nothing of what was not compared is lost.
+TEST(Synchronization, WhatIsNoLongerWhatWasComparedIsLeftAlone) {
+    const testing::TempFolder* folder = nullptr;
+    const auto change = [&](const char* path) { folder->Write(path, "edited", 1'600'000'500); };
+    const auto link = [&](const char* path) {
+        folder->Write("elsewhere/x", "precious", 1'600'000'000);
+        std::filesystem::remove_all(*folder / path);
+        std::filesystem::create_symlink(*folder / "elsewhere", *folder / path);
+    };
+    struct Case {
+        const char* what;
+        std::function<void()> edit;
+        const char* kept;  // holds what the edit has put there
+        const char* content;
+    };
+    const Case cases[] = {
+        {"a source of a copy", [&] { change("left/new"); }, "left/new", "edited"},
+        {"a target", [&] { change("right/new"); }, "right/new", "edited"},
+        {"a target that was absent", [&] { change("right/only"); }, "right/only", "edited"},
+        {"an orphan to be deleted", [&] { change("right/gone"); }, "right/gone", "edited"},
+        {"a file of a folder to be deleted", [&] { change("right/tree/a/b"); }, "right/tree/a/b", "edited"},
+        {"a new file of a folder to be deleted", [&] { change("right/tree/n"); }, "right/tree/n", "edited"},
+        {"a deep target", [&] { change("right/sub/deep"); }, "right/sub/deep", "edited"},
+        {"a deep absent target", [&] { change("right/sub/more/x"); }, "right/sub/more/x", "edited"},
+        {"a deep orphan", [&] { change("right/sub/extra"); }, "right/sub/extra", "edited"},
+        {"a file that became a link", [&] { link("right/gone"); }, "elsewhere/x", "precious"},
+        {"a parent that became a link", [&] { link("right/sub"); }, "elsewhere/x", "precious"},
+    };
+    for (const Case& edited : cases) {
+        for (const bool keepsSizeAndTime : {false, true}) {
+            SyncWorld world;
+            folder = &world.tools.folder;
+            MakeSmallPair(world);
+            folder->Write("left/sub/more/x", "deep orphan", 1'600'000'000);
+            folder->Write("right/tree/a/b", "whole", 1'600'000'000);
+            world.Compare();
+            // A confirmation is the last moment in which anything can happen between plan and act.
+            world.whileAsked = [&] {
+                edited.edit();
+                if (keepsSizeAndTime)
+                    std::filesystem::permissions(*folder / edited.kept, std::filesystem::perms(0640));
+            };
+            const auto report = world.AutoSync(Confirm::Yes);
+            ASSERT_TRUE(report) << edited.what;
+            EXPECT_EQ(edited.content, folder->Read(edited.kept)) << edited.what;
+            EXPECT_TRUE(report->cancelled) << edited.what;
+            EXPECT_LT(0U, report->notDone) << edited.what;
+            EXPECT_EQ(kSyncCancelled, LastRecord(world)) << edited.what;
+            ASSERT_FALSE(world.questions.troubles.empty()) << edited.what;
+            EXPECT_EQ(kChangedSinceSeen, world.questions.troubles[0].error.Number()) << edited.what;
+        }
+    }
+}
+
+// Neither an emptied mount point nor another folder of the name is taken for the folder that was compared.
+TEST(Synchronization, ARootThatIsGoneEndsTheRunAndIsNotMadeAnew) {
+    for (const char* root : {"left", "right"}) {
+        for (const bool replaced : {false, true}) {
+            SyncWorld world;
+            const testing::TempFolder& folder = world.tools.folder;
+            MakeSmallPair(world);
+            world.Compare();
+            const std::string other = root == std::string("left") ? "right" : "left";
+            const testing::Tree before = ReadTree(folder / (other + "/"));
+            std::filesystem::rename(folder / root, folder / "taken away");
+            if (replaced) folder.MakeFolder(root);
+            const auto report = world.AutoSync();
+            ASSERT_TRUE(report);
+            EXPECT_TRUE(report->cancelled);
+            EXPECT_EQ(0U, report->done);
+            EXPECT_EQ(1U, world.questions.troubles.size());
+            EXPECT_EQ(before, ReadTree(folder / (other + "/")));
+            EXPECT_EQ(replaced, folder.Exists(root));
+            EXPECT_TRUE(ReadTree(folder / (std::string(root) + "/")).empty());
+        }
     }
 }
 

@@ -158,7 +158,8 @@ class SyncRun {
     }
 
     int ShowPlan(const SelectedTexts& selected) {
-        const SyncPlan plan = GetListOfFilesAffectedBySync(results_, settings_, selected);
+        SyncPlan plan = GetListOfFilesAffectedBySync(results_, settings_, selected);
+        LookAtWholeFolders(tools_.files, plan);
         if (const std::string spared = DescribeSpared(plan); !spared.empty()) {
             complete_ = false;
             console_.Say(spared);
