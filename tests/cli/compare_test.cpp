@@ -15,7 +15,10 @@
 namespace vantrel {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using testing::Objects;
 using testing::ProgramRun;
 using testing::RunProgram;
@@ -195,8 +198,59 @@ TEST_F(CompareCommandTest, WhatCannotBeReadIsTrouble) {
         const ProgramRun run = Compare({"--format", "json"});
         EXPECT_EQ(2, run.status);
         EXPECT_EQ(std::string::npos, run.out.find("Orphan"));
+        EXPECT_THAT(run.out, HasSubstr(R"("type":"DifferentFolder","incomplete":true})"));
+        EXPECT_THAT(Compare({}).out,
+                    ContainsRegex("sub +[0-9]+  incomplete +differ +.sub +[0-9]+  incomplete"));
         EXPECT_THAT(run.err, HasSubstr("closed"));
     });
+}
+
+// A pair of which nothing may be concluded is printed as such, and is no success.
+TEST_F(CompareCommandTest, WhatIsUnknownIsPrintedWithItsReasonWhereAllIsShown) {
+    folder.Write("left/sub/deep/pipe", "a file", 1'600'000'000);
+    folder.MakeFolder("right/sub/deep");
+    WriteBoth("same", "12", 1'600'000'000);
+    folder.Write("right/pipe", "a file", 1'600'000'000);
+    for (const auto* name : {"left/alone", "left/pipe", "right/sub/deep/pipe"})
+        ASSERT_EQ(0, mkfifo((folder / name).c_str(), 0600));
+    folder.MakeFolder("left/nowhere");
+    std::filesystem::create_symlink("gone", folder / "right/nowhere");
+
+    const ProgramRun json = Compare({"--format", "json"});
+    EXPECT_EQ(1, json.status);
+    EXPECT_EQ("", json.err);
+    EXPECT_EQ(R"({"left":{"name":"pipe","type":"Unknown","reason":"SpecialObject"},)"
+              R"("right":{"name":"pipe","type":"Unknown","reason":"OtherSide"}})"
+              "\n"
+              R"({"left":{"name":"same","size":2,"modified":"2020-09-13T12:26:40.0000000Z","type":"Same"},)"
+              R"("right":{"name":"same","size":2,"modified":"2020-09-13T12:26:40.0000000Z","type":"Same"}})"
+              "\n"
+              R"({"left":{"name":"\\nowhere","type":"Unknown","reason":"OtherSide"},)"
+              R"("right":{"name":"\\nowhere","type":"Unknown","reason":"LeadsNowhere"}})"
+              "\n"
+              R"({"left":{"name":"\\sub","size":6,"type":"DifferentFolder"},)"
+              R"("right":{"name":"\\sub","size":0,"type":"DifferentFolder"}})"
+              "\n"
+              R"({"folder":"\\sub","left":{"name":"deep/pipe","type":"Unknown","reason":"OtherSide"},)"
+              R"("right":{"name":"deep/pipe","type":"Unknown","reason":"SpecialObject"}})"
+              "\n",
+              json.out);
+
+    const ProgramRun text = Compare({});
+    EXPECT_EQ(1, text.status);
+    EXPECT_THAT(text.out, ContainsRegex("pipe +Unknown +pipe\n"));
+    EXPECT_THAT(text.out,
+                HasSubstr("Right: Total 2 object(s)  (2 Bytes)\nPairs: 1 same, 1 differ, 2 Unknown\n"));
+
+    for (const auto* view : {"different", "similar"}) {
+        const ProgramRun run = Compare({"--view", view});
+        EXPECT_EQ(1, run.status) << view;
+        EXPECT_THAT(run.out, AllOf(Not(HasSubstr("Unknown")), Not(HasSubstr("Below")))) << view;
+    }
+    for (const auto* name : {"left/pipe", "left/nowhere", "right/nowhere", "right/pipe"})
+        std::filesystem::remove(folder / name);
+    EXPECT_EQ(1, Compare({}).status);
+    EXPECT_EQ(0, Compare({"--sub-folders", "no"}).status) << "a pipe without a counterpart is no trouble";
 }
 
 TEST_F(CompareCommandTest, NothingIsLeftBehindWhereTheReaderHasEnough) {

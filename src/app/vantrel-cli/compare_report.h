@@ -17,6 +17,11 @@ struct ShownHalf {
     std::string_view name;
     Currency size;                     // not negative
     std::optional<FileTime> modified;  // UTC; nothing for a folder
+    // Nothing may be concluded from the name, for neither side. Size and time are then of no meaning.
+    bool unknown = false;
+    UnknownReason reason = UnknownReason::None;  // what is in the way on this side
+    bool incomplete =
+        false;  // a folder of which a part, here or in its counterpart, could not be looked into
 };
 
 using ShownPair = PerSide<ShownHalf>;
@@ -26,7 +31,7 @@ class ReportPart {
   public:
     // The arguments must outlive the part.
     ReportPart(const HoldLists& hold, const CViewSelections& view) : hold_(&hold), view_(&view) {}
-    explicit ReportPart(const CSubFolderDiffs& diffs) : diffs_(&diffs) {}
+    ReportPart(const CSubFolderDiffs& diffs, const CViewSelections& view) : view_(&view), diffs_(&diffs) {}
 
     // The row's text of the sub-folder; empty for the two folders themselves.
     std::string_view SubFolder() const;
@@ -40,6 +45,8 @@ class ReportPart {
         }
     }
 
+    bool IsEmpty() const;
+
   private:
     std::size_t Count() const;
     ShownPair Pair(std::size_t number) const;
@@ -50,7 +57,8 @@ class ReportPart {
 };
 
 // All that is shown of the results: the part of the two folders, then one for each sub-folder that differs,
-// where the view shows such sub-folders. The arguments must outlive it.
+// where the view shows such sub-folders and there is something to show of it. What is unknown is shown where
+// the view shows all. The arguments must outlive it.
 std::vector<ReportPart> PartsOf(const ComparisonResults& results, const CViewSelections& view);
 
 }  // namespace vantrel::cli

@@ -9,6 +9,21 @@ namespace vantrel::cli {
 
 namespace {
 
+// The word for scripts. Where the object itself is known it is what bears the name on the other side.
+std::string_view ReasonWord(UnknownReason reason) {
+    switch (reason) {
+        case UnknownReason::SpecialObject:
+            return "SpecialObject";
+        case UnknownReason::LeadsNowhere:
+            return "LeadsNowhere";
+        case UnknownReason::NotTold:
+            return "NotTold";
+        case UnknownReason::None:
+            break;
+    }
+    return "OtherSide";
+}
+
 void WriteHalf(const ShownHalf& half, Output& out) {
     if (!half.shown) {
         out << "null";
@@ -16,12 +31,18 @@ void WriteHalf(const ShownHalf& half, Output& out) {
     }
     out << R"({"name":)";
     WriteJsonString(half.name, out);
+    if (half.unknown) {
+        out << R"(,"type":"Unknown","reason":")" << ReasonWord(half.reason) << R"("})";
+        return;
+    }
     out << R"(,"size":)" << half.size.Whole();
     if (half.modified) {
         out << R"(,"modified":)";
         WriteJsonString(UtcText(*half.modified), out);
     }
-    out << R"(,"type":")" << ResultTypeText(half.type) << R"("})";
+    out << R"(,"type":")" << ResultTypeText(half.type) << '"';
+    if (half.incomplete) out << R"(,"incomplete":true)";
+    out << '}';
 }
 
 bool NeedsEscape(char letter) {

@@ -31,6 +31,7 @@ struct Widths {
 
 // What stands between the halves: what the pair is, also where the view hides one of them.
 std::string_view Marker(const ShownPair& pair) {
+    if (pair[Side::Left].unknown || pair[Side::Right].unknown) return "Unknown";
     switch (pair[Side::Left].type) {
         case ResultType::Newer:
             return "newer >";
@@ -56,8 +57,10 @@ void MakeTexts(const ShownHalf& half, const LocaleFormats& locale, Half& texts) 
     texts = {};
     if (!half.shown) return;
     texts.name = DisplayName(half.name);
+    if (half.unknown) return;
     locale.AppendNumber(half.size, texts.size);
     if (half.modified) locale.AppendDateTime(FileTimeToLocalFileTime(*half.modified), texts.date);
+    if (half.incomplete) texts.date = "incomplete";
 }
 
 void WriteColumn(std::string_view text, std::size_t width, bool right, Output& out) {
@@ -111,7 +114,7 @@ void WriteTotals(const ReportPart& part, Output& out) {
     PerSide<Currency> bytes;
     part.ForEach([&](const ShownPair& pair) {
         for (const Side side : kBothSides) {
-            if (!pair[side].shown) continue;
+            if (!pair[side].shown || pair[side].unknown) continue;
             ++objects[side];
             bytes[side] += pair[side].size;
         }
@@ -123,8 +126,8 @@ void WriteTotals(const ReportPart& part, Output& out) {
 
 // How many pairs of each kind there are, under the words of the lines.
 void WriteCounts(const ReportPart& part, Output& out) {
-    constexpr std::array<std::string_view, 6> kMarkers = {"same",   "newer >",   "< newer",
-                                                          "differ", "left only", "right only"};
+    constexpr std::array<std::string_view, 7> kMarkers = {"same",      "newer >",    "< newer", "differ",
+                                                          "left only", "right only", "Unknown"};
     std::array<std::int64_t, kMarkers.size()> counts{};
     part.ForEach([&](const ShownPair& pair) {
         const auto* const marker = std::find(kMarkers.begin(), kMarkers.end(), Marker(pair));
