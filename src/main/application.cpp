@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/mod_sha1_hash.h"
 #include "main/commands/handlers.h"
 #include "platform/forms/qt_text.h"
 
@@ -115,6 +116,8 @@ void Application::ShowOption(ShownBy part) {
 
 void Application::LoadOptions() {
     const Error error = store.Load(Environment(), options);
+    if (options.compareType == CompareMethod::Sha1 && !IsSHA1Available())
+        options.compareType = CompareMethod::SizeAndDate;
     for (const ShownBy part : kShownAtOnce) ShowOption(part);
     if (!error.IsOk()) reporter.ReportError("frmMain.LoadOptions", error);
 }

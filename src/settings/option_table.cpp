@@ -76,6 +76,18 @@ constexpr OptionLine Number(std::string_view key, std::string_view defaultText, 
             ShownBy::CheckMark, {}};
 }
 
+// How many records the history of synchronizations keeps.
+constexpr OptionLine HistoryLength(std::string_view key, std::string_view defaultText,
+                                   std::int32_t O::*member) {
+    return {kOptionsSection,
+            key,
+            defaultText,
+            OptionKind::Number,
+            NumberField{member, 1, kMostSyncLogEntries, TooSmall::IsNoNumber},
+            ShownBy::CheckMark,
+            {}};
+}
+
 constexpr OptionLine Place(std::string_view key, std::string_view defaultText, std::int32_t O::*member,
                            OptionKind kind) {
     return {kFormSection, key, defaultText, kind, NumberField{member, 0, kMostTwips}, ShownBy::Geometry, {}};
@@ -119,7 +131,7 @@ constexpr OptionLine ActionLine(std::string_view key, std::string_view defaultTe
 // A new option is a line here and a member of Options; a toggle of the menu is also an entry of the menu
 // table.
 constexpr auto kTable = std::to_array<OptionLine>({
-    Number("NumSyncLogEntries", "20", &O::numSyncLogEntries, 0),
+    HistoryLength("NumSyncLogEntries", "20", &O::numSyncLogEntries),
     Toggle(kOptionsSection, "SoundOn", "True", &O::soundOn,
            {"mnuOptionsSoundOn", "Sounds On", "options.html#other"}),
     Text(kOptionsSection, "StartSound", "(none)", &O::startSound),

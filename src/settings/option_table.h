@@ -19,6 +19,9 @@ inline constexpr std::string_view kColumnsSection = "ColumnWidths";
 inline constexpr std::string_view kDupesSection = "Dupe Options";
 inline constexpr std::string_view kExtrasSection = "Extras";
 
+// What "NumSyncLogEntries" may be: 1 to this.
+inline constexpr std::int32_t kMostSyncLogEntries = 32'000;
+
 // What the defaults need to know of this machine.
 struct OptionEnvironment {
     std::string doneSound;       // full path of "vtdone.wav"
@@ -76,9 +79,15 @@ struct WordField {
     void (*set)(Options&, std::int32_t code);
 };
 
+enum class TooSmall {
+    BecomesMinimum,
+    IsNoNumber,  // where the minimum would throw away what is kept: a text like "-5" is damage, no wish
+};
+
 struct NumberField {
     std::int32_t Options::*member;
     std::int32_t minimum, maximum;  // what lies outside becomes the nearest of them
+    TooSmall tooSmall = TooSmall::BecomesMinimum;
 };
 
 struct OptionLine {

@@ -40,7 +40,8 @@ void TakeNumber(const OptionLine& line, const NumberField& field, std::string_vi
                 const OptionEnvironment& environment, Options& options) {
     const std::optional<double> value = NumericValue(text);
     if (line.kind != OptionKind::Position) {
-        if (value) options.*field.member = Bounded(*value, field);
+        const bool damaged = value && *value < field.minimum && field.tooSmall == TooSmall::IsNoNumber;
+        if (value && !damaged) options.*field.member = Bounded(*value, field);
         return;
     }
     const double edge = IsTop(field) ? std::max(environment.screenHeight, environment.desktopHeight)

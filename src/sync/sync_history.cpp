@@ -22,6 +22,11 @@ void PutText(char* field, std::string_view text) {
     std::memcpy(field, text.data(), length);
 }
 
+// No history is shorter than its newest record, wherever the number comes from.
+std::int32_t Valid(std::int32_t limit) {
+    return std::clamp(limit, 1, SyncHistory::kMostEntries);
+}
+
 std::string TakeText(const char* field) {
     std::string_view text(field, SyncHistory::kTextLength);
     const std::size_t last = text.find_last_not_of(' ');
@@ -64,6 +69,7 @@ Error SyncHistory::Count(std::int64_t& count) const {
 
 Error SyncHistory::Append(const std::string& leftFolder, const std::string& rightFolder,
                           std::string_view result, std::int32_t limit) const {
+    limit = Valid(limit);
     const SyncHistoryRecord record{FileTimeToVBTime(tools_.clock.Now()), leftFolder, rightFolder,
                                    std::string(result)};
     const auto bytes = Encode(record);
@@ -97,6 +103,7 @@ Error SyncHistory::Read(std::vector<SyncHistoryRecord>& records) const {
 }
 
 Error SyncHistory::Trim(std::int32_t limit) const {
+    limit = Valid(limit);
     std::int64_t count = 0;
     if (Error error = Count(count); !error.IsOk()) return error;
     if (count <= limit) return {};
@@ -120,6 +127,7 @@ std::string HistoryDateText(const SyncHistoryRecord& record, const LocaleFormats
 
 void AdjustNumLogEntries(const Toolbox& tools, std::int32_t newLimit, bool prompt, std::int32_t& limit) {
     tools.reporter.Guard("frmSyncLog.AdjustNumLogEntries", [&] {
+        newLimit = Valid(newLimit);
         const SyncHistory history(tools);
         std::int64_t count = 0;
         ThrowIfFailed(history.Count(count));

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/toolbox.h"
+#include "settings/option_table.h"
 
 namespace vantrel {
 
@@ -27,11 +28,12 @@ class SyncHistory {
   public:
     static constexpr std::size_t kRecordLength = 773;
     static constexpr std::size_t kTextLength = 255;
-    static constexpr std::int32_t kMostEntries = 32'000;
+    static constexpr std::int32_t kMostEntries = kMostSyncLogEntries;
 
     explicit SyncHistory(const Toolbox& tools) : tools_(tools) {}
     std::string Path() const;
 
+    // A limit below 1 is 1, one above kMostEntries is that.
     // Writes a record of now. A full ring (exactly `limit` records) loses its oldest one; a file that holds
     // more than the limit grows, until Trim.
     Error Append(const std::string& leftFolder, const std::string& rightFolder, std::string_view result,
@@ -56,8 +58,8 @@ class SyncHistory {
 // The date of a record as the system's default date and time text.
 std::string HistoryDateText(const SyncHistoryRecord& record, const LocaleFormats& locale);
 
-// AdjustNumLogEntries: trims the history to `newLimit`, asking first where entries get lost and `prompt` is
-// set. `limit` becomes `newLimit` unless the user says No. Errors are reported under
+// AdjustNumLogEntries: trims the history to `newLimit`, from 1 to kMostEntries, asking first where entries
+// get lost and `prompt` is set. `limit` becomes `newLimit` unless the user says No. Errors are reported under
 // "frmSyncLog.AdjustNumLogEntries".
 void AdjustNumLogEntries(const Toolbox& tools, std::int32_t newLimit, bool prompt, std::int32_t& limit);
 

@@ -164,5 +164,28 @@ TEST_F(BadArgumentsTest, OperandsAreCounted) {
     EXPECT_THAT(RunProgram({"comp"}).err, HasSubstr("unknown command 'comp'"));
 }
 
+// A machine whose library lets nobody have SHA-1.
+TEST(BadArguments, ShaIsRefusedWhereItIsNotOffered) {
+    const testing::TempFolder folder;
+    folder.Write("openssl.cnf",
+                 "openssl_conf = all\n[all]\nalg_section = algorithms\n[algorithms]\n"
+                 "default_properties = fips=yes\n");
+    folder.Write("settings", "[Options]\r\nCompareType=SHA\r\n");
+    for (const auto* side : {"left", "right"}) folder.Write(side + std::string("/file"), "x", 1'600'000'000);
+    ASSERT_EQ(0, setenv("OPENSSL_CONF", (folder / "openssl.cnf").c_str(), 1));
+    const auto run = [&](const char* command, const std::string& option, const std::string& value) {
+        return RunProgram({command, option, value, folder / "left", folder / "right"});
+    };
+    for (const ProgramRun& refused : {run("compare", "--method", "sha"), run("sync", "--method", "sha"),
+                                      run("compare", "--settings", folder / "settings")}) {
+        EXPECT_EQ(2, refused.status);
+        EXPECT_EQ("", refused.out);
+        EXPECT_THAT(refused.err, HasSubstr("offers no SHA-1"));
+    }
+    EXPECT_EQ(0, run("compare", "--method", "crc").status);
+    ASSERT_EQ(0, unsetenv("OPENSSL_CONF"));
+    EXPECT_EQ(0, run("compare", "--method", "sha").status);
+}
+
 }  // namespace
 }  // namespace vantrel

@@ -109,7 +109,7 @@ TEST_F(OptionStoreTest, HandEditedTextsFallToTheirRules) {
     EXPECT_EQ(ViewType::All, options.viewType);
     EXPECT_EQ(CompareMethod::SizeAndDate, options.compareType);
     EXPECT_EQ(500'000, options.chunkSize);
-    EXPECT_EQ(0, options.numSyncLogEntries);
+    EXPECT_EQ(20, options.numSyncLogEntries);
     EXPECT_EQ(SyncAction::Leave, options.leftFolderNewFilesAction);
     EXPECT_EQ(SyncAction::Leave, options.leftFolderOrphanFilesAction);
     EXPECT_EQ(8, options.fontSize);
@@ -121,6 +121,15 @@ TEST_F(OptionStoreTest, HandEditedTextsFallToTheirRules) {
     EXPECT_EQ(72, options.sourceColumnTwo);
     EXPECT_EQ(RemovalMethod::MoveToDupesFolder, options.removalMethod);
     EXPECT_EQ(HashMethod::Crc16, options.hashMethod);
+}
+
+TEST_F(OptionStoreTest, TheLengthOfTheHistoryHasItsBounds) {
+    const std::pair<const char*, std::int32_t> cases[] = {{"01", 1},         {"00", 20},        {"0.4", 20},
+                                                          {"32000", 32'000}, {"99999", 32'000}, {"-1e9", 20}};
+    for (const auto& [text, entries] : cases)
+        EXPECT_EQ(entries,
+                  LoadedFrom("[Options]\nNumSyncLogEntries=" + std::string(text) + "\n").numSyncLogEntries)
+            << text;
 }
 
 TEST_F(OptionStoreTest, ANumberThatIsNoneLeavesWhatTheHolderHas) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <limits>
 
 #include "support/test_toolbox.h"
 
@@ -54,6 +55,22 @@ TEST_F(SyncHistoryTest, TheRingLosesItsOldestAtTheLimitAndGrowsWhenItIsOverIt) {
     AdjustNumLogEntries(tools.Get(), 1, false, limit);
     AppendRun(7, 1);
     EXPECT_EQ("7", LeftFolders());
+}
+
+TEST_F(SyncHistoryTest, ALimitThatIsNoneKeepsTheNewestRecord) {
+    AppendRun(1, 0);
+    EXPECT_EQ("1", LeftFolders());
+    AppendRun(2, -5);
+    EXPECT_EQ("2", LeftFolders());
+    AppendRun(3, 20);
+    std::int32_t limit = -5;
+    AdjustNumLogEntries(tools.Get(), limit, false, limit);
+    EXPECT_EQ("3", LeftFolders());
+    EXPECT_EQ(1, limit);
+    ASSERT_TRUE(SyncHistory(tools.Get()).Trim(std::numeric_limits<std::int32_t>::min()).IsOk());
+    EXPECT_EQ("3", LeftFolders());
+    AdjustNumLogEntries(tools.Get(), 40'000, false, limit);
+    EXPECT_EQ(32'000, limit);
 }
 
 TEST_F(SyncHistoryTest, NoKeepsTheEntriesAndTheLimit) {

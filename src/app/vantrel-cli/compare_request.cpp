@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "core/mod_sha1_hash.h"
 #include "platform/names/names.h"
 #include "settings/option_table.h"
 #include "settings/settings_file.h"
@@ -161,9 +162,13 @@ OptionSpec ViewOption(std::optional<std::int32_t>& view) {
 }
 
 Error MakeOptions(const Engine& engine, const CompareRequest& request, Options& options) {
-    const Error error = ReadSettings(engine, request, options);
-    if (error.IsOk()) PutOver(request, options);
-    return error;
+    if (Error error = ReadSettings(engine, request, options); !error.IsOk()) return error;
+    PutOver(request, options);
+    // Another method in its place would answer what was not asked.
+    if (options.compareType == CompareMethod::Sha1 && !IsSHA1Available())
+        return Error(ErrorNumber::Raised,
+                     "this machine's library offers no SHA-1: choose another method of comparison");
+    return {};
 }
 
 CViewSelections ViewOf(std::optional<std::int32_t> chosen, Options& options) {

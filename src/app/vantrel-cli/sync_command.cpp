@@ -179,7 +179,7 @@ class SyncRun {
         Synchronization sync(tools_, wrappers, busy);
         const std::size_t warnings = messages_.Warnings();
         const std::optional<SyncReport> report = sync.AutoSync(
-            {results_, settings_, std::move(selected), options_.numSyncLogEntries}, &confirmation);
+            {results_, settings_, std::move(selected), HistoryLengthOf(tools_, options_)}, &confirmation);
         const bool cancelledByUser = tools_.loop.CancelRequested();
         ConsoleLoop::LeaveSignals();
 

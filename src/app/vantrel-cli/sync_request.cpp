@@ -117,6 +117,19 @@ std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, CSy
     return {};
 }
 
+std::int32_t HistoryLengthOf(const Toolbox& tools, const Options& options) {
+    constexpr std::string_view kKey = "NumSyncLogEntries";
+    IniDocument document;
+    const std::string path = tools.folders.appPath + "vantrel.ini";
+    if (!SettingsFile(tools.files, path).Read(document).IsOk()) return options.numSyncLogEntries;
+    const std::string text = ProfileText(document.Get(kOptionsSection, kKey), {});
+    if (text.empty()) return options.numSyncLogEntries;
+    Options window;
+    for (const OptionLine& line : OptionTable())
+        if (line.key == kKey) TakeOptionText(line, text, {}, window);
+    return window.numSyncLogEntries;
+}
+
 SelectedTexts FindSelected(const ComparisonResults& results, const std::vector<std::string>& names,
                            std::string& unknown) {
     if (names.empty()) return std::nullopt;

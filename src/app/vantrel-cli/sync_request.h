@@ -34,6 +34,10 @@ std::string FullProgramFolder(const std::string& given);
 // Not empty: what is wrong.
 std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, CSyncSettings& settings);
 
+// How many records the history in the program folder keeps: what the window's settings there say, and without
+// such a settings file, or its key, those of this run.
+std::int32_t HistoryLengthOf(const Toolbox& tools, const Options& options);
+
 // The rows that the user named, by their texts; nothing where none was named. An empty text of `unknown` says
 // that each was found.
 SelectedTexts FindSelected(const ComparisonResults& results, const std::vector<std::string>& names,

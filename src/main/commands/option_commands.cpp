@@ -1,6 +1,7 @@
 // The toggles and choices of the Options menu. Each is bound to its option; the menu shows what stands there.
 #include <variant>
 
+#include "core/mod_sha1_hash.h"
 #include "main/application.h"
 #include "main/commands/handlers.h"
 #include "settings/option_table.h"
@@ -78,6 +79,7 @@ void InstallOptionCommands(Application& application) {
     Options& options = application.options;
     InstallChoices(commands, kMethods, options.compareType,
                    [&application](CompareMethod method) { ChooseMethod(application, method); });
+    if (!IsSHA1Available()) commands.SetHandler("mnuOptionsCompareTypeSHA", nullptr);
     InstallChoices(commands, kStrips, options.coolbarStyle, [&application](CoolbarStyle style) {
         application.options.coolbarStyle = style;
         application.ShowOption(ShownBy::Strips);
