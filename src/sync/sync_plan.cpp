@@ -64,7 +64,7 @@ void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, c
                 ++plan.notWhollyKnown[side];
                 continue;
             }
-            if (row.holdsOtherFolder && action == SyncAction::Delete) {
+            if (row.holdsOtherFolder) {
                 ++plan.spared[side];
                 continue;
             }

@@ -35,9 +35,10 @@ std::optional<SyncReport> Synchronization::Run(const SyncOrder& order, SyncConfi
 
     // What was done is done: a record that cannot be written is told, and the report is given all the same.
     tools_.reporter.Guard("frmMain.AutoSync()", [&] {
-        ThrowIfFailed(SyncHistory(tools_).Append(plan_.folders[Side::Left], plan_.folders[Side::Right],
-                                                 report.cancelled ? kSyncCancelled : kSyncCompleted,
-                                                 order.numSyncLogEntries));
+        ThrowIfFailed(SyncHistory(tools_).Append(
+            plan_.folders[Side::Left], plan_.folders[Side::Right],
+            report.cancelled || plan_.LeavesOut() ? kSyncCancelled : kSyncCompleted,
+            order.numSyncLogEntries));
     });
     return report;
 }

@@ -34,8 +34,9 @@ class SkippingQuestions : public ShellQuestions {
     OverwriteAnswer AskOverwrite(const Overwrite&) override { return OverwriteAnswer::YesToAll; }
     ErrorAnswer AskAboutError(const Trouble& trouble) override {
         troubles.push_back(trouble);
-        return ErrorAnswer::Skip;
+        return answer;
     }
+    ErrorAnswer answer = ErrorAnswer::Skip;
     std::vector<Trouble> troubles;
 };
 

@@ -104,6 +104,7 @@ TEST(Synchronization, NothingBehindALinkIsDeleted) {
         "behind a link to a folder, or belong to both folders.\r\nLeft alone: 2 object(s) of the right "
         "folder.  They, or what they would replace, lie behind a link to a folder, or belong to both "
         "folders.");
+    EXPECT_EQ(kSyncCancelled, LastRecord(world));
     EXPECT_EQ("stays", world.tools.folder.Read("elsewhere/precious"));
     EXPECT_FALSE(world.tools.folder.Exists("elsewhere/a"));
 }
@@ -210,6 +211,46 @@ TEST(Synchronization, ARootThatIsGoneEndsTheRunAndIsNotMadeAnew) {
             EXPECT_TRUE(ReadTree(folder / (std::string(root) + "/")).empty());
         }
     }
+}
+
+// The folder that holds the right one is neither deleted nor copied into it, and all else goes on.
+TEST(Synchronization, AFolderThatHoldsTheOtherOneIsLeftOut) {
+    for (const auto method : {SyncMethod::MakeLeftSameAsRight, SyncMethod::AddOrphansToRight}) {
+        SyncWorld world;
+        const testing::TempFolder& folder = world.tools.folder;
+        std::filesystem::remove(folder / "right");
+        std::filesystem::create_directory_symlink("left/holder/right", folder / "right");
+        folder.Write("left/holder/right/x", "x", 1'600'000'000);
+        folder.Write("left/y", "y", 1'600'000'000);
+        world.settings.SetSyncMethod(method);
+        world.Compare();
+        const auto report = world.AutoSync();
+        ASSERT_TRUE(report);
+        EXPECT_FALSE(report->cancelled);
+        EXPECT_LT(0U, report->done);
+        EXPECT_EQ(1U, world.tools.messages.shown.size());
+        EXPECT_EQ(kSyncCancelled, LastRecord(world));
+        EXPECT_EQ("x", folder.Read("left/holder/right/x"));
+        EXPECT_FALSE(folder.Exists("left/holder/right/holder"));
+    }
+}
+
+// Below a sub-folder, too.
+TEST(Synchronization, CancelInTheErrorBoxEndsTheRun) {
+    SyncWorld world;
+    for (const char* name : {"sub/a", "sub/b", "sub/c"})
+        world.tools.folder.Write(std::string("left/") + name, name, 1'600'000'000);
+    world.tools.folder.MakeFolder("right/sub");
+    world.settings.SetSyncMethod(SyncMethod::AddOrphansToRight);
+    world.Compare();
+    world.tools.folder.Write("right/sub/a", "came up");
+    world.questions.answer = ErrorAnswer::Cancel;
+    const auto report = world.AutoSync();
+    ASSERT_TRUE(report);
+    EXPECT_TRUE(report->cancelled);
+    EXPECT_EQ(1U, world.questions.troubles.size());
+    EXPECT_EQ("came up", world.tools.folder.Read("right/sub/a"));
+    EXPECT_FALSE(world.tools.folder.Exists("right/sub/b"));
 }
 
 TEST(Synchronization, AFileWhereAFolderIsToGoFailsAndIsNotCountedAsDone) {
