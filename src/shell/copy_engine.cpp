@@ -4,6 +4,7 @@
 
 #include <cerrno>
 
+#include "shell/copy_batch.h"
 #include "shell/temporary_files.h"
 
 namespace vantrel::shell {
@@ -40,7 +41,7 @@ Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const 
         if (Error error = run.RefuseChanged(to, run.expected->target, look.Now()); !error.IsOk())
             return error;
     }
-    if (!look.exists) return {};
+    if (!look.exists) return run.WasPlaced({}, to) ? InTheWay(to, "What was put there just now,") : Error();
     if (IdOf(look.stat) == IdOf(source)) return TheSame(from, to);
 
     Statx end = look.stat;
@@ -120,6 +121,7 @@ ItemOutcome CopyEngine::Copy(const Place& from, const Place& to) {
     });
     if (isFolder && outcome == ItemOutcome::Done) return CopyFolder(from, to);
     if (outcome == ItemOutcome::Done) run_.CountObject();
+    if (run_.shared.batch->IsFull()) run_.shared.batch->Publish();
     return outcome;
 }
 
@@ -148,10 +150,21 @@ Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const P
         options.onRestart = [&] { run_.TakeBackBytes(before); };
         error = CopyRegularFile(run_.shared, from, to, options, copied);
     }
-    if (error.IsOk()) error = copied.written->Publish(to, look.Now());
     if (error.IsOk()) {
         run_.NotePlaced(copied.target, to);
         if (record_) record_->Add(from, copied.source);
+        WaitingCopy waiting;
+        waiting.written = std::move(copied.written);
+        waiting.folder = to.folder->shared_from_this();
+        waiting.name = to.name;
+        if (look.exists) waiting.replaces = std::make_unique<Statx>(look.stat);
+        waiting.source = from.Path();
+        waiting.target = to.Path();
+        waiting.bytes = run_.result.bytesDone - before;
+        waiting.owner = run_.copies;
+        waiting.item = run_.item;
+        waiting.record = record_;
+        run_.shared.batch->Add(std::move(waiting));
         return {};
     }
     run_.TakeBackBytes(before);
@@ -162,7 +175,7 @@ Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const P
 
 // Everything that can refuse comes before the target folder is made.
 Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, Folder& target,
-                           Statx& sourceStat, Statx& targetStat, bool& made,
+                           Statx& sourceStat, FinalRights& final, bool& made,
                            std::vector<std::string>& names) {
     if (Error error = run_.RefuseTooDeep(from); !error.IsOk()) return error;
     if (Error error = OpenFolderAt(calls_, from, LinkPolicy::DoNotFollow, source); !error.IsOk())
@@ -188,17 +201,15 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
         return Error::FromErrno(-listed, source.path);
 
     if (!look.exists) {
-        if (const int failed = run_.shared.NoteWritten(*to.folder); failed < 0)
-            return Error::FromErrno(-failed, to.Path());
-        const int result = calls_.MkdirAt(to.Fd(), to.name.c_str(), 0700);
-        if (result < 0) return Error::FromErrno(-result, to.Path());
+        Error error = MakeFolderLike(run_.shared, source, sourceStat, to, final);
+        if (!error.IsOk()) return error;
         made = true;
     }
     Error error = OpenFolderAt(calls_, to, made ? LinkPolicy::DoNotFollow : LinkPolicy::Follow, target);
     if (!error.IsOk()) return error;
-    int looked = LookAtOpen(calls_, target.fd.Get(), targetStat);
-    if (looked >= 0 && !made && run_.request.ignoreLetterCase) looked = LearnNames(calls_, target);
-    return looked < 0 ? Error::FromErrno(-looked, target.path) : Error();
+    if (made || !run_.request.ignoreLetterCase) return {};
+    const int learned = LearnNames(calls_, target);
+    return learned < 0 ? Error::FromErrno(-learned, target.path) : Error();
 }
 
 ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
@@ -206,11 +217,12 @@ ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
     Folder source;
     const auto shared = std::make_shared<Folder>();
     Folder& target = *shared;
-    Statx sourceStat{}, targetStat{};
+    Statx sourceStat{};
+    FinalRights final;
     std::vector<std::string> names;
     bool made = false;
     ItemOutcome outcome = run_.Attempt(from, [&](ItemOutcome&) {
-        return OpenBoth(from, to, source, target, sourceStat, targetStat, made, names);
+        return OpenBoth(from, to, source, target, sourceStat, final, made, names);
     });
     if (outcome != ItemOutcome::Done) {
         if (made) calls_.UnlinkAt(to.Fd(), to.name.c_str(), AT_REMOVEDIR);
@@ -226,17 +238,8 @@ ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
         if (child == ItemOutcome::NotReached) break;
     }
     --depth_;
-    // Also after a cancel: what stands there is to have the rights of its source. The times come after the
-    // content, which changes them.
-    if (made) {
-        int result = 0;
-        do {
-            result = CopyAttributes(calls_, source.fd.Get(), sourceStat, target.fd.Get(), targetStat,
-                                    to.folder->hasDefaultAcl);
-        } while (result < 0 && run_.AnswerTrouble(source.path, Error::FromErrno(-result, target.path)) ==
-                                   ErrorAnswer::Retry);
-        if (result < 0) outcome = Worse(outcome, ItemOutcome::Failed);
-    }
+    // The times come after the content, which changes them.
+    if (made) run_.shared.batch->AddTimes(shared, sourceStat, final);
     if (outcome == ItemOutcome::Done) {
         run_.CountObject();
         if (record_) record_->Add(from, sourceStat);

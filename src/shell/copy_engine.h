@@ -16,10 +16,14 @@ class CopyRecord {
     bool Holds(const Place& from, const Statx& now) const;
     bool IsEmpty() const { return copied_.empty(); }
     std::size_t Count() const { return copied_.size(); }
+    // A copy noted here did not come to its name.
+    void NoteLoss() { lost_ = true; }
+    bool HasLoss() const { return lost_; }
 
   private:
     static std::string KeyOf(const Place& from);
     std::unordered_map<std::string, Statx> copied_;
+    bool lost_ = false;
 };
 
 // How a target stands to the source that is to go there.
@@ -54,7 +58,7 @@ class CopyEngine {
                          ItemOutcome& outcome);
     ItemOutcome CopyFolder(const Place& from, const Place& to);
     Error OpenBoth(const Place& from, const Place& to, Folder& source, Folder& target, Statx& sourceStat,
-                   Statx& targetStat, bool& made, std::vector<std::string>& names);
+                   FinalRights& final, bool& made, std::vector<std::string>& names);
 
     ShellRun& run_;
     SystemCalls& calls_;

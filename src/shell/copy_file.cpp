@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -230,15 +231,16 @@ Error TryCopy(Shared& shared, const Place& from, const Place& to, const CopyFile
         const int different = CompareContents(shared, opened, target.Fd(), bytes);
         if (different != 0) return ofTarget(different < 0 ? different : -EIO);
     }
-    const int failed =
-        CopyAttributes(calls, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);
+    int failed = CopyRights(calls, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);
+    if (failed >= 0) failed = KeepTimes(shared, copied.source, target.Fd());
+    if (failed >= 0) failed = copied.written->Close();
     return failed < 0 ? ofTarget(failed) : Error();
 }
 
 }  // namespace
 
-int CopyAttributes(SystemCalls& calls, int from, const Statx& fromStat, int to, const Statx& toStat,
-                   bool targetInheritsAcl) {
+int CopyRights(SystemCalls& calls, int from, const Statx& fromStat, int to, const Statx& toStat,
+               bool targetInheritsAcl) {
     int result = 0;
     mode_t mode = fromStat.stx_mode & 07777;
     if (fromStat.stx_uid != toStat.stx_uid || fromStat.stx_gid != toStat.stx_gid) {
@@ -264,13 +266,40 @@ int CopyAttributes(SystemCalls& calls, int from, const Statx& fromStat, int to, 
     result = calls.Fchmod(to, mode);
     if (result < 0 && !CannotHold(result)) return result;
     result = CopyExtendedAttributes(calls, from, to, names, Which::Acls);
-    if (result < 0) return result;
+    return result < 0 ? result : 0;
+}
+
+int KeepTimes(Shared& shared, const Statx& fromStat, int to) {
     const timespec times[2] = {
         {fromStat.stx_atime.tv_sec, fromStat.stx_atime.tv_nsec},
         {fromStat.stx_mtime.tv_sec, fromStat.stx_mtime.tv_nsec},
     };
-    result = calls.Futimens(to, times);
-    return result < 0 && !CannotHold(result) ? result : 0;
+    const int result = shared.calls.Futimens(to, times);
+    if (result >= 0 || !CannotHold(result)) return result;
+    ++shared.timesNotKept;
+    return 0;
+}
+
+Error MakeFolderLike(Shared& shared, const Folder& source, const Statx& sourceStat, const Place& to,
+                     FinalRights& final) {
+    SystemCalls& calls = shared.calls;
+    const auto ofTarget = [&](int failed) { return Error::FromErrno(-failed, to.Path()); };
+    if (const int failed = shared.NoteWritten(*to.folder); failed < 0) return ofTarget(failed);
+    TemporaryFile made(shared, *to.folder);
+    if (const int failed = made.CreateFolder(); failed < 0) return ofTarget(failed);
+    Folder folder;
+    if (Error error = OpenFolderAt(calls, made.Where(), LinkPolicy::DoNotFollow, folder); !error.IsOk())
+        return error;
+    Statx stat{};
+    if (const int failed = LookAtOpen(calls, folder.fd.Get(), stat); failed < 0) return ofTarget(failed);
+    // Without the right to enter and to write nothing could be put into it.
+    Statx wanted = sourceStat;
+    final.wait = (wanted.stx_mode & 0700) != 0700 && geteuid() != 0;
+    final.mode = sourceStat.stx_mode & 07777;
+    if (final.wait) wanted.stx_mode |= 0700;
+    const int failed =
+        CopyRights(calls, source.fd.Get(), wanted, folder.fd.Get(), stat, to.folder->hasDefaultAcl);
+    return failed < 0 ? ofTarget(failed) : made.Publish(to, nullptr);
 }
 
 Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const CopyFileOptions& options,
@@ -314,7 +343,9 @@ Error CopyLink(Shared& shared, const Place& from, const Statx& found, const Plac
         {copied.source.stx_mtime.tv_sec, copied.source.stx_mtime.tv_nsec},
     };
     const int timed = calls.UtimensAt(made.Fd(), made.name.c_str(), times, AT_SYMLINK_NOFOLLOW);
-    return timed < 0 && !CannotHold(timed) ? ofTarget(timed) : Error();
+    if (timed < 0 && !CannotHold(timed)) return ofTarget(timed);
+    if (timed < 0) ++shared.timesNotKept;
+    return {};
 }
 
 }  // namespace vantrel::shell

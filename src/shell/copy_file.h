@@ -30,9 +30,21 @@ Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const 
                       CopiedFile& copied);
 Error CopyLink(Shared& shared, const Place& from, const Statx& found, const Place& to, CopiedFile& copied);
 
-// Owner, mode, extended attributes and times from one open file or folder to another. What the target's file
-// system cannot hold is left out without an error.
-int CopyAttributes(SystemCalls& calls, int from, const Statx& fromStat, int to, const Statx& toStat,
-                   bool targetInheritsAcl);
+// Owner, mode and extended attributes from one open file or folder to another. What the target's file system
+// cannot hold is left out without an error.
+int CopyRights(SystemCalls& calls, int from, const Statx& fromStat, int to, const Statx& toStat,
+               bool targetInheritsAcl);
+// The times; where they cannot be held they are counted.
+int KeepTimes(Shared& shared, const Statx& fromStat, int to);
+
+// What a folder that was made gets only when all is in it: a mode that would keep the user himself out.
+struct FinalRights {
+    bool wait = false;
+    mode_t mode = 0;
+};
+// Makes the folder `to`, where nothing stands, with the owner, mode and attributes of `source`. Under its
+// name it never has others than these, or those of FinalRights.
+Error MakeFolderLike(Shared& shared, const Folder& source, const Statx& sourceStat, const Place& to,
+                     FinalRights& final);
 
 }  // namespace vantrel::shell

@@ -6,6 +6,7 @@
 
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
+#include "shell/copy_batch.h"
 #include "shell/delete_engine.h"
 #include "shell/roots.h"
 #include "shell/temporary_files.h"
@@ -49,11 +50,10 @@ bool MoveEngine::BatchIsFull() const {
 
 void MoveEngine::FinishPending(std::vector<ShellItem>& items) {
     if (pending_.empty()) return;
-    Error synced = run_.shared.Sync();
-    if (synced.IsOk()) synced = failedSync_;
-    failedSync_ = {};
+    const Error synced = run_.shared.batch->Finish();
     for (const Pending& pending : pending_) {
         ShellItem& item = items[pending.item];
+        if (run_.lostItems.contains(pending.item)) continue;
         if (!synced.IsOk()) {
             run_.RecordFailure(pending.path, synced);
             item.outcome = ItemOutcome::Failed;
@@ -137,9 +137,10 @@ ItemOutcome MoveEngine::MoveInside(const Place& from, const Place& to) {
     CopyRecord record;
     outcome = CopyEngine(run_, &record).Copy(from, to);
     if (outcome != ItemOutcome::Done) return outcome;
-    if (const Error synced = run_.shared.Sync(); !synced.IsOk()) {
+    const Error synced = run_.shared.batch->Finish();
+    if (record.HasLoss()) return run_.result.cancelled ? ItemOutcome::NotReached : ItemOutcome::Failed;
+    if (!synced.IsOk()) {
         run_.RecordFailure(from.Path(), synced);
-        if (!pending_.empty()) failedSync_ = synced;
         return ItemOutcome::Failed;
     }
     return DeleteEngine(run_, &record).Delete(from);

@@ -37,8 +37,6 @@ class MoveEngine {
     SystemCalls& calls_;
     CopyRecord record_;
     std::vector<Pending> pending_;
-    // The system tells such an error once, and it can be about what is pending.
-    Error failedSync_;
     std::uint64_t bytesAtLastSync_ = 0;
     int depth_ = 0;
 };

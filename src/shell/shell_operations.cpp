@@ -5,6 +5,7 @@
 
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
+#include "shell/copy_batch.h"
 #include "shell/copy_engine.h"
 #include "shell/delete_engine.h"
 #include "shell/move_engine.h"
@@ -17,11 +18,49 @@ namespace vantrel {
 
 using namespace shell;
 
-struct SystemShellOperations::State : Shared {
+// Copies of single files wait for FinishCopies, which tells what became of them.
+struct SystemShellOperations::State : Shared, CopyOwner {
     using Shared::Shared;
+    Error MayPublish() override { return {}; }
+    bool CancelAsked() override { return false; }
+    bool TriesAgain(const WaitingCopy&, const Error&) override { return false; }
+    void Lost(const WaitingCopy& copy, Loss, const Error& error) override {
+        failed.push_back({copy.source, copy.target, error});
+    }
+
+    std::vector<FailedCopy> failed;
 };
 
 namespace {
+
+// Copies of one request.
+class RunCopies : public CopyOwner {
+  public:
+    RunCopies(ShellRun& run, const Roots& roots) : run_(run), roots_(roots) {}
+    Error MayPublish() override { return roots_.Verify(); }
+    bool CancelAsked() override { return run_.CancelAsked(); }
+    bool TriesAgain(const WaitingCopy& copy, const Error& error) override {
+        return run_.AnswerTrouble(copy.source, error) == ErrorAnswer::Retry;
+    }
+    void Lost(const WaitingCopy& copy, Loss loss, const Error& error) override {
+        run_.TakeBack(copy.bytes);
+        if (copy.record) copy.record->NoteLoss();
+        if (loss == Loss::NotSafe) {
+            run_.RecordFailure(copy.source, error);
+            if (notSafe.IsOk()) notSafe = error;
+        }
+        const ItemOutcome outcome = loss == Loss::Cancelled ? ItemOutcome::NotReached : ItemOutcome::Failed;
+        const auto known = run_.lostItems.try_emplace(copy.item, outcome, error).first;
+        known->second.first = Worse(known->second.first, outcome);
+        if (known->second.second.IsOk()) known->second.second = error;
+    }
+
+    Error notSafe;  // the first one
+
+  private:
+    ShellRun& run_;
+    const Roots& roots_;
+};
 
 // The work of one request: opens what the items need and hands each to its engine.
 class Dispatcher {
@@ -30,10 +69,17 @@ class Dispatcher {
         : run_(shared, request, result),
           mover_(run_),
           roots_(shared.files, request.roots),
+          copies_(run_, roots_),
           request_(request),
           result_(result) {
         run_.roots = &roots_;
+        run_.copies = &copies_;
     }
+
+    // Where a port has thrown, copies may still wait.
+    ~Dispatcher() { run_.shared.batch->Forget(copies_); }
+    Dispatcher(const Dispatcher&) = delete;
+    Dispatcher& operator=(const Dispatcher&) = delete;
 
     void Work() {
         for (const std::string& source : request_.sources) result_.items.push_back({source, {}, {}});
@@ -46,6 +92,7 @@ class Dispatcher {
         }
         mover_.FinishPending(result_.items);
         SyncAtTheEnd();
+        result_.timesNotKept = std::exchange(run_.shared.timesNotKept, 0);
     }
 
   private:
@@ -118,6 +165,7 @@ class Dispatcher {
 
     void WorkOn(std::size_t i) {
         ShellItem& item = result_.items[i];
+        run_.item = i;
         run_.expected = i < request_.expected.size() ? &request_.expected[i] : &run_.kNothingExpected;
         const std::size_t troublesBefore = result_.troubles.size();
         Folder nowhere;
@@ -166,23 +214,28 @@ class Dispatcher {
         return totals;
     }
 
-    // A full disk can show only here: then nothing of this batch is known to be safe.
+    // A full disk can show only here: then nothing of the last batch is known to be safe.
     void SyncAtTheEnd() {
-        const Error synced = run_.shared.Sync();
-        if (synced.IsOk()) return;
+        const Error synced = run_.shared.batch->Finish();
+        for (const auto& [item, lost] : run_.lostItems) {
+            ShellItem& at = result_.items[item];
+            at.outcome = Worse(at.outcome, lost.first);
+            if (at.error.IsOk()) at.error = lost.second;
+        }
+        const Error& error = copies_.notSafe.IsOk() ? synced : copies_.notSafe;
+        if (error.IsOk()) return;
         for (ShellItem& item : result_.items) {
-            if (item.outcome == ItemOutcome::NotReached || request_.operation != ShellOperation::Copy)
+            if (synced.IsOk() || item.outcome != ItemOutcome::Done ||
+                request_.operation != ShellOperation::Copy)
                 continue;
-            if (item.outcome == ItemOutcome::Done) {
-                run_.RecordFailure(item.path, synced);
-                item.error = synced;
-            }
+            run_.RecordFailure(item.path, synced);
+            item.error = synced;
             item.outcome = ItemOutcome::Failed;
         }
-        if (result_.code == 0) run_.RecordFailure(request_.target, synced);
+        if (result_.code == 0) run_.RecordFailure(request_.target, error);
         if (!request_.noErrorUi) {
             // Trying again would only hide it: the system tells such an error once.
-            run_.shared.parts.questions.AskAboutError({request_.operation, request_.target, synced});
+            run_.shared.parts.questions.AskAboutError({request_.operation, request_.target, error});
             result_.anyOperationsAborted = true;
         }
     }
@@ -190,6 +243,7 @@ class Dispatcher {
     ShellRun run_;
     MoveEngine mover_;
     Roots roots_;
+    RunCopies copies_;
     const ShellRequest& request_;
     ShellResult& result_;
     Folder holder_;
@@ -204,6 +258,8 @@ SystemShellOperations::~SystemShellOperations() = default;
 
 ShellResult SystemShellOperations::Run(const ShellRequest& request) {
     const ManyOpenFiles manyOpenFiles;
+    // What is removed or renamed may be what waits for its name.
+    if (request.operation != ShellOperation::Copy) state_->batch->Publish();
     ShellResult result;
     Dispatcher(*state_, request, result).Work();
     return result;
@@ -225,34 +281,29 @@ Error SystemShellOperations::CopyOneFile(const OneFile& file) {
         return error;
     }
     SweepTemporaryFiles(*state_, toHolder);
+    if (state_->batch->Holds(target)) state_->batch->Publish();
     ShellRequest request;
     request.noConfirmation = request.silent = request.noErrorUi = true;
     ShellResult result;
     ShellRun run(*state_, request, result);
     run.expected = &file.expected;
+    run.copies = state_.get();
     Statx stat{};
     if (const int looked = Look(state_->calls, source, LinkPolicy::DoNotFollow, stat); looked < 0)
         return Error::FromErrno(-looked, file.path);
     if (IsFolder(stat)) return Error::FromErrno(EISDIR, file.path);
     const ItemOutcome outcome = CopyEngine(run).Copy(source, target);
-    if (outcome == ItemOutcome::Done) {
-        state_->singleCopies.push_back({file.path, file.target, {}});
-        return {};
-    }
+    if (outcome == ItemOutcome::Done) return {};
     if (!result.troubles.empty()) return result.troubles.front().error;
     return Error::FromErrno(ECANCELED, file.path);
 }
 
 ShellOperations::FinishedCopies SystemShellOperations::FinishCopies() {
-    const Error synced = state_->Sync();
-    const Error earlier = std::exchange(state_->failedSync, {});
-    const Error& error = synced.IsOk() ? earlier : synced;
+    const Error synced = state_->batch->Finish();
     FinishedCopies finished;
-    if (!error.IsOk()) {
-        finished.failed = std::move(state_->singleCopies);
-        for (FailedCopy& copy : finished.failed) copy.error = error;
-    }
-    state_->singleCopies.clear();
+    finished.failed = std::exchange(state_->failed, {});
+    if (!synced.IsOk() && finished.failed.empty()) finished.failed.push_back({{}, {}, synced});
+    finished.timesNotKept = std::exchange(state_->timesNotKept, 0);
     return finished;
 }
 
@@ -262,6 +313,7 @@ Error SystemShellOperations::DeleteOneFile(const OneFile& file) {
     Folder holder;
     Place place{&holder, {}};
     if (Error error = roots.OpenHolder(file.path, holder, place.name); !error.IsOk()) return error;
+    if (state_->batch->Holds(place)) state_->batch->Publish();
     Statx stat{};
     const int looked = Look(state_->calls, place, LinkPolicy::DoNotFollow, stat);
     const Statx* now = looked == 0 ? &stat : nullptr;

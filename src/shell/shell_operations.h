@@ -101,6 +101,7 @@ struct ShellResult {
     std::vector<ShellItem> troubles;  // every object, at any depth, that failed or was skipped
     std::uint64_t objectsDone = 0;    // files, links and folders, at any depth
     std::uint64_t bytesDone = 0;      // bytes copied
+    std::uint64_t timesNotKept = 0;   // of files, links and folders whose times the target could not take
 
     bool AllDone() const { return code == 0 && !anyOperationsAborted; }
 };
@@ -190,6 +191,7 @@ class ShellOperations {
     };
     struct FinishedCopies {
         std::vector<FailedCopy> failed;  // of those that CopyOneFile has taken since the last time
+        std::uint64_t timesNotKept = 0;
 
         Error First() const { return failed.empty() ? Error() : failed.front().error; }
     };

@@ -10,6 +10,7 @@
 #include "platform/files/raw_listing.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
+#include "shell/copy_batch.h"
 
 namespace vantrel::shell {
 namespace {
@@ -209,23 +210,34 @@ void Shared::NoteRenamed(const Statx& stat) {
     if (!IsFolder(stat) && stat.stx_nlink > 1) renamed.insert(IdOf(stat));
 }
 
+Shared::Shared(const SystemShellOperations::Parts& given)
+    : parts(given),
+      files(given.files),
+      calls(given.files.Calls()),
+      batch(std::make_unique<CopyBatch>(*this)) {
+}
+
+Shared::~Shared() = default;
+
 int Shared::NoteWritten(const Folder& folder) {
     if (unsynced.contains(folder.id.device)) return 0;
     const int fd = calls.OpenAt(folder.fd.Get(), ".", kOpenFolder, 0);
     if (fd < 0) return fd;
-    unsynced.emplace(folder.id.device, Descriptor(calls, fd));
+    unsynced.emplace(folder.id.device, Written{Descriptor(calls, fd), folder.path});
     return 0;
 }
 
 Error Shared::Sync() {
     int failed = 0;
-    for (const auto& [device, fd] : unsynced) {
-        if (const int result = calls.Syncfs(fd.Get()); result < 0 && failed == 0) failed = result;
+    std::string about;
+    for (const auto& [device, written] : unsynced) {
+        const int result = calls.Syncfs(written.fd.Get());
+        if (result >= 0 || failed != 0) continue;
+        failed = result;
+        about = written.path;
     }
     unsynced.clear();
-    const Error error = failed == 0 ? Error() : Error::FromErrno(-failed);
-    if (failed != 0 && !singleCopies.empty()) failedSync = error;
-    return error;
+    return failed == 0 ? Error() : Error::FromErrno(-failed, about);
 }
 
 const Expectation ShellRun::kNothingExpected;

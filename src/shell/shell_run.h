@@ -78,10 +78,13 @@ Error RefuseChanged(SystemCalls& calls, const Place& place, const Sighting& seen
 // Why the object at `from`, which stands, could not get the name `to`.
 Error RefusedName(SystemCalls& calls, const Place& from, const Place& to, int result);
 
+class CopyBatch;
+class CopyOwner;
+
 // What outlives one request.
 struct Shared {
-    explicit Shared(const SystemShellOperations::Parts& given)
-        : parts(given), files(given.files), calls(given.files.Calls()) {}
+    explicit Shared(const SystemShellOperations::Parts& given);
+    ~Shared();
 
     SystemShellOperations::Parts parts;
     const FileSystem& files;
@@ -92,17 +95,19 @@ struct Shared {
     std::set<FileId> renamed;
     void NoteRenamed(const Statx& stat);
     std::set<FileId> sweptFolders;  // cleared of what a kill has left
-    std::map<std::uint64_t, Descriptor>
-        unsynced;  // by device: a folder of what was written since the last sync
+    // By device: one folder of those that were written to since the last sync.
+    struct Written {
+        Descriptor fd;
+        std::string path;
+    };
+    std::map<std::uint64_t, Written> unsynced;
     std::set<std::pair<std::uint64_t, std::uint64_t>> noClone;  // pairs of devices that cannot share data
 
     // To be called before something is put into `folder`; Sync makes it safe. 0 or minus errno.
     int NoteWritten(const Folder& folder);
     Error Sync();
-    // Copies of single files are not safe yet when the next operation runs and syncs. An error is told once,
-    // so it is kept for those who ask for them.
-    std::vector<ShellOperations::FailedCopy> singleCopies;  // all of them, with no error yet
-    Error failedSync;
+    std::unique_ptr<CopyBatch> batch;  // never null
+    std::uint64_t timesNotKept = 0;    // since that was last told
     // Two buffers, each of kBufferSize.
     static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
     char* Buffer(int which);
@@ -138,6 +143,10 @@ class ShellRun {
     const ShellRequest& request;
     ShellResult& result;
     const Roots* roots = nullptr;  // never null while items are worked on
+    CopyOwner* copies = nullptr;   // who is told of this run's copies; never null while items are worked on
+    std::size_t item = 0;          // that is being worked on
+    // Items with copies that did not come to their names: outcome and error of the first one.
+    std::map<std::size_t, std::pair<ItemOutcome, Error>> lostItems;
     static const Expectation kNothingExpected;
     // What is expected of the source that is being worked on; never null.
     const Expectation* expected = &kNothingExpected;
@@ -168,6 +177,8 @@ class ShellRun {
     void ShowItem(const Place& from, const Place* to);
     void CountObject();
     void CountBytes(std::uint64_t bytes);
+    // Of a copy that had been counted.
+    void TakeBack(std::uint64_t bytes) { --result.objectsDone, result.bytesDone -= bytes; }
     void TakeBackBytes(std::uint64_t bytesDone) { result.bytesDone = bytesDone; }
 
     // Runs `step(outcome)`, which gives an error or leaves in `outcome` what it came to, until it goes well

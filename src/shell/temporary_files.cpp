@@ -12,7 +12,7 @@ namespace vantrel::shell {
 
 TemporaryFile::~TemporaryFile() {
     fd_.Close();
-    if (stands_) shared_.calls.UnlinkAt(place_.Fd(), place_.name.c_str(), 0);
+    if (stands_) shared_.calls.UnlinkAt(place_.Fd(), place_.name.c_str(), isFolder_ ? AT_REMOVEDIR : 0);
 }
 
 void TemporaryFile::NextName() {
@@ -44,9 +44,17 @@ int TemporaryFile::CreateLink(const char* target) {
     return result;
 }
 
+int TemporaryFile::CreateFolder() {
+    int result = -EEXIST;
+    while (result == -EEXIST) {
+        NextName();
+        result = shared_.calls.MkdirAt(place_.Fd(), place_.name.c_str(), 0700);
+    }
+    stands_ = isFolder_ = result == 0;
+    return result;
+}
+
 Error TemporaryFile::Publish(const Place& to, const Statx* replaces) {
-    // Network file systems tell at the close that the data could not be stored.
-    if (const int closed = fd_.Close(); closed < 0) return Error::FromErrno(-closed, to.Path());
     int result = 0;
     if (replaces) {
         Statx now{};
@@ -76,7 +84,7 @@ void SweepTemporaryFiles(Shared& shared, const Folder& folder) {
         const Place place{&folder, name};
         Statx stat{};
         if (Look(shared.calls, place, LinkPolicy::DoNotFollow, stat) < 0) continue;
-        if (stat.stx_uid != geteuid() || !(IsFile(stat) || IsLink(stat))) continue;
+        if (stat.stx_uid != geteuid() || !(IsFile(stat) || IsLink(stat) || IsFolder(stat))) continue;
         Descriptor fd;
         if (IsFile(stat)) {
             fd = Descriptor(shared.calls,
@@ -84,7 +92,7 @@ void SweepTemporaryFiles(Shared& shared, const Folder& folder) {
                                                 O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0));
             if (!fd.IsOpen() || shared.calls.Lock(fd.Get(), LOCK_EX | LOCK_NB) == -EWOULDBLOCK) continue;
         }
-        shared.calls.UnlinkAt(place.Fd(), name.c_str(), 0);
+        shared.calls.UnlinkAt(place.Fd(), name.c_str(), IsFolder(stat) ? AT_REMOVEDIR : 0);
     }
 }
 

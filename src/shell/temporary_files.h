@@ -15,11 +15,16 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    // An empty file of mode 0600, open for reading and writing and locked. 0 or minus errno, as below.
+    // An empty file of mode 0600, open for reading and writing, and locked as long as it is open. 0 or minus
+    // errno, as below.
     int Create();
     int CreateLink(const char* target);
+    int CreateFolder();  // of mode 0700
     int Fd() const { return fd_.Get(); }
     const Place& Where() const { return place_; }
+    // To be called when all is written. Network file systems tell only here that the data could not be
+    // stored.
+    int Close() { return fd_.Close(); }
     // Gives it its name, in the same folder. What stands there is replaced where it still is `replaces`, and
     // is left alone and told otherwise; null: nothing may stand there.
     Error Publish(const Place& to, const Statx* replaces);
@@ -31,11 +36,12 @@ class TemporaryFile {
     Place place_;
     Descriptor fd_;
     bool stands_ = false;
+    bool isFolder_ = false;
 };
 
-// Removes from `folder` what a killed process has left there: a file or link, with a temporary name of this
-// machine and this user's own, whose process is gone and which nobody holds locked. Done once for each folder
-// in the life of `shared`. What cannot be looked at or removed stays for the next time.
+// Removes from `folder` what a killed process has left there: a file, link or empty folder, with a temporary
+// name of this machine and this user's own, whose process is gone and which nobody holds locked. Done once
+// for each folder in the life of `shared`. What cannot be looked at or removed stays for the next time.
 void SweepTemporaryFiles(Shared& shared, const Folder& folder);
 
 }  // namespace vantrel::shell

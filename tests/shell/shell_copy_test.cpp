@@ -270,6 +270,7 @@ TEST_F(ShellCopyTest, ASourceThatChangesMeanwhileIsTakenAnewOrRefused) {
     };
     SystemShellOperations shell = Service();
     EXPECT_TRUE(shell.CopyOneFile(Left("log"), Right("log")).IsOk());
+    EXPECT_TRUE(shell.SyncCopies().IsOk());
     EXPECT_EQ("12", drop.Read("right/log"));
     drop.Write("right/log", "old");
     limit = 1000;
@@ -309,11 +310,12 @@ TEST_F(ShellCopyTest, LeftoversOfAKillAreClearedAndNothingElse) {
                                           ".~vantrel-.tmp"};
     for (const std::string& name : others) drop.Write("right/" + name, "not ours to clear");
     fs::create_symlink("nowhere", Right(with(".tmp", "9.tmp")));
-    drop.MakeFolder("right/" + with(".tmp", "8.tmp"));
+    drop.MakeFolder("right/" + with(".tmp", "7.tmp"));
+    drop.Write("right/" + with(".tmp", "8.tmp") + "/file", "in a folder of such a name");
     EXPECT_TRUE(Run(Copy, {Left("file")}, drop / "right").AllDone());
     tree = TreeOf(drop / "right/");
     EXPECT_FALSE(tree.contains(leftover));
-    EXPECT_EQ(others.size() + 2, tree.size());  // and the copy, and the folder
+    EXPECT_EQ(others.size() + 3, tree.size());  // and the copy, and the folder that is not empty
     EXPECT_EQ("content", drop.Read("right/file"));
 }
 
