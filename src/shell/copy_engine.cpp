@@ -6,6 +6,7 @@
 
 #include "shell/copy_batch.h"
 #include "shell/temporary_files.h"
+#include "shell/trash_guard.h"
 
 namespace vantrel::shell {
 namespace {
@@ -182,6 +183,7 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
         return error;
     if (const int looked = LookAtOpen(calls_, source.fd.Get(), sourceStat); looked < 0)
         return Error::FromErrno(-looked, source.path);
+    if (Error error = RefuseTrash(run_.shared, source); !error.IsOk()) return error;
     if (run_.targetFolders.contains(source.id)) {
         return {ErrorNumber::PathFileAccess,
                 "The folder \"" + source.path + "\" cannot go into itself or below itself"};
@@ -207,7 +209,9 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
     }
     Error error = OpenFolderAt(calls_, to, made ? LinkPolicy::DoNotFollow : LinkPolicy::Follow, target);
     if (!error.IsOk()) return error;
-    if (made || !run_.request.ignoreLetterCase) return {};
+    if (made) return {};
+    if (error = RefuseTrash(run_.shared, target); !error.IsOk()) return error;
+    if (!run_.request.ignoreLetterCase) return {};
     const int learned = LearnNames(calls_, target);
     return learned < 0 ? Error::FromErrno(-learned, target.path) : Error();
 }

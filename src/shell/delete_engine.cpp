@@ -6,6 +6,7 @@
 
 #include "platform/names/names.h"
 #include "platform/names/temporary_names.h"
+#include "shell/trash_guard.h"
 
 namespace vantrel::shell {
 
@@ -101,6 +102,7 @@ ItemOutcome DeleteEngine::DeleteFolder(const Place& place, const Statx& listed, 
             return {ErrorNumber::PermissionDenied,
                     "\"" + folder.path + "\" belongs to another file system that is mounted there"};
         }
+        if (Error error = RefuseTrash(run_.shared, folder); !error.IsOk()) return error;
         names.clear();
         const int result = ListNames(calls_, folder, names);
         return result < 0 ? Error::FromErrno(-result, folder.path) : Error();

@@ -10,6 +10,7 @@
 #include "shell/delete_engine.h"
 #include "shell/roots.h"
 #include "shell/temporary_files.h"
+#include "shell/trash_guard.h"
 
 namespace vantrel::shell {
 namespace {
@@ -94,6 +95,7 @@ Error MoveEngine::TryRename(const Place& from, const Place& to, bool& mayReplace
     }
     if (looked < 0) return Error::FromErrno(-looked, from.Path());
     if (IsFolder(source) && depth_ == 0) {
+        if (Error error = RefuseTrashWithin(run_.shared, from); !error.IsOk()) return error;
         if (Error error = RefuseChangedBelow(run_, from); !error.IsOk()) return error;
         if (Error error = RefuseIntoItself(calls_, IdOf(source), *to.folder, from.Path()); !error.IsOk())
             return error;

@@ -107,7 +107,13 @@ struct Shared {
     int NoteWritten(const Folder& folder);
     Error Sync();
     std::unique_ptr<CopyBatch> batch;  // never null
-    std::uint64_t timesNotKept = 0;    // since that was last told
+    // The user's trash folders (trash_guard.h), known for the mounts named.
+    struct {
+        std::set<std::uint64_t> mounts;
+        std::set<FileId> ids;
+        std::vector<std::string> paths;
+    } trashes;
+    std::uint64_t timesNotKept = 0;  // since that was last told
     // Two buffers, each of kBufferSize.
     static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
     char* Buffer(int which);

@@ -11,6 +11,7 @@
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 #include "shell/delete_engine.h"
+#include "shell/trash_guard.h"
 
 namespace vantrel {
 
@@ -178,6 +179,7 @@ int Trash::WriteInfo(const Place& info, const std::string& content) {
 
 Error Trash::PutInto(const Bin& bin, const Place& place, const Statx& looked) {
     if (IsFolder(looked)) {
+        if (Error error = RefuseTrashWithin(run_.shared, place); !error.IsOk()) return error;
         if (Error error = RefuseChangedBelow(run_, place); !error.IsOk()) return error;
     }
     const std::string recorded(RemainingString(place.Path(), bin.pathStart));
