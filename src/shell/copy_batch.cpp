@@ -60,8 +60,6 @@ void CopyBatch::Publish() {
 void CopyBatch::NameOne(WaitingCopy copy) {
     CopyOwner& owner = *copy.owner;
     Error error = owner.MayPublish();
-    if (const int noted = shared_.NoteWritten(*copy.folder); error.IsOk() && noted < 0)
-        error = Error::FromErrno(-noted, copy.folder->path);
     if (!error.IsOk()) {
         owner.Lost(copy, CopyOwner::Loss::NotSafe, error);
         return;
@@ -72,7 +70,9 @@ void CopyBatch::NameOne(WaitingCopy copy) {
     }
     const Place to{copy.folder.get(), copy.name};
     do {
-        error = copy.written->Publish(to, copy.replaces.get());
+        const int noted = shared_.NoteWritten(*copy.folder);
+        error = noted < 0 ? Error::FromErrno(-noted, copy.folder->path)
+                          : copy.written->Publish(to, copy.replaces.get());
     } while (!error.IsOk() && owner.TriesAgain(copy, error));
     if (!error.IsOk()) {
         owner.Lost(copy, CopyOwner::Loss::Told, error);

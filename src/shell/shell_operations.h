@@ -182,8 +182,9 @@ class ShellOperations {
     // Never throws but for lack of memory; everything that went wrong is in the result.
     virtual ShellResult Run(const ShellRequest& request) = 0;
 
-    // Copies to the full path `target`, replacing a file there. What goes well here may still fail in the
-    // next FinishCopies, which must follow before anything counts as done.
+    // Copies to the full path `target`, replacing a file there. What goes well here may get its name only in
+    // the next FinishCopies and may still fail there: it must follow before anything counts as done, or reads
+    // the target.
     virtual Error CopyOneFile(const OneFile& file) = 0;
     struct FailedCopy {
         std::string path, target;
