@@ -258,8 +258,8 @@ SystemShellOperations::~SystemShellOperations() = default;
 
 ShellResult SystemShellOperations::Run(const ShellRequest& request) {
     const ManyOpenFiles manyOpenFiles;
-    // What is removed or renamed may be what waits for its name.
-    if (request.operation != ShellOperation::Copy) state_->batch->Publish();
+    // What is read, removed or renamed may be what waits for its name.
+    state_->batch->Publish();
     ShellResult result;
     Dispatcher(*state_, request, result).Work();
     return result;
@@ -281,7 +281,7 @@ Error SystemShellOperations::CopyOneFile(const OneFile& file) {
         return error;
     }
     SweepTemporaryFiles(*state_, toHolder);
-    if (state_->batch->Holds(target)) state_->batch->Publish();
+    if (state_->batch->Holds(source) || state_->batch->Holds(target)) state_->batch->Publish();
     ShellRequest request;
     request.noConfirmation = request.silent = request.noErrorUi = true;
     ShellResult result;

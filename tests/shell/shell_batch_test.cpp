@@ -86,6 +86,16 @@ TEST_F(ShellBatchTest, ATargetThatChangesWhileItsCopyWaitsIsLeftAlone) {
               TreeOf(drop / "right/"));
 }
 
+TEST_F(ShellBatchTest, WhatIsReadNextIsTheCopyThatWaited) {
+    drop.Write("left/a", "new");
+    drop.Write("right/a", "old");
+    SystemShellOperations shell = Service();
+    EXPECT_TRUE(shell.CopyOneFile(Left("a"), Right("a")).IsOk());
+    EXPECT_TRUE(shell.CopyOneFile(Right("a"), Left("b")).IsOk());
+    EXPECT_TRUE(shell.FinishCopies().failed.empty());
+    EXPECT_EQ("new", drop.Read("left/b"));
+}
+
 TEST_F(ShellBatchTest, TemporariesAndSyncsAreFew) {
     constexpr int kFiles = 2'300;
     for (int i = 0; i < kFiles; ++i)
