@@ -51,6 +51,13 @@ int PercentageAt(std::uint64_t pieceEnd, std::uint64_t size, std::uint64_t chunk
     return end == 0 ? -1 : RoundedPercentage(end, size);
 }
 
+// Whether it is the name that the number 52 speaks of: by the name on disk, where a backslash can stand too.
+bool HoldsInvalidCharacter(std::string_view path) {
+    return NameToSystem(GetLastItemInPath(path)).find_first_of("\\/:*?<>|") != std::string::npos;
+}
+
+constexpr std::string_view kJudgedBySizeAndDate = "Size and date/time were compared instead of contents.";
+
 }  // namespace
 
 struct ContentComparator::Pair {
@@ -309,6 +316,7 @@ bool ContentComparator::FilesDiffer(std::string_view leftPath, std::string_view 
     } catch (const std::bad_alloc&) {
         Log(run, Error(ErrorNumber::OutOfStringSpace, "Out of memory"));
     }
+    tools_.log.AppendNote(kJudgedBySizeAndDate);
     return DifferBySizeAndDate(*pair);
 }
 
@@ -332,7 +340,7 @@ void ContentComparator::Log(const Run& run, const Error& error) {
     compare_.ErrorsDuringCompare = true;
     std::string file = "File Name: " + DisplayName(run.NotedFile());
     std::string text = "Error: " + error.Description();
-    if (error.Number() == ErrorNumber::BadFileNameOrNumber) {
+    if (error.Number() == ErrorNumber::BadFileNameOrNumber && HoldsInvalidCharacter(run.NotedFile())) {
         file = "File Name: Contains an invalid character \\/:*?<>|";
     } else if (error.Number() == ErrorNumber::OutOfStringSpace) {
         text = "Error: Insufficient memory.  Try cutting your chunk size in half.";

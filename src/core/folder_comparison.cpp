@@ -24,6 +24,8 @@ constexpr std::array<std::string_view, 4> kComparing{
 ComparisonReport FolderComparison::Compare(const PerSide<std::string>& paths, ComparisonDisplay* display) {
     ComparisonReport report;
     const Run run{paths, {tools_, compare_, progress_, display}};
+    // The comparison is worth more than its log.
+    const Error notEmptied = tools_.log.Recreate();
     tools_.reporter.Guard("frmMain.CompareDirs", [&] {
         ComparisonResults found;
         bool completed = false;
@@ -38,7 +40,8 @@ ComparisonReport FolderComparison::Compare(const PerSide<std::string>& paths, Co
             compare_.CompareCancelled = true;
         report.outcome = completed ? CompareOutcome::Completed : CompareOutcome::NoResult;
     });
-    report.unlogged = tools_.log.TakeFailure();
+    const Error notWritten = tools_.log.TakeFailure();
+    report.unlogged = notEmptied.IsOk() ? notWritten : notEmptied;
     return report;
 }
 
@@ -46,7 +49,6 @@ ComparisonReport FolderComparison::Compare(const PerSide<std::string>& paths, Co
 bool FolderComparison::Carry(const Run& run, ComparisonResults& found) {
     compare_.CompareCancelled = compare_.ErrorsDuringCompare = false;
     tools_.loop.ResetCancel();
-    ThrowIfFailed(tools_.log.Recreate());
     if (!CheckPaths(run)) return false;
 
     if (run.context.display) run.context.display->BeginScan();

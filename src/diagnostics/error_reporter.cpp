@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "diagnostics/error_detail.h"
 #include "platform/line_end.h"
 
 namespace vantrel {
@@ -22,6 +23,16 @@ std::string ReportText(std::string_view routineName, const Error& error) {
 
 }  // namespace
 
+Error AppendErrorDetail(const ErrorDetailPlace& place, std::string_view routineName, const Error& error,
+                        std::string_view detailText) {
+    std::string entry(kLineEnd);
+    entry.append(place.locale.DateTime(FileTimeToLocalFileTime(place.clock.Now()))).append(kLineEnd);
+    entry.append(ReportText(routineName, error)).append(kLineEnd);
+    entry.append("- More Information - ").append(kLineEnd);
+    entry.append(detailText).append(kLineEnd);
+    return place.files.AppendToFile(place.folders.appPath + std::string(kErrorDetailFile), entry);
+}
+
 void ErrorReporter::ReportError(std::string_view routineName, const Error& error,
                                 std::string_view detailText) noexcept {
     try {
@@ -33,12 +44,8 @@ void ErrorReporter::ReportError(std::string_view routineName, const Error& error
 
         std::string report = ReportText(routineName, error);
         if (detailText.find_first_not_of(' ') != std::string_view::npos) {
-            std::string entry(kLineEnd);
-            entry.append(locale_.DateTime(FileTimeToLocalFileTime(clock_.Now()))).append(kLineEnd);
-            entry.append(report).append(kLineEnd);
-            entry.append("- More Information - ").append(kLineEnd);
-            entry.append(detailText).append(kLineEnd);
-            if (!files_.AppendToFile(folders_.appPath + "ERR_DETAIL.TXT", entry).IsOk()) return;
+            const ErrorDetailPlace place{files_, folders_, clock_, locale_};
+            if (!AppendErrorDetail(place, routineName, error, detailText).IsOk()) return;
             report.append(kLineEnd).append("See the ERR_DETAIL.TXT file before proceeding.").append(kLineEnd);
         }
         report.append(kLineEnd)

@@ -80,8 +80,13 @@ void MainComparison::Finish(CompareOutcome outcome, CompareEnding ending) {
     application_.compare.RunningCompare = false;
     application_.Window().RaiseMainWindow();
     job_.reset();
-    if (announced && outcome == CompareOutcome::Completed)
-        ReportUnlistedFolders(application_.reporter, application_.results.unlisted);
+    if (outcome == CompareOutcome::Completed) {
+        const std::vector<UnlistedFolder>& unlisted = application_.results.unlisted;
+        if (announced)
+            ReportUnlistedFolders(application_.reporter, unlisted);
+        else if (Error error = RecordUnlistedFolders(application_.tools, unlisted); unlogged_.IsOk())
+            unlogged_ = std::move(error);
+    }
     if (const Error unlogged = std::exchange(unlogged_, {}); !unlogged.IsOk())
         application_.reporter.ReportError("frmMain.CompareDirs", unlogged);
     if (announced) AskToViewErrors();

@@ -201,7 +201,10 @@ TEST_F(CompareCommandTest, WhatCannotBeReadIsTrouble) {
         EXPECT_THAT(run.out, HasSubstr(R"("type":"DifferentFolder","incomplete":true})"));
         EXPECT_THAT(Compare({}).out,
                     ContainsRegex("sub +[0-9]+  incomplete +differ +.sub +[0-9]+  incomplete"));
-        EXPECT_THAT(run.err, HasSubstr("closed"));
+        EXPECT_THAT(run.err, HasSubstr("Process: Listing the folder"));
+        EXPECT_THAT(run.err, HasSubstr("- More Information - \nAnalysis of folder failed."));
+        EXPECT_THAT(run.err, HasSubstr("Folder: " + (folder / "left/sub/closed") + "\n"));
+        EXPECT_EQ(std::string::npos, run.err.find("Unexpected Error"));
     });
 }
 

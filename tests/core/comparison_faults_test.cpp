@@ -393,6 +393,17 @@ TEST(ComparisonFaults, ALogThatCannotBeWrittenIsGivenBack) {
     EXPECT_TRUE(bench.tools.log.TakeFailure().IsOk());
 }
 
+// One that cannot be emptied at the start stops nothing either.
+TEST(ComparisonFaults, ALogThatCannotBeEmptiedIsGivenBackAfterTheComparison) {
+    ComparisonBench bench;
+    for (const Side side : kBothSides) bench.Write(side, "same", "12");
+    std::filesystem::create_directory(bench.tools.folder / "ERRORLOG.TXT");
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    EXPECT_EQ(bench.results.hold[Side::Left].Count(), 1U);
+    EXPECT_TRUE(bench.tools.messages.shown.empty());
+    EXPECT_THAT(bench.unlogged.Description(), HasSubstr("ERRORLOG.TXT"));
+}
+
 // What makes trees of small files fast: where reading does not wait, a file that is like its counterpart
 // costs two or three calls, and the closing of many at once.
 TEST(ComparisonFaults, SmallFilesThatAreAlikeCostFewCalls) {

@@ -141,8 +141,7 @@ TEST_F(ContentComparatorTest, ErrorsAreLoggedByChunkAndJudgedByDate) {
          "File Name: " + left +
              "\r\nProcess: Reading bytes 1 to 1000\r\n"
              "Error: Insufficient memory.  Try cutting your chunk size in half.\r\n"},
-        {6, EBADF,
-         "File Name: Contains an invalid character \\/:*?<>|\r\nProcess: Reading bytes 1 to 1000\r\nError: "},
+        {6, EBADF, "File Name: " + right + "\r\nProcess: Reading bytes 1 to 1000\r\nError: "},
     };
     const std::string bytes(4'500, 'x');
     calls.readLimit = 1'000;
@@ -157,6 +156,9 @@ TEST_F(ContentComparatorTest, ErrorsAreLoggedByChunkAndJudgedByDate) {
                 calls.ClearFaults();
                 EXPECT_TRUE(compare.ErrorsDuringCompare);
                 EXPECT_TRUE(LogBlock().starts_with(each.block)) << LogBlock();
+                EXPECT_TRUE(
+                    LogBlock().ends_with("\r\nSize and date/time were compared instead of contents.\r\n"))
+                    << LogBlock();
             }
         }
     }

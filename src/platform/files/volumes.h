@@ -32,7 +32,8 @@ class Volumes {
     virtual bool OnSameDrive(std::string_view a, std::string_view b) = 0;
 };
 
-// The mounts of this machine. Reads the mount table when asked, not before.
+// The mounts of this machine. Reads the mount table when asked, not before. Where it does not name the mount
+// of a path, the uppermost folder of the path's file system is its drive.
 class SystemVolumes : public Volumes {
   public:
     explicit SystemVolumes(const FileSystem& files) : files_(files) {}

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include <cerrno>
 
 #include "platform/files/mount_table.h"
 #include "support/faulty_system_calls.h"
@@ -50,6 +51,44 @@ TEST(MountTableTest, KindsAndNames) {
     EXPECT_EQ("", UdevProperty(record, "ID_FS"));
 }
 
+// A system without the table of mounts.
+class NoMountTable : public FaultySystemCalls {
+  public:
+    int OpenAt(int folder, const char* path, int flags, mode_t mode) override {
+        if (std::string_view(path).ends_with("mountinfo")) return -ENOENT;
+        return FaultySystemCalls::OpenAt(folder, path, flags, mode);
+    }
+};
+
+TEST(SystemVolumesTest, WithoutATableOfMountsFileSystemsSpeakForThemselves) {
+    TempFolder folder;
+    SystemCalls plainCalls;
+    const FileSystem plainFiles(plainCalls);
+    SystemVolumes plain(plainFiles);
+    NoMountTable calls;
+    const FileSystem files(calls);
+    SystemVolumes volumes(files);
+
+    EXPECT_EQ("/proc", volumes.GetDriveName("/proc/self/status"));
+    EXPECT_EQ("proc", volumes.GetFileSystemName("/proc"));
+    EXPECT_EQ(DriveKind::Unknown, volumes.GetDriveKind("/proc"));
+    EXPECT_TRUE(volumes.DriveExists("/proc"));
+    EXPECT_FALSE(volumes.DriveExists("/proc/self"));
+    EXPECT_FALSE(volumes.DriveExists("/no such place"));
+    EXPECT_FALSE(volumes.DriveExists(""));
+
+    const std::string drive = volumes.GetDriveName(folder / "not/yet/there");
+    EXPECT_EQ(volumes.GetDriveName(folder.Path()), drive);
+    EXPECT_TRUE(volumes.IsReady(drive));
+    const Currency space = volumes.GetAvailableDriveSpace(drive);
+    EXPECT_GT(space, Currency());
+    EXPECT_EQ(plain.GetAvailableDriveSpace(plain.GetDriveName(folder.Path())) == Volumes::kUnknownSpace,
+              space == Volumes::kUnknownSpace);
+    EXPECT_FALSE(volumes.DriveExists(folder.Path()));
+    EXPECT_TRUE(volumes.OnSameDrive(folder.Path(), folder / "x"));
+    EXPECT_FALSE(volumes.OnSameDrive(folder.Path(), "/proc"));
+}
+
 TEST(SystemVolumesTest, FindsTheMountsOfThisMachine) {
     TempFolder folder;
     FaultySystemCalls calls;
@@ -74,7 +113,7 @@ TEST(SystemVolumesTest, FindsTheMountsOfThisMachine) {
     EXPECT_EQ(DriveKind::Unknown, volumes.GetDriveKind("/no such drive"));
     EXPECT_EQ(Volumes::kUnknownSpace, volumes.GetAvailableDriveSpace("/no such drive"));
     EXPECT_EQ(0U, calls.Count(Call::StatVfs));
-    calls.FailAll(Call::Open, EACCES);
+    calls.FailAll(Call::Statx, EACCES);
     EXPECT_EQ("", volumes.GetDriveName(folder.Path()));
 }
 
