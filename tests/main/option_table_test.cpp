@@ -3,11 +3,13 @@
 
 #include <gmock/gmock.h>
 
+#include <unistd.h>
 #include <QAction>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
+#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <set>
@@ -235,6 +237,24 @@ TEST(OptionTable, TheFontIsThatOfPanesAndPathBoxes) {
         }
         program.application.reset();
     }
+}
+
+// A machine whose library lets nobody have SHA-1. A process asks for it once, so this is one of its own.
+TEST(OptionTable, ShaIsGrayAndNotTakenWhereItIsNotOffered) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const vantrel::testing::TempFolder folder;
+    folder.Write("openssl.cnf",
+                 "openssl_conf = all\n[all]\nalg_section = algorithms\n[algorithms]\n"
+                 "default_properties = fips=yes\n");
+    ASSERT_EQ(0, setenv("OPENSSL_CONF", (folder / "openssl.cnf").c_str(), 1));
+    const auto look = [] {
+        TestProgram program;
+        Application& application = program.Start("[Options]\r\nCompareType=SHA\r\n");
+        const bool gray = !application.GetCommands().Action("mnuOptionsCompareTypeSHA")->isEnabled();
+        _exit(gray && application.options.compareType == CompareMethod::SizeAndDate ? 7 : 1);
+    };
+    EXPECT_EXIT(look(), ::testing::ExitedWithCode(7), "");
+    ASSERT_EQ(0, unsetenv("OPENSSL_CONF"));
 }
 
 // The smaller pieces that a run takes over a slow connection become the option.
