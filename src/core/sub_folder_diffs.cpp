@@ -29,7 +29,7 @@ std::string DateText(const SubFolderRecord& record, const LocaleFormats& locale)
     return locale.DateTime(FileTimeToLocalFileTime(record.lastWrite));
 }
 
-CSubFolderDiffs::CSubFolderDiffs(std::string name, std::string folder, std::shared_ptr<TextPool> texts)
+CSubFolderDiffs::CSubFolderDiffs(std::string name, const std::string& folder, std::shared_ptr<TextPool> texts)
     : name_(std::move(name)), folder_(WithoutTrailingSlash(folder)), texts_(std::move(texts)) {
 }
 

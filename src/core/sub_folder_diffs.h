@@ -62,7 +62,7 @@ class CSubFolderDiffs {
     CSubFolderDiffs() = default;
     // `name` is the row's text, with its marker; `folder` is the left folder's full path. `texts` is a pool
     // that several of these objects may share.
-    CSubFolderDiffs(std::string name, std::string folder,
+    CSubFolderDiffs(std::string name, const std::string& folder,
                     std::shared_ptr<TextPool> texts = std::make_shared<TextPool>());
 
     const std::string& Name() const { return name_; }      // "\Sub", as the row shows it

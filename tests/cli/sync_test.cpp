@@ -384,6 +384,14 @@ TEST_F(SyncCommandTest, WhatCannotBeReadIsLeftAloneAndTold) {
         const ProgramRun run = Sync({"--yes", "--sync-method", "MakeRightSameAsLeft"});
         EXPECT_EQ(1, run.status);
         EXPECT_THAT(run.err, HasSubstr("left '\\sub/closed' could not be looked into"));
+        // The details are shown, and those of an earlier run are not shown again.
+        const std::string place = "Folder: " + (folder / "left/sub/closed") + "\n";
+        const ProgramRun again = Sync({"--yes", "--sync-method", "MakeRightSameAsLeft"});
+        for (const ProgramRun& each : {run, again}) {
+            const std::size_t at = each.err.find(place);
+            EXPECT_NE(std::string::npos, at) << each.err;
+            EXPECT_EQ(std::string::npos, each.err.find(place, at + 1)) << each.err;
+        }
     });
     EXPECT_TRUE(folder.Exists("right/sub/closed/precious"));
     EXPECT_TRUE(folder.Exists("right/sub/file"));

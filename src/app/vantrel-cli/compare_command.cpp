@@ -80,7 +80,6 @@ int Compare(const PrintedComparison& request, const PerSide<std::string_view>& o
     PerSide<std::string> paths;
     for (const Side side : kBothSides) paths[side] = engine.FullPath(operands[side]);
     const ComparisonReport report = CompareOnConsole(engine, engine.Tools(), compare, paths);
-    PrintErrorDetail(engine.Tools());
     // Whoever reads the result may have enough of it: the signal of that ends the process while it prints.
     logs.reset();
     const bool cancelled = engine.Tools().loop.CancelRequested();

@@ -1,5 +1,6 @@
 #include "console_host.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "core/file_system_reminder.h"
@@ -10,17 +11,49 @@
 namespace vantrel::cli {
 namespace {
 
-void PrintWhole(const Toolbox& tools, const std::string& path) {
-    constexpr std::size_t kMostShown = std::size_t{64} << 20;
-    std::string text;
-    if (tools.files.ReadWholeFile(path, kMostShown, text).IsOk())
-        std::fprintf(stderr, "%s\n", DisplayLines(text).c_str());
+constexpr std::size_t kMostShown = std::size_t{64} << 20;
+
+void Print(const std::string& text) {
+    std::fprintf(stderr, "%s\n", DisplayLines(text).c_str());
 }
+
+void PrintErrorLog(const Toolbox& tools) {
+    std::string log;
+    if (tools.files.ReadWholeFile(tools.log.Path(), kMostShown, log).IsOk()) Print(log);
+}
+
+// What a comparison adds to ERR_DETAIL.TXT. The file is the program folder's and may hold old entries, or go
+// with that folder.
+class AddedDetail {
+  public:
+    // From now on.
+    explicit AddedDetail(const Toolbox& tools)
+        : tools_(tools), path_(tools.folders.appPath + std::string(kErrorDetailFile)) {
+        ReadFile file;
+        if (tools_.files.OpenForReading(path_, file).IsOk()) before_ = file.Size();
+    }
+
+    void PrintIfAny() const {
+        ReadFile file;
+        if (!tools_.files.OpenForReading(path_, file).IsOk() || file.Size() <= before_) return;
+        std::string text(std::min<std::uint64_t>(file.Size() - before_, kMostShown), '\0');
+        std::size_t got = 0;
+        if (!file.ReadAt(before_, text.data(), text.size(), got).IsOk()) return;
+        text.resize(got);
+        Print(text);
+    }
+
+  private:
+    const Toolbox& tools_;
+    std::string path_;
+    std::uint64_t before_ = 0;  // bytes
+};
 
 }  // namespace
 
 ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare& compare,
                                   const PerSide<std::string>& paths) {
+    const AddedDetail detail(tools);
     FolderComparison comparison(tools, compare, engine.Progress());
     ComparisonReport report = comparison.Compare(paths, nullptr);
     engine.Progress().Unload();
@@ -30,12 +63,9 @@ ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare
     if (!unrecorded.IsOk()) tools.reporter.ReportError("frmMain.CompareDirs", unrecorded);
     if (report.outcome == CompareOutcome::Completed)
         RemindAboutFileSystems(tools, compare, report.results.folders);
-    if (compare.ErrorsDuringCompare) PrintWhole(tools, tools.log.Path());
+    if (compare.ErrorsDuringCompare) PrintErrorLog(tools);
+    detail.PrintIfAny();
     return report;
-}
-
-void PrintErrorDetail(const Toolbox& tools) {
-    PrintWhole(tools, tools.folders.appPath + std::string(kErrorDetailFile));
 }
 
 }  // namespace vantrel::cli

@@ -12,7 +12,5 @@ namespace vantrel::cli {
 // reminder. `paths` are full paths. The results are those of the report, and there are none after a cancel.
 ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare& compare,
                                   const PerSide<std::string>& paths);
-// Shows what stands in ERR_DETAIL.TXT, for a program folder that is about to go.
-void PrintErrorDetail(const Toolbox& tools);
 
 }  // namespace vantrel::cli

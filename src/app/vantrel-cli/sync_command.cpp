@@ -220,7 +220,6 @@ int Synchronize(const SyncRequest& request, const PerSide<std::string_view>& ope
     ConsoleLoop::CatchSignals();
     TakeWriteErrorsAsValues();
     const int status = SyncRun(request, engine).Run(operands);
-    if (logs) PrintErrorDetail(engine.Tools());
     ConsoleLoop::LeaveSignals();
     return status;
 }
