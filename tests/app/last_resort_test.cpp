@@ -53,5 +53,54 @@ TEST(LastResort, WhatFailsAtTheStartIsToldTwiceAndEndsWithAStatus) {
     EXPECT_EQ("", told);
 }
 
+// Its handler of events throws what it was told to.
+class Thrower : public QObject {
+  public:
+    explicit Thrower(void (*raise)()) : raise_(raise) {}
+    bool event(QEvent*) override {
+        raise_();
+        return true;
+    }
+
+  private:
+    void (*raise_)();
+};
+
+TEST(LastResort, WhatComesOutOfAnEventIsToldAndTheProgramGoesOn) {
+    struct Case {
+        void (*raise)();
+        const char* told;
+    };
+    for (const Case& each :
+         {Case{[] { throw ErrorException(Error(ErrorNumber::DiskFull, "Disk full")); }, ": Disk full"},
+          Case{[] { throw std::bad_alloc(); }, ": std::bad_alloc"}, Case{[] { throw 1; }, ": unknown"},
+          Case{[] { throw Cancelled(); }, ""}, Case{[] {}, ""}}) {
+        const std::string title = "Unexpected Error in modVantrel.Main";
+        Thrower thrower(each.raise);
+        bool wentOn = false;
+        std::string told;
+        ::testing::internal::CaptureStderr();
+        const int status = RunAndClose(
+            [&] {
+                QCoreApplication::postEvent(&thrower, new QEvent(QEvent::User));
+                // Once the event is behind it, and the box that it may have opened.
+                QTimer later;
+                QObject::connect(&later, &QTimer::timeout, [&] {
+                    if (QApplication::activeModalWidget()) return;
+                    wentOn = true;
+                    QCoreApplication::exit(7);
+                });
+                later.start(30);
+                return QCoreApplication::exec();
+            },
+            told);
+        const std::string line = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(7, status);
+        EXPECT_TRUE(wentOn);
+        EXPECT_EQ(*each.told == '\0' ? "" : title + each.told, told);
+        EXPECT_EQ(*each.told != '\0', line.find(each.told) != std::string::npos && !line.empty());
+    }
+}
+
 }  // namespace
 }  // namespace vantrel

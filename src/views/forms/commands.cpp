@@ -163,7 +163,6 @@ void Commands::Start(const QString& name) {
         if (const auto handler = Acting(Find(command)).handler)
             reporter_.GuardRun(RoutineName(command), handler);
     RefreshChecks();
-    Q_EMIT CommandDone();
 }
 
 void Commands::BusyChanged(bool busy) {

@@ -54,8 +54,6 @@ class Commands : public QObject, private BusyObserver {
 
   Q_SIGNALS:
     void BusyShown(bool busy);  // the menus look so now; strips follow
-    // A command has run; what it changed in the options may have to be shown.
-    void CommandDone();
 
   private:
     struct Item {
