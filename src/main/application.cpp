@@ -2,6 +2,7 @@
 
 #include <QFontInfo>
 #include <QGuiApplication>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <algorithm>
 #include <utility>
@@ -131,10 +132,11 @@ void Application::SaveOptions() {
 void Application::RestoreDefaults() {
     const Error error = store.RestoreDefaults(Environment(), options);
     panes.RemoveListItemsAndShowNoCompareMsg();
-    window_->PopulatingFolderCombos = true;
-    window_->PopulateDirComboBoxesFromIniFile();
-    for (const ShownBy part : kShownAtOnce) ShowOption(part);
-    window_->PopulatingFolderCombos = false;
+    {
+        const QScopedValueRollback<bool> populating(window_->PopulatingFolderCombos, true);
+        window_->PopulateDirComboBoxesFromIniFile();
+        for (const ShownBy part : kShownAtOnce) ShowOption(part);
+    }
     window_->StatusBar1().Reset();
     ThrowIfFailed(error);
 }
@@ -143,10 +145,11 @@ void Application::FormLoad() {
     GuardRun("frmMain.Form_Load", [this] {
         panes.RemoveListItemsAndShowNoCompareMsg();
         const bool firstRun = store.IsFirstRun();
-        window_->PopulatingFolderCombos = true;
-        window_->PopulateDirComboBoxesFromIniFile();
-        LoadOptions();
-        window_->PopulatingFolderCombos = false;
+        {
+            const QScopedValueRollback<bool> populating(window_->PopulatingFolderCombos, true);
+            window_->PopulateDirComboBoxesFromIniFile();
+            LoadOptions();
+        }
         window_->show();
         around.events.YieldNow();
         for (const Side side : kBothSides) comparison_->Dir(side).SetPath(window_->PathText(side));

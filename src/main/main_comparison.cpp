@@ -74,40 +74,54 @@ void MainComparison::ShowNoResult() {
 
 // The menus are back before the user is asked anything, the ordinary pointer after it.
 void MainComparison::Finish(CompareOutcome outcome, CompareEnding ending) {
-    const bool announced = ending == CompareEnding::Announced;
     progress_.Unload();
     application_.around.loop.Yield();
     application_.compare.RunningCompare = false;
     application_.Window().RaiseMainWindow();
     job_.reset();
+    using Step = void (MainComparison::*)(CompareOutcome, CompareEnding);
+    for (const Step step : {&MainComparison::TellUnlisted, &MainComparison::AskToViewErrors,
+                            &MainComparison::SoundAndShow, &MainComparison::Remind}) {
+        // The window can be closed behind the job, or while a message stands.
+        if (application_.Window().IsClosing()) return;
+        (this->*step)(outcome, ending);
+    }
+}
+
+void MainComparison::TellUnlisted(CompareOutcome outcome, CompareEnding ending) {
     if (outcome == CompareOutcome::Completed) {
         const std::vector<UnlistedFolder>& unlisted = application_.results.unlisted;
-        if (announced)
+        if (ending == CompareEnding::Announced)
             ReportUnlistedFolders(application_.reporter, unlisted);
         else if (Error error = RecordUnlistedFolders(application_.tools, unlisted); unlogged_.IsOk())
             unlogged_ = std::move(error);
     }
     if (const Error unlogged = std::exchange(unlogged_, {}); !unlogged.IsOk())
         application_.reporter.ReportError("frmMain.CompareDirs", unlogged);
-    if (announced) AskToViewErrors();
-    wait_.reset();
-    if (outcome != CompareOutcome::Completed) return;
-    if (announced) {
-        if (application_.sounds.SoundOn) application_.sounds.PlayCompareCompleteSound();
-        if (ShowCompareResults) ShowCompareResults();
-    }
-    RemindAboutFileSystems(application_.tools, application_.compare, application_.results.folders);
 }
 
-void MainComparison::AskToViewErrors() {
-    if (!application_.compare.ErrorsDuringCompare) return;
+void MainComparison::AskToViewErrors(CompareOutcome, CompareEnding ending) {
+    if (ending != CompareEnding::Announced || !application_.compare.ErrorsDuringCompare) return;
     const MessageAnswer answer =
         application_.around.messages.Ask({"Errors Occurred",
                                           "Errors were encountered during the comparison.\r\n\r\n"
                                           "See the file ERRORLOG.TXT for details.\r\n\r\n"
                                           "Would you like to view the log file now?",
                                           MessageIcon::Stop, MessageButtons::YesNo});
-    if (answer == MessageAnswer::Yes) application_.GetCommands().Run("mnuViewErrorLog");
+    if (answer == MessageAnswer::Yes && !application_.Window().IsClosing())
+        application_.GetCommands().Run("mnuViewErrorLog");
+}
+
+void MainComparison::SoundAndShow(CompareOutcome outcome, CompareEnding ending) {
+    wait_.reset();
+    if (outcome != CompareOutcome::Completed || ending != CompareEnding::Announced) return;
+    if (application_.sounds.SoundOn) application_.sounds.PlayCompareCompleteSound();
+    if (ShowCompareResults) ShowCompareResults();
+}
+
+void MainComparison::Remind(CompareOutcome outcome, CompareEnding) {
+    if (outcome == CompareOutcome::Completed)
+        RemindAboutFileSystems(application_.tools, application_.compare, application_.results.folders);
 }
 
 void MainComparison::BeginScan() {

@@ -40,7 +40,11 @@ class MainComparison : private ComparisonDisplay {
     bool BothFoldersAreChosen(const PerSide<std::string>& paths);
     void ShowNoResult();
     void Finish(CompareOutcome outcome, CompareEnding ending);
-    void AskToViewErrors();
+    // The endings, in their order.
+    void TellUnlisted(CompareOutcome outcome, CompareEnding ending);
+    void AskToViewErrors(CompareOutcome outcome, CompareEnding ending);
+    void SoundAndShow(CompareOutcome outcome, CompareEnding ending);
+    void Remind(CompareOutcome outcome, CompareEnding ending);
 
     void BeginScan() override;
     void SetPathText(Side side, const std::string& path) override;

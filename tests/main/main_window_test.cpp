@@ -161,6 +161,60 @@ TEST(MainWindow, ErrorsOfAnAnnouncedComparisonAreOfferedWithTheLog) {
     EXPECT_EQ(program.messages.shown.size(), 1U);
 }
 
+TEST(MainWindow, ClosedWhileTheLogIsOfferedNothingFollows) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    program.sound.played.clear();
+    int followed = 0;
+    application.GetCommands().SetHandler("mnuViewErrorLog", [&] { ++followed; });
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        if (application.compare.RunningCompare) application.compare.ErrorsDuringCompare = true;
+    });
+    timer.start(0);
+    program.messages.onMessage = [&](const Message&) {
+        program.Window().close();
+        // The exit sound.
+        program.sound.played.clear();
+        program.volumes.drives[program.left].fileSystem = "FAT";
+        program.volumes.drives[program.right].fileSystem = "NTFS";
+    };
+    program.messages.answers = {MessageAnswer::Yes};
+    application.CompareDirs(CompareEnding::Announced);
+    EXPECT_FALSE(program.Window().isVisible());
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_EQ(program.messages.shown[0].title, "Errors Occurred");
+    EXPECT_EQ(followed, 0);
+    EXPECT_THAT(program.sound.played, IsEmpty());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(MainWindow, ASilentComparisonNotesWhatItCouldNotListWithoutABox) {
+    TestProgram program;
+    Application& application = program.Start();
+    program.CompareSamples();
+    for (const char* name : {"left/Sub/closed/x", "right/Sub/closed/x"}) program.workspace.Write(name, "");
+    program.calls.before = [&](const testing::FaultySystemCalls::Record& record) {
+        if (record.call == testing::Call::Open && record.path == "closed")
+            program.calls.FailAt(testing::Call::GetDents, program.calls.Count(testing::Call::GetDents) + 1,
+                                 EIO);
+    };
+    EXPECT_EQ(application.CompareDirs(CompareEnding::Silent), CompareOutcome::Completed);
+    EXPECT_EQ(application.results.unlisted.size(), 1U);
+    EXPECT_THAT(program.messages.shown, IsEmpty());
+    EXPECT_THAT(program.folder.Read("ERR_DETAIL.TXT"),
+                HasSubstr("Folder: " + (program.workspace / "left/Sub/closed")));
+    EXPECT_THAT(program.folder.Read("ERRORLOG.TXT"), HasSubstr("Process: Listing the folder"));
+
+    // Where that cannot be written either it is told.
+    std::filesystem::remove(program.folder / "ERR_DETAIL.TXT");
+    program.folder.MakeFolder("ERR_DETAIL.TXT");
+    EXPECT_EQ(application.CompareDirs(CompareEnding::Silent), CompareOutcome::Completed);
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_THAT(program.messages.shown[0].text, HasSubstr("ERR_DETAIL.TXT"));
+}
+
 TEST(MainWindow, AComparisonWhoseLogIsNotWholeSaysSo) {
     TestProgram program;
     Application& application = program.Start();
@@ -272,6 +326,19 @@ TEST(MainWindow, RestoresDefaultsAndForgetsTheFolders) {
     EXPECT_EQ(application.Window().PathText(Side::Left), kNoFolderPrompt);
     EXPECT_TRUE(application.panes.ShowsNoResult());
     EXPECT_EQ(application.Window().StatusBar1().PanelText(4), QString());
+}
+
+// What goes wrong on the way is reported, and the path boxes take the user's changes again.
+TEST(MainWindow, DefaultsThatCannotBeShownLeaveAWorkingWindow) {
+    TestProgram program;
+    Application& application = program.Start();
+    application.compare.CleanupPreviousSubFolderResults = [] {
+        throw ErrorException(Error(ErrorNumber::DiskFull, "Disk full"));
+    };
+    application.GetCommands().Run("mnuOptionsRestoreDefaults");
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_THAT(program.messages.shown[0].text, HasSubstr("Disk full"));
+    EXPECT_FALSE(application.Window().PopulatingFolderCombos);
 }
 
 TEST(MainWindow, SettingsThatCannotBeSavedAreReportedAndTheWindowCloses) {

@@ -7,6 +7,7 @@
 
 #include "main/application.h"
 #include "support/fake_volumes.h"
+#include "support/faulty_system_calls.h"
 #include "support/scripted_ports.h"
 #include "support/temp_folder.h"
 
@@ -63,7 +64,7 @@ class TestProgram {
     TempFolder folder;     // of the program
     TempFolder workspace;  // what is compared
     TempFolder trash;
-    SystemCalls calls;
+    FaultySystemCalls calls;
     FileSystem files{calls};
     FakeVolumes volumes;
     FakeClock clock;

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -184,9 +185,8 @@ void frmMain::PopulateDirComboBoxesFromIniFile() {
 }
 
 void frmMain::ShowFolders(const PathHistory::Lists& lists) {
-    const bool before = std::exchange(PopulatingFolderCombos, true);
+    const QScopedValueRollback<bool> populating(PopulatingFolderCombos, true);
     for (const Side side : kBothSides) boxes_[side]->SetFolders(lists[Index(side)]);
-    PopulatingFolderCombos = before;
 }
 
 std::string frmMain::PaneFolder(Side side) const {
@@ -249,6 +249,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    closed_ = true;
     if (const auto unload = std::exchange(hooks_.unload, nullptr)) unload();
     event->accept();
 }

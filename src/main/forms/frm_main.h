@@ -96,6 +96,8 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     void SetPathText(Side side, const std::string& path);
     void SetFilterPanel(std::string_view text);  // third panel of the status bar
     void RaiseMainWindow();                      // to the top, unless it is minimised
+    // It was closed, or will be behind the running job: whatever is under way does no more than end.
+    bool IsClosing() const { return closed_ || closeAfterJob_; }
     // The two become the most recent ones of the path boxes.
     void AddPathsToIni(const std::string& left, const std::string& right);
 
@@ -142,6 +144,7 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     QPointer<QWidget> focusBeforeJob_;
     PaneLooks looks_;
     bool closeAfterJob_ = false;
+    bool closed_ = false;
 };
 
 }  // namespace vantrel
