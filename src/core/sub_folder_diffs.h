@@ -38,10 +38,6 @@ struct SubFolderRecord {
     std::optional<Seen> seen{};  // of the object itself; nothing where it could not be looked at
 
     bool IsBlank() const { return type == ResultType::None && !unknown; }
-    // The type as a number of the record: -1 for a blank one, 0 for one that is not known.
-    std::int16_t TypeNumber() const {
-        return static_cast<std::int16_t>(IsBlank() ? -1 : static_cast<int>(type));
-    }
 };
 
 // The texts shown for a record, made from its values; empty for a blank one.
@@ -93,7 +89,6 @@ class CSubFolderDiffs {
     // Places that could not be looked into: nothing may be concluded from what has no record there.
     const std::vector<UnknownPlace>& UnknownPlaces() const { return unknown_; }
     void AddUnknownPlace(UnknownPlace place) { unknown_.push_back(std::move(place)); }
-    bool IsComplete() const { return unknown_.empty(); }
 
     // The pool that the records' texts live in, for rows that are to outlive this object.
     std::shared_ptr<const TextPool> Texts() const { return texts_; }

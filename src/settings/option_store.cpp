@@ -36,7 +36,7 @@ bool OptionStore::BelongsToOther(const OptionLine& line, const IniDocument& docu
 
 Error OptionStore::Save(const Options& options, SaveGeometry geometry) {
     std::vector<const OptionLine*> written;
-    const Error error = file_.Update([&](const IniDocument& document) {
+    Error error = file_.Update([&](const IniDocument& document) {
         std::vector<IniChange> changes;
         for (const OptionLine& line : OptionTable()) {
             if (line.kind == OptionKind::FilterText) continue;

@@ -5,7 +5,7 @@ namespace vantrel {
 Error SettingsFile::Read(IniDocument& out) const {
     out = IniDocument();
     std::string bytes;
-    const Error error = files_.ReadWholeFile(path_, kMostBytes, bytes);
+    Error error = files_.ReadWholeFile(path_, kMostBytes, bytes);
     if (error.Number() == ErrorNumber::FileNotFound) return {};
     if (!error.IsOk()) return error;
     out = IniDocument(std::move(bytes));

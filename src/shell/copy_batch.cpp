@@ -94,7 +94,7 @@ void CopyBatch::SetTimes() {
 
 Error CopyBatch::Finish() {
     Publish();
-    const Error synced = shared_.Sync();
+    Error synced = shared_.Sync();
     if (!synced.IsOk()) Lose(named_, synced);
     named_.clear();
     return synced;

@@ -200,7 +200,7 @@ Error RefusedName(SystemCalls& calls, const Place& from, const Place& to, int re
     const bool ofTheName = result == -EINVAL || result == -EILSEQ || result == -ENAMETOOLONG ||
                            looked == -EINVAL || looked == -EILSEQ ||
                            (result == -ENOENT && stands && looked == -ENOENT);
-    const Error error = Error::FromErrno(-result, to.Path());
+    Error error = Error::FromErrno(-result, to.Path());
     if (!ofTheName) return error;
     return {ErrorNumber::BadFileNameOrNumber,
             "The file system does not take the name \"" + to.Path() + "\" (" + GetErrorText(-result) + ")"};
@@ -243,7 +243,7 @@ Error Shared::Sync() {
 const Expectation ShellRun::kNothingExpected;
 
 ManyOpenFiles::ManyOpenFiles() {
-    constexpr rlim_t kWanted = 4 * ShellRun::kMostLevels;  // of two trees, and as many again
+    constexpr rlim_t kWanted = rlim_t{4} * ShellRun::kMostLevels;  // of two trees, and as many again
     if (getrlimit(RLIMIT_NOFILE, &before_) != 0 || before_.rlim_cur >= kWanted) return;
     const rlimit wanted{std::min(kWanted, before_.rlim_max), before_.rlim_max};
     raised_ = setrlimit(RLIMIT_NOFILE, &wanted) == 0;

@@ -200,7 +200,6 @@ class ShellRun {
                 case ErrorAnswer::Retry:
                     continue;
                 case ErrorAnswer::Skip:
-                    return ItemOutcome::Failed;
                 case ErrorAnswer::Cancel:
                     return ItemOutcome::Failed;
             }

@@ -15,7 +15,7 @@ Error IsTrash(const std::string& path) {
 // Where nothing stands there is no trash; what cannot be looked at could be one.
 Error LearnOne(Shared& shared, const std::string& path) {
     Folder trash;
-    const Error error = OpenExistingFolder(shared.files, path, trash);
+    Error error = OpenExistingFolder(shared.files, path, trash);
     if (error.SystemNumber() == ENOENT || error.SystemNumber() == ENOTDIR) return {};
     if (!error.IsOk()) return error;
     if (shared.trashes.ids.insert(trash.id).second) shared.trashes.paths.push_back(path);

@@ -94,12 +94,6 @@ class ResultPanes {
     void InvertSelection();   // status texts stay
     void ShowNextSelected();  // mnuSelectShowNext
     void ShowOnlySelectedObjects();
-    // Any other change of a pane's selection: `change` gets the pane; HandleClick follows.
-    template <typename Change>
-    void ChangeSelection(Side side, Change&& change) {
-        change(panes_[side]);
-        HandleClick(side);
-    }
 
     // Shows, once for each user, the hint that the view is now limited.
     std::function<void()> ShowSelectedNotice;

@@ -16,9 +16,10 @@ using ::testing::ElementsAre;
 struct WithDrives {
     ComparisonBench bench;
     FakeVolumes volumes;
-    Toolbox tools{
-        bench.tools.files,    volumes,          bench.tools.clock,    bench.tools.locale, bench.tools.folders,
-        bench.tools.messages, bench.tools.loop, bench.tools.reporter, bench.tools.log};
+    Toolbox tools{{bench.tools.files, volumes, bench.tools.clock, bench.tools.locale, bench.tools.folders,
+                   bench.tools.messages, bench.tools.loop},
+                  bench.tools.reporter,
+                  bench.tools.log};
 };
 
 TEST(CDir, DrivesThatAreNotThere) {

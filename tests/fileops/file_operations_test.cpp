@@ -107,8 +107,8 @@ class FileOperationsTest : public ::testing::Test {
     const TempFolder& drop = box.folder;
     FakeVolumes volumes;
     ScriptedMessages& messages = box.messages;
-    Toolbox tools{box.files, volumes,  box.clock,    box.locale, box.folders,
-                  messages,  box.loop, box.reporter, box.log};
+    Toolbox tools{
+        {box.files, volumes, box.clock, box.locale, box.folders, messages, box.loop}, box.reporter, box.log};
     FakeShell shell;
     ShellWrappers wrappers{shell, messages};
     Recorder seen;

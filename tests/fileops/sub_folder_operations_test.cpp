@@ -68,8 +68,8 @@ class SubFolderOperationsTest : public ::testing::Test, public SubFolderHost {
     const TempFolder& drop = box.folder;
     FakeVolumes volumes;
     ScriptedMessages& messages = box.messages;
-    Toolbox tools{box.files, volumes,  box.clock,    box.locale, box.folders,
-                  messages,  box.loop, box.reporter, box.log};
+    Toolbox tools{
+        {box.files, volumes, box.clock, box.locale, box.folders, messages, box.loop}, box.reporter, box.log};
     ScriptedProgress progress;
     ScriptedQuestions questions;
     SystemShellOperations shell{

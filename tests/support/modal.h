@@ -8,7 +8,7 @@
 namespace vantrel::testing {
 
 // Runs `act` on the modal window once it stands.
-inline void WhenModal(std::function<void(QWidget*)> act) {
+inline void WhenModal(const std::function<void(QWidget*)>& act) {
     QTimer::singleShot(0, [act] {
         if (QWidget* window = QApplication::activeModalWidget()) {
             act(window);

@@ -367,9 +367,10 @@ TEST(Synchronization, LowSpaceIsAskedAboutAndCancelDoesNothing) {
     world.Compare();
     testing::FakeVolumes volumes;
     volumes.drives["/"].space = Currency::FromWhole(1);
-    Toolbox tools{
-        world.tools.files,    volumes,          world.tools.clock,    world.tools.locale, world.tools.folders,
-        world.tools.messages, world.tools.loop, world.tools.reporter, world.tools.log};
+    Toolbox tools{{world.tools.files, volumes, world.tools.clock, world.tools.locale, world.tools.folders,
+                   world.tools.messages, world.tools.loop},
+                  world.tools.reporter,
+                  world.tools.log};
     Synchronization sync(tools, world.wrappers, world.busy);
     world.tools.messages.answers = {MessageAnswer::Cancel};
     EXPECT_FALSE(sync.AutoSync(world.Order(), nullptr));

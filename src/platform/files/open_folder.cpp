@@ -1,8 +1,8 @@
 #include <dirent.h>
 #include <fcntl.h>
-#include <limits.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstddef>
 #include <cstring>
 #include <memory>

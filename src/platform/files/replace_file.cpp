@@ -1,3 +1,5 @@
+#include "platform/files/replace_file.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -6,7 +8,6 @@
 #include <cstdio>
 
 #include "platform/files/descriptor.h"
-#include "platform/files/file_system.h"
 #include "platform/files/located_path.h"
 
 namespace vantrel {
@@ -114,26 +115,43 @@ int MakeTemporary(SystemCalls& calls, int folder, const Existing& existing, std:
     return -EEXIST;
 }
 
-int FillTemporary(SystemCalls& calls, Descriptor& file, const Existing& existing, std::string_view content) {
-    int result = WriteAll(calls, file.Get(), content);
-    if (result == 0 && existing.exists) result = KeepOwnerAndMode(calls, file.Get(), existing);
-    if (result == 0) result = calls.Fsync(file.Get());
-    const int closed = file.Close();
-    return result != 0 ? result : closed;
-}
+// The temporary file that takes the target's place when it is whole; it goes where it does not come to that.
+class Replacement {
+  public:
+    Replacement(SystemCalls& calls, const Target& target) : calls_(calls), target_(target) {}
+    ~Replacement() {
+        if (stands_) calls_.UnlinkAt(target_.Folder(), name_.c_str(), 0);
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
 
-int Replace(SystemCalls& calls, const Target& target, std::string_view content) {
-    Existing existing;
-    if (const int result = LookAtExisting(calls, target, existing); result != 0) return result;
-    std::string name;
-    Descriptor file(calls, MakeTemporary(calls, target.Folder(), existing, name));
-    if (file.Get() < 0) return file.Get();
-    int result = FillTemporary(calls, file, existing, content);
-    if (result == 0)
-        result = calls.RenameAt(target.Folder(), name.c_str(), target.Folder(), target.Name(), 0);
-    if (result != 0) calls.UnlinkAt(target.Folder(), name.c_str(), 0);
-    return result;
-}
+    // All give 0 or minus an errno value.
+    int Create() {
+        if (const int result = LookAtExisting(calls_, target_, existing_); result != 0) return result;
+        file_ = Descriptor(calls_, MakeTemporary(calls_, target_.Folder(), existing_, name_));
+        stands_ = file_.Get() >= 0;
+        return stands_ ? 0 : file_.Get();
+    }
+    int Write(std::string_view piece) { return WriteAll(calls_, file_.Get(), piece); }
+    int Publish() {
+        int result = existing_.exists ? KeepOwnerAndMode(calls_, file_.Get(), existing_) : 0;
+        if (result == 0) result = calls_.Fsync(file_.Get());
+        const int closed = file_.Close();
+        if (result == 0) result = closed;
+        if (result == 0)
+            result = calls_.RenameAt(target_.Folder(), name_.c_str(), target_.Folder(), target_.Name(), 0);
+        if (result == 0) stands_ = false;
+        return result;
+    }
+
+  private:
+    SystemCalls& calls_;
+    const Target& target_;
+    Existing existing_;
+    std::string name_;
+    Descriptor file_;
+    bool stands_ = false;
+};
 
 int Append(SystemCalls& calls, const LocatedPath& path, std::string_view content) {
     if (path.Failure() != 0) return path.Failure();
@@ -156,11 +174,26 @@ int Append(SystemCalls& calls, const LocatedPath& path, std::string_view content
 
 }  // namespace
 
-Error FileSystem::ReplaceFile(std::string_view path, std::string_view content) const {
-    const Target target(calls_, path);
+Error ReplaceFileInPieces(const FileSystem& files, std::string_view path,
+                          const std::function<void(const PieceSink& sink)>& make) {
+    const Target target(files.Calls(), path);
     // Behind a failure there is a folder that is missing.
     if (target.Failure() != 0) return Error::FromErrnoOfFolder(-target.Failure(), path);
-    return Error::FromErrno(-Replace(calls_, target, content), path);
+    Replacement replacement(files.Calls(), target);
+    if (const int result = replacement.Create(); result != 0) return Error::FromErrno(-result, path);
+    try {
+        make([&](std::string_view piece) {
+            if (const int result = replacement.Write(piece); result != 0)
+                throw ErrorException(Error::FromErrno(-result, path));
+        });
+    } catch (const ErrorException& failure) {
+        return failure.Get();
+    }
+    return Error::FromErrno(-replacement.Publish(), path);
+}
+
+Error FileSystem::ReplaceFile(std::string_view path, std::string_view content) const {
+    return ReplaceFileInPieces(*this, path, [&](const PieceSink& sink) { sink(content); });
 }
 
 Error FileSystem::AppendToFile(std::string_view path, std::string_view content) const {

@@ -62,7 +62,7 @@ Digits DigitsOf(const icu::DecimalFormat& format) {
 }
 
 void AppendDigits(std::uint64_t value, std::size_t least, const Digits& digits, std::string& to) {
-    char units[20];
+    char units[20] = {};
     const auto end = std::to_chars(units, units + sizeof units, value).ptr;
     for (auto length = static_cast<std::size_t>(end - units); length < least; ++length) to += digits[0];
     for (const char* at = units; at != end; ++at) to += digits[static_cast<std::size_t>(*at - '0')];
@@ -108,7 +108,7 @@ NumberForm NumberForm::Of(const LocaleChoice& locale) {
 }
 
 void NumberForm::Append(std::int64_t value, std::string& to) const {
-    char units[20];
+    char units[20] = {};
     const std::uint64_t magnitude =
         value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
     const auto end = std::to_chars(units, units + sizeof units, magnitude).ptr;

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/little_endian.h"
 #include "platform/pictures/dib_decoder.h"
-#include "platform/pictures/little_endian.h"
 
 namespace vantrel {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/pictures/little_endian.h"
+#include "platform/little_endian.h"
 
 namespace vantrel {
 namespace {

@@ -52,6 +52,8 @@ void Commands::Build(QMenuBar* bar, const CommandTables& tables) {
 void Commands::Add(const CommandEntry& entry, QMenuBar* bar) {
     const QString name = ToQString(entry.name);
     QMenu* parent = entry.parent.empty() ? nullptr : Find(entry.parent).menu;
+    if (parent == nullptr && entry.kind != CommandKind::Menu)
+        throw std::logic_error("no menu for " + std::string(entry.name));
     if (entry.kind == CommandKind::Separator) {
         QAction* line = parent->addSeparator();
         line->setObjectName(name);
@@ -85,7 +87,7 @@ void Commands::Add(const CommandEntry& entry, QMenuBar* bar) {
     if (!entry.icon.empty())
         item.action->setIcon(
             CommandIcon(QLatin1String(entry.icon.data(), static_cast<qsizetype>(entry.icon.size()))));
-    items_.insert(name, std::move(item));
+    items_.insert(name, item);
 }
 
 void Commands::AddSeparate(std::string_view name) {

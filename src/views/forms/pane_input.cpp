@@ -101,7 +101,8 @@ void PaneView::keyPressEvent(QKeyEvent* event) {
         EnsureVisible(*goal);
         event->accept();
     } else if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
-        QAbstractScrollArea::keyPressEvent(event);
+        // To scroll sideways, where the table's own handler would move the current index.
+        QAbstractScrollArea::keyPressEvent(event);  // NOLINT(bugprone-parent-virtual-call)
     } else if (IsText(*event)) {
         keyboardSearch(event->text());
         event->accept();

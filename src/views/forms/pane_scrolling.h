@@ -15,7 +15,6 @@ class PaneScrolling : public QObject {
   public:
     PaneScrolling(PaneView& left, PaneView& right, QObject* parent = nullptr);
 
-    bool IsOn() const { return on_; }
     // Turning on, when not already on, brings both panes to their top.
     void SetOn(bool on);
 

@@ -174,13 +174,14 @@ void PaneView::scrollContentsBy(int dx, int dy) {
     if (!background_.isNull()) viewport()->update();
 }
 
+// The table's own handlers of both would change the current index by themselves.
 void PaneView::focusInEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusInEvent(event);
+    QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
     viewport()->update();
 }
 
 void PaneView::focusOutEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusOutEvent(event);
+    QAbstractScrollArea::focusOutEvent(event);  // NOLINT(bugprone-parent-virtual-call)
     viewport()->update();
 }
 

@@ -119,6 +119,7 @@ void PathBox::SetFolders(const std::vector<std::string>& folders) {
 
 std::vector<std::string> PathBox::Folders() const {
     std::vector<std::string> folders;
+    folders.reserve(static_cast<std::size_t>(combo_->count()));
     for (int i = 0; i < combo_->count(); ++i) folders.push_back(FromQString(combo_->itemText(i)));
     return folders;
 }

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "platform/files/replace_file.h"
 #include "support/faulty_system_calls.h"
 #include "support/temp_folder.h"
 
@@ -181,6 +182,31 @@ TEST_F(FileSystemTest, ReplacingIsAllOrNothing) {
             EXPECT_TRUE(faultReached || error.IsOk()) << error.Description();
         }
     }
+}
+
+// What makes the content can end it at any piece, by an error or a cancel.
+TEST_F(FileSystemTest, ReplacingInPiecesLeavesTheOldFileWhereItIsNotFinished) {
+    folder.Write("file", "old");
+    const auto replace = [&](const std::function<void(const PieceSink&)>& make) {
+        return ReplaceFileInPieces(files, folder / "file", make);
+    };
+    EXPECT_THROW(static_cast<void>(replace([](const PieceSink& sink) {
+                     sink("half");
+                     throw Cancelled();
+                 })),
+                 Cancelled);
+    const Error error = replace([](const PieceSink& sink) {
+        sink("half");
+        throw ErrorException(Error(ErrorNumber::Overflow, "too much"));
+    });
+    EXPECT_EQ("too much", error.Description());
+    EXPECT_EQ("old", folder.Read("file"));
+    EXPECT_EQ(1U, CountEntries());
+    EXPECT_TRUE(replace([](const PieceSink& sink) {
+                    sink("ne");
+                    sink("w");
+                }).IsOk());
+    EXPECT_EQ("new", folder.Read("file"));
 }
 
 TEST_F(FileSystemTest, ReplacingKeepsModeAndOwnerAndWritesThroughLinks) {
