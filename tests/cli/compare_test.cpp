@@ -123,8 +123,8 @@ TEST_F(CompareCommandTest, OddNamesStayValidJsonAndLeaveOneLineEach) {
                                             "\xFF\xFE",
                                             "-rf",
                                             "No Comparison Results",
-                                            "\xE2\x80\xAE"
-                                            "rtl",
+                                            ("\xE2\x80\xAE"
+                                             "rtl"),
                                             "\xE6\x97\xA5\xE6\x9C\xAC",
                                             "\x1B[31m",
                                             std::string(255, 'x')};

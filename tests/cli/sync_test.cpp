@@ -275,14 +275,14 @@ TEST_F(SyncCommandTest, SettingsGiveTheMethodTheTableAndTheLengthOfTheHistory) {
     // With nothing to do there is nothing to ask, and still a record.
     for (int run = 0; run < 3; ++run)
         EXPECT_EQ(0, Sync({"--settings", folder / "custom", "--select=same"}).status);
-    EXPECT_EQ(std::uintmax_t{2 * 773}, fs::file_size(folder / "program/SyncHist.Log"));
+    EXPECT_EQ(2 * std::uintmax_t{773}, fs::file_size(folder / "program/SyncHist.Log"));
     // The window's history is as long as the window says, whatever the length that was given here.
     folder.Write("program/vantrel.ini", "[Options]\r\nNumSyncLogEntries=0000000003\r\n");
     for (int run = 0; run < 2; ++run)
         EXPECT_EQ(0, Sync({"--settings", folder / "custom", "--select=same"}).status);
-    EXPECT_EQ(std::uintmax_t{3 * 773}, fs::file_size(folder / "program/SyncHist.Log"));
+    EXPECT_EQ(3 * std::uintmax_t{773}, fs::file_size(folder / "program/SyncHist.Log"));
     fs::remove(folder / "program/vantrel.ini");
-    fs::resize_file(folder / "program/SyncHist.Log", 2 * 773);
+    fs::resize_file(folder / "program/SyncHist.Log", 2 * std::uintmax_t{773});
 
     folder.Write("left/x", "", 1'600'000'000);
     folder.MakeFolder("right/x");

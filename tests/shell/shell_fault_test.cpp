@@ -34,7 +34,7 @@ class ShellFaultTest : public ::testing::TestWithParam<Scenario> {
     // A small pair of trees with all kinds of work in them, and one operation on it.
     class Stage : public ShellTest {
       public:
-        explicit Stage(const Scenario& scenario) : scenario_(scenario) {
+        explicit Stage(const Scenario& scenario) {
             if (scenario.twoDrives) SeparateDrives();
             drop.Write("left/Sub/a", "new a");
             drop.Write("left/Sub/deep/b", std::string(300'000, 'b'));
@@ -121,9 +121,6 @@ class ShellFaultTest : public ::testing::TestWithParam<Scenario> {
 
         ShellRequest request;
         Tree left, right;
-
-      private:
-        const Scenario& scenario_;
     };
 };
 

@@ -30,7 +30,7 @@ std::shared_ptr<SeenBelow> SeenBelowOf(const std::string& folder) {
 class ShellSeenTest : public ShellTest {
   public:
     // A request that expects everything to be as it is now.
-    ShellRequest Expecting(ShellOperation operation, std::vector<std::string> names) {
+    ShellRequest Expecting(ShellOperation operation, const std::vector<std::string>& names) {
         ShellRequest request;
         request.operation = operation;
         request.noConfirmation = request.noErrorUi = true;

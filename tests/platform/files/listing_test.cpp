@@ -59,8 +59,8 @@ TEST_F(ListingTest, EveryNameOnDiskComesOutAndLeadsBackToItsFile) {
                                     "line\nend",
                                     "\"quoted\"",
                                     "back\\slash",
-                                    "a\xFF\xFE"
-                                    "b",
+                                    ("a\xFF\xFE"
+                                     "b"),
                                     "\xF4\x8F\xA1\x9C",
                                     std::string(255, 'x'),
                                     "\xD7\xA9\xD7\x9C",

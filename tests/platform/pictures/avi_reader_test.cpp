@@ -14,7 +14,7 @@ std::string Number(std::uint32_t value, int bytes) {
     return text;
 }
 
-std::string Chunk(std::string id, const std::string& data) {
+std::string Chunk(const std::string& id, const std::string& data) {
     return id + Number(static_cast<std::uint32_t>(data.size()), 4) + data +
            (data.size() % 2 != 0 ? std::string(1, '\0') : "");
 }
