@@ -1,0 +1,198 @@
+#include "filetools/text_encoding.h"
+
+#include <unicode/uchar.h>
+#include <unicode/ucnv.h>
+#include <unicode/ucsdet.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+#include "platform/error.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::size_t kSample = std::size_t{64} << 10;  // what the detector looks at
+constexpr std::size_t kPiece = std::size_t{256} << 10;  // decoded between two looks at the cancel flag
+
+struct ConverterCloser {
+    void operator()(UConverter* converter) const { ucnv_close(converter); }
+};
+using Converter = std::unique_ptr<UConverter, ConverterCloser>;
+
+Converter OpenConverter(const std::string& name) {
+    UErrorCode status = U_ZERO_ERROR;
+    Converter converter(name.empty() ? nullptr : ucnv_open(name.c_str(), &status));
+    return U_SUCCESS(status) ? std::move(converter) : nullptr;
+}
+
+// -1: the bytes leave the matter open.
+int DetectorsUtf16(std::string_view bytes) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<UCharsetDetector, void (*)(UCharsetDetector*)> detector(ucsdet_open(&status),
+                                                                                  ucsdet_close);
+    if (U_FAILURE(status)) return -1;
+    const std::string_view sample = bytes.substr(0, kSample);
+    ucsdet_setText(detector.get(), sample.data(), static_cast<std::int32_t>(sample.size()), &status);
+    std::int32_t found = 0;
+    const UCharsetMatch** const matches = ucsdet_detectAll(detector.get(), &found, &status);
+    if (U_FAILURE(status)) return -1;
+    for (std::int32_t index = 0; index < found; ++index) {
+        const char* const name = ucsdet_getName(matches[index], &status);
+        if (U_FAILURE(status) || name == nullptr) return -1;
+        if (name == kUtf16Little) return 0;
+        if (name == kUtf16Big) return 1;
+    }
+    return -1;
+}
+
+char16_t UnitAt(std::string_view bytes, std::size_t at, bool big) {
+    const auto first = static_cast<unsigned char>(bytes[at]);
+    const auto second = static_cast<unsigned char>(bytes[at + 1]);
+    return static_cast<char16_t>(big ? first << 8 | second : second << 8 | first);
+}
+
+// Whole characters, none of them U+0000, and in the sample none that no text holds.
+bool IsPlausibleUtf16(std::string_view bytes, bool big, const CancelCheck& check) {
+    if (bytes.size() % 2 != 0) return false;
+    PacedCheck pace(check, std::size_t{2} << 20);
+    for (std::size_t at = 0; at < bytes.size(); at += 2) {
+        pace.Count();
+        UChar32 point = UnitAt(bytes, at, big);
+        if (U16_IS_SURROGATE(point)) {
+            if (!U16_IS_SURROGATE_LEAD(point) || at + 4 > bytes.size()) return false;
+            at += 2;
+            const UChar32 trail = UnitAt(bytes, at, big);
+            if (!U16_IS_TRAIL(trail)) return false;
+            point = U16_GET_SUPPLEMENTARY(point, trail);
+        }
+        if (point == 0) return false;
+        const bool isControl = point < 0x20 && (point < '\t' || point > '\r') && point != 0x1B;
+        if (at < kSample && (isControl || u_charType(point) == U_UNASSIGNED)) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+const std::vector<std::string_view>& OfferedEncodings() {
+    static const std::vector<std::string_view> offered = {
+        kUtf8,          kUtf16Little,   kUtf16Big,      kWestern,       "windows-1250", "windows-1251",
+        "windows-1253", "windows-1254", "windows-1255", "windows-1256", "windows-1257", "windows-1258",
+        "ISO-8859-1",   "ISO-8859-2",   "ISO-8859-5",   "ISO-8859-7",   "ISO-8859-9",   "ISO-8859-15",
+        "KOI8-R",       "IBM437",       "IBM850",       "macintosh",    "Shift_JIS",    "EUC-JP",
+        "GB18030",      "Big5",         "EUC-KR"};
+    return offered;
+}
+
+std::string KnownEncoding(std::string_view name) {
+    const std::string wanted(name);
+    for (const std::string_view offered : OfferedEncodings())
+        if (ucnv_compareNames(std::string(offered).c_str(), wanted.c_str()) == 0) return std::string(offered);
+    const Converter converter = OpenConverter(wanted);
+    if (converter == nullptr) return {};
+    UErrorCode status = U_ZERO_ERROR;
+    const char* const known = ucnv_getName(converter.get(), &status);
+    return U_SUCCESS(status) && known != nullptr ? known : std::string();
+}
+
+void ByteScan::Add(std::string_view piece) {
+    if (piece.empty()) return;
+    hasNul = hasNul || std::memchr(piece.data(), 0, piece.size()) != nullptr;
+    hasCarriageReturn = hasCarriageReturn || std::memchr(piece.data(), '\r', piece.size()) != nullptr;
+    if (!hasHighBytes) {
+        unsigned char all = 0;
+        for (const char letter : piece) all |= static_cast<unsigned char>(letter);
+        hasHighBytes = all >= 0x80;
+    }
+    lineFeeds += static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n'));
+}
+
+std::size_t MarkLengthOf(std::string_view bytes, std::string_view encoding) {
+    using namespace std::string_view_literals;
+    std::string_view mark;
+    if (encoding == kUtf8) mark = "\xEF\xBB\xBF"sv;
+    if (encoding == kUtf16Little) mark = "\xFF\xFE"sv;
+    if (encoding == kUtf16Big) mark = "\xFE\xFF"sv;
+    return bytes.starts_with(mark) ? mark.size() : 0;
+}
+
+EncodingGuess GuessEncoding(std::string_view bytes, const ByteScan& scan, const CancelCheck& check) {
+    for (const std::string_view encoding : {kUtf16Little, kUtf16Big}) {
+        const std::size_t mark = MarkLengthOf(bytes, encoding);
+        if (mark != 0 && IsPlausibleUtf16(bytes.substr(mark), encoding == kUtf16Big, check))
+            return {std::string(encoding), mark, false};
+    }
+    const std::size_t mark = MarkLengthOf(bytes, kUtf8);
+    if (scan.hasNul) {
+        const int big = mark != 0 ? -1 : DetectorsUtf16(bytes);
+        if (big < 0 || !IsPlausibleUtf16(bytes, big == 1, check)) return {std::string(kUtf8), 0, true};
+        return {std::string(big == 1 ? kUtf16Big : kUtf16Little), 0, false};
+    }
+    if (mark != 0 || !scan.hasHighBytes || IsValidUtf8(bytes, check))
+        return {std::string(kUtf8), mark, false};
+    return {std::string(kWestern), 0, false};
+}
+
+std::string DecodeToUtf8(std::string_view bytes, const std::string& encoding, const CancelCheck& check) {
+    if (encoding == kUtf8) return std::string(bytes);
+    const Converter from = OpenConverter(encoding);
+    const Converter to = OpenConverter(std::string(kUtf8));
+    if (from == nullptr || to == nullptr)
+        throw ErrorException(
+            Error(ErrorNumber::InvalidPropertyValue, "The encoding '" + encoding + "' is not known"));
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 8);
+    std::vector<char> decoded(kPiece);
+    std::vector<UChar> pivot(kSample);
+    UChar* pivotSource = pivot.data();
+    UChar* pivotTarget = pivot.data();
+    const char* source = bytes.data();
+    const char* const end = bytes.data() + bytes.size();
+    bool first = true;
+    while (true) {
+        const char* const pieceEnd = source + std::min(kPiece, static_cast<std::size_t>(end - source));
+        const bool last = pieceEnd == end;
+        char* target = decoded.data();
+        UErrorCode status = U_ZERO_ERROR;
+        ucnv_convertEx(to.get(), from.get(), &target, target + decoded.size(), &source, pieceEnd,
+                       pivot.data(), &pivotSource, &pivotTarget, pivot.data() + pivot.size(), first, last,
+                       &status);
+        first = false;
+        text.append(decoded.data(), static_cast<std::size_t>(target - decoded.data()));
+        if (check) check();
+        if (status == U_BUFFER_OVERFLOW_ERROR) continue;
+        if (U_FAILURE(status))
+            throw ErrorException(
+                Error(ErrorNumber::InvalidPropertyValue, "The text cannot be decoded from " + encoding));
+        if (last) return text;
+    }
+}
+
+bool IsValidUtf8(std::string_view bytes, const CancelCheck& check) {
+    PacedCheck pace(check, std::size_t{4} << 20);
+    constexpr std::uint64_t kHighBits = 0x8080'8080'8080'8080;
+    const auto size = static_cast<std::int64_t>(bytes.size());
+    for (std::int64_t at = 0; at < size;) {
+        const std::int64_t before = at;
+        std::uint64_t eight = 0;
+        while (size - at >= 8) {
+            std::memcpy(&eight, bytes.data() + at, sizeof eight);
+            if ((eight & kHighBits) != 0 || at - before > std::int64_t{1} << 20) break;
+            at += 8;
+        }
+        UChar32 point = 0;
+        for (std::int64_t stop = std::min(size, at + 8); at < stop && point >= 0;)
+            U8_NEXT(bytes.data(), at, size, point);
+        if (point < 0) return false;
+        pace.Count(static_cast<std::size_t>(at - before));
+    }
+    return true;
+}
+
+}  // namespace vantrel

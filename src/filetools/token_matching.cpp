@@ -1,0 +1,148 @@
+#include "filetools/token_matching.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "filetools/token_box.h"
+
+namespace vantrel {
+
+namespace {
+
+// Steps that are always tried, and how a step compares with a word of a table.
+constexpr double kLeastSteps = 65'536;
+constexpr double kWordsForStep = 4;
+constexpr double kWordsForPair = 12;
+// A table of so many words is made whatever was spent before.
+constexpr double kLeastWindow = 1 << 20;
+// Anchors are taken where there is one for so many lines of the shorter stretch.
+constexpr std::size_t kLinesForAnchor = 256;
+
+class Matcher {
+  public:
+    Matcher(const PerSide<Tokens>& tokens, const MatchLimits& limits, const CancelCheck& check)
+        : tokens_(tokens),
+          limits_(limits),
+          wordsLeft_(static_cast<double>(limits.allTableWords)),
+          pace_(check, 4'000'000) {
+        for (const Side side : kBothSides) marks_[side].resize(tokens[side].size());
+    }
+
+    PerSide<std::vector<std::uint8_t>> Run() {
+        work_.push_back({{{{0, 0}}, {{tokens_[Side::Left].size(), tokens_[Side::Right].size()}}}});
+        while (!work_.empty()) {
+            Work next = work_.back();
+            work_.pop_back();
+            Trim(next.box);
+            if (next.box.IsEmpty(Side::Left) || next.box.IsEmpty(Side::Right))
+                MarkAll(next.box);
+            else if (next.isRest || !FindPath(next.box))
+                DivideHard(next.box);
+        }
+        return std::move(marks_);
+    }
+
+  private:
+    void Trim(TokenBox& box) const {
+        const Tokens left = tokens_[Side::Left];
+        const Tokens right = tokens_[Side::Right];
+        auto& [begin, end] = box;
+        while (!box.IsEmpty(Side::Left) && !box.IsEmpty(Side::Right) &&
+               left[begin[Side::Left]] == right[begin[Side::Right]])
+            for (const Side side : kBothSides) ++begin[side];
+        while (!box.IsEmpty(Side::Left) && !box.IsEmpty(Side::Right) &&
+               left[end[Side::Left] - 1] == right[end[Side::Right] - 1])
+            for (const Side side : kBothSides) --end[side];
+    }
+
+    void MarkAll(const TokenBox& box) {
+        for (const Side side : kBothSides)
+            std::fill_n(marks_[side].begin() + static_cast<std::ptrdiff_t>(box.begin[side]), box.Size(side),
+                        std::uint8_t{1});
+    }
+
+    void Push(const TokenBox& box, const PerSide<std::size_t>& point, bool restIsHard) {
+        PerSide<std::size_t> middle;
+        for (const Side side : kBothSides) middle[side] = box.begin[side] + point[side];
+        work_.push_back({{box.begin, middle}});
+        work_.push_back({{middle, box.end}, restIsHard});
+    }
+
+    // What lies between the pairs is marked.
+    void TakePairs(const TokenBox& box, const std::vector<TokenPair>& pairs) {
+        MarkAll(box);
+        for (const TokenPair& pair : pairs)
+            for (const Side side : kBothSides) marks_[side][box.begin[side] + pair[side]] = 0;
+    }
+
+    bool FindPath(const TokenBox& box) {
+        const auto steps = static_cast<std::int64_t>(std::min(
+            std::max(box.Words() / kWordsForStep, kLeastSteps), static_cast<double>(limits_.pathSteps)));
+        PerSide<std::size_t> point;
+        if (!FindPathPoint(box.Of(tokens_, Side::Left), box.Of(tokens_, Side::Right), steps, pace_, point))
+            return false;
+        Push(box, point, false);
+        return true;
+    }
+
+    // The two sides of the box have little in common, or much that is the same.
+    void DivideHard(const TokenBox& box) {
+        const Tokens left = box.Of(tokens_, Side::Left);
+        const Tokens right = box.Of(tokens_, Side::Right);
+        const double words = box.Words();
+        const double pairs = CountPairs(left, right);
+        if (pairs <= static_cast<double>(limits_.chainPairs) &&
+            pairs * kWordsForPair <= std::max(words, kLeastSteps))
+            return TakePairs(box, PairsByChain(left, right, ChainOver::AllPairs, pace_));
+        const double affordable =
+            std::max(std::min(static_cast<double>(limits_.tableWords), wordsLeft_), kLeastWindow);
+        if (words <= affordable) {
+            wordsLeft_ -= words;
+            return TakePairs(box, PairsByTable(left, right, pace_));
+        }
+        if (CutAtAnchors(box)) return;
+        const double window = std::max(affordable / 8, kLeastWindow);
+        wordsLeft_ -= window;
+        Push(box, FindWindow(left, right, static_cast<std::int64_t>(window), pace_), true);
+    }
+
+    // Too large for a whole answer: tokens that stand once on each side, in the longest chain of theirs, are
+    // taken for fixed points.
+    bool CutAtAnchors(const TokenBox& box) {
+        const std::vector<TokenPair> anchors = PairsByChain(
+            box.Of(tokens_, Side::Left), box.Of(tokens_, Side::Right), ChainOver::TokensThatAreUnique, pace_);
+        if (anchors.size() <= std::min(box.Size(Side::Left), box.Size(Side::Right)) / kLinesForAnchor)
+            return false;
+        PerSide<std::size_t> from = box.begin;
+        for (const TokenPair& anchor : anchors) {
+            TokenBox before{from, {}};
+            for (const Side side : kBothSides) {
+                before.end[side] = box.begin[side] + anchor[side];
+                from[side] = before.end[side] + 1;
+            }
+            work_.push_back({before});
+        }
+        work_.push_back({{from, box.end}});
+        return true;
+    }
+
+    const PerSide<Tokens>& tokens_;
+    const MatchLimits& limits_;
+    double wordsLeft_;
+    PacedCheck pace_;
+    PerSide<std::vector<std::uint8_t>> marks_;
+    struct Work {
+        TokenBox box;
+        bool isRest = false;  // of a box that was too large: the search for a path was tried in vain
+    };
+    std::vector<Work> work_;
+};
+
+}  // namespace
+
+PerSide<std::vector<std::uint8_t>> MatchTokens(const PerSide<Tokens>& tokens, const MatchLimits& limits,
+                                               const CancelCheck& check) {
+    return Matcher(tokens, limits, check).Run();
+}
+
+}  // namespace vantrel
