@@ -10,8 +10,6 @@
 namespace vantrel::testing {
 namespace {
 
-using ::testing::ElementsAre;
-
 // The bench's toolbox with drives that the test sets up.
 struct WithDrives {
     ComparisonBench bench;

@@ -23,7 +23,7 @@ class frmCompareProgressTest : public ::testing::Test {
     std::string Text(const char* name) { return FromQString(Label(name)->text()); }
     QProgressBar* Bar() { return window.findChild<QProgressBar*>(QStringLiteral("ProgressBar")); }
     AnimationView& Anim() {
-        return *dynamic_cast<AnimationView*>(window.findChild<QWidget*>(QStringLiteral("animFolder")));
+        return dynamic_cast<AnimationView&>(*window.findChild<QWidget*>(QStringLiteral("animFolder")));
     }
     static void PressEscape(QWidget& widget) {
         QKeyEvent event(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
