@@ -1,0 +1,189 @@
+#include "filetools/hex_dump.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <random>
+
+#include "support/test_toolbox.h"
+
+namespace vantrel {
+namespace {
+
+using testing::TestToolbox;
+
+std::span<const unsigned char> Bytes(std::string_view text) {
+    return {reinterpret_cast<const unsigned char*>(text.data()), text.size()};
+}
+
+class HexDumpTest : public ::testing::Test {
+  protected:
+    std::string Open(std::string_view content, BytesOfFile& file, std::string_view name = "file") {
+        box.folder.Write(name, content);
+        EXPECT_TRUE(file.Open(box.files, box.folder / name).IsOk());
+        return std::string(content);
+    }
+    // Long enough for three blocks and a piece, the same for the same seed.
+    static std::string Random(unsigned seed, std::size_t size = 3 * BytesOfFile::kBlock + 4'321) {
+        std::mt19937 engine(seed);
+        std::string bytes(size, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(engine() % 7);
+        return bytes;
+    }
+
+    TestToolbox box;
+};
+
+TEST_F(HexDumpTest, LinesHaveTheOneForm) {
+    std::string all;
+    AppendHexDump(16, Bytes(std::string_view("Hello world\n\xFF\0 ~\x7F|", 18)), 8, "\n", all);
+    EXPECT_EQ(
+        "00000010  48 65 6c 6c 6f 20 77 6f  72 6c 64 0a ff 00 20 7e  |Hello world... ~|\n"
+        "00000020  7f 7c                                             |.||\n",
+        all);
+    std::string line;
+    AppendHexDumpLine(0x1'2345'6780, Bytes("x"), HexDumpOffsetDigits(0x1'2345'6781), line);
+    EXPECT_EQ("123456780  78", line.substr(0, 13));
+    EXPECT_EQ(8U, HexDumpOffsetDigits(0));
+    EXPECT_EQ(8U, HexDumpOffsetDigits(std::uint64_t{1} << 32));
+    EXPECT_EQ(9U, HexDumpOffsetDigits((std::uint64_t{1} << 32) + 1));
+    EXPECT_EQ(16U, HexDumpOffsetDigits(UINT64_MAX));
+    for (const std::size_t byte : {std::size_t{0}, std::size_t{7}, std::size_t{8}, std::size_t{15}}) {
+        std::string bytes(16, '.');
+        bytes[byte] = '@';
+        line.clear();
+        AppendHexDumpLine(0, Bytes(bytes), 9, line);
+        EXPECT_EQ(line.find("40"), HexDumpDigitsColumn(byte, 9)) << line;
+        EXPECT_EQ(line.find('@'), HexDumpCharacterColumn(byte, 9)) << line;
+    }
+}
+
+TEST_F(HexDumpTest, WhatUsersTypeIsTaken) {
+    for (const auto& [text, bytes] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
+             {"48 65 6c", "Hel"}, {" 48656C\t", "Hel"}, {"0x4865", "He"}})
+        EXPECT_EQ(bytes, BytesFromHexDigits(text)) << text;
+    for (const std::string_view text : {"", " ", "4", "4 8", "48 6", "4g", "0x"})
+        EXPECT_EQ(std::nullopt, BytesFromHexDigits(text)) << text;
+    for (const auto& [text, offset] : std::initializer_list<std::pair<std::string_view, std::uint64_t>>{
+             {"0", 0},
+             {" 1234 ", 1'234},
+             {"0x1F", 31},
+             {"&H10", 16},
+             {"ffh", 255},
+             {"18446744073709551615", UINT64_MAX}})
+        EXPECT_EQ(offset, OffsetFromText(text)) << text;
+    for (const std::string_view text :
+         {"", "h", "0x", "12a", "-1", "1 2", "18446744073709551616", "0x1ffffffffffffffff"})
+        EXPECT_EQ(std::nullopt, OffsetFromText(text)) << text;
+}
+
+// Wherever one looks, across blocks too, the bytes are those of the file.
+TEST_F(HexDumpTest, BytesAreThoseOfTheFile) {
+    BytesOfFile file;
+    const std::string content = Open(Random(1), file);
+    std::mt19937 engine(2);
+    for (int round = 0; round < 300; ++round) {
+        const std::size_t length = engine() % (BytesOfFile::kBlock + 1);
+        const std::size_t offset = round % 3 == 0
+                                       ? (engine() % 4) * BytesOfFile::kBlock - (round != 0 ? 5 : 0)
+                                       : engine() % (content.size() + 100);
+        const auto bytes = file.At(offset, length);
+        const std::string expected = offset < content.size() ? content.substr(offset, length) : "";
+        ASSERT_EQ(expected, std::string(bytes.begin(), bytes.end())) << offset << " " << length;
+    }
+    EXPECT_EQ((content.size() + 15) / 16, file.LineCount());
+    EXPECT_EQ("00000000", file.Line(0).substr(0, 8));
+}
+
+TEST_F(HexDumpTest, AFileThatShrinksSaysSo) {
+    BytesOfFile file;
+    const std::string content = Open(Random(3), file);
+    ASSERT_EQ(0, truncate((box.folder / "file").c_str(), 100));
+    EXPECT_EQ(100U, file.At(0, 1'000).size());
+    EXPECT_EQ("00000070  The file has become shorter.", file.Line(7));
+    EXPECT_THROW(WriteHexDump(file, 0, file.Size(), "\n", box.loop, [](std::string_view) {}), ErrorException);
+    box.folder.Write("dump.txt", "old");
+    EXPECT_FALSE(SaveHexDump(box.Get(), file, box.folder / "dump.txt", nullptr).IsOk());
+    EXPECT_EQ("old", box.folder.Read("dump.txt"));
+}
+
+TEST_F(HexDumpTest, FindsWhatASearchOfTheWholeTextFinds) {
+    BytesOfFile file;
+    std::string content = Random(4);
+    for (const std::size_t at : {BytesOfFile::kBlock - 2, 2 * BytesOfFile::kBlock, content.size() - 4})
+        content.replace(at, 4, "neEd");
+    Open(content, file);
+    const auto find = [&](std::string_view wanted, std::uint64_t from, SearchDirection direction,
+                          SearchCase letterCase = SearchCase::Exact) {
+        return FindBytes(file, wanted, from, direction, letterCase, box.loop);
+    };
+    std::mt19937 engine(5);
+    for (int round = 0; round < 60; ++round) {
+        const std::size_t from = engine() % (content.size() + 10);
+        const std::string wanted =
+            round % 2 == 0 ? "neEd" : content.substr(engine() % (content.size() - 8), 6);
+        const auto text = [](std::size_t found) {
+            return found == std::string::npos ? std::optional<std::uint64_t>() : found;
+        };
+        ASSERT_EQ(text(content.find(wanted, from)), find(wanted, from, SearchDirection::Forward)) << round;
+        ASSERT_EQ(text(content.rfind(wanted, from)), find(wanted, from, SearchDirection::Backward)) << round;
+    }
+    EXPECT_EQ(BytesOfFile::kBlock - 2, find("NEED", 0, SearchDirection::Forward, SearchCase::Ignored));
+    EXPECT_EQ(content.size() - 4, find("NEED", UINT64_MAX, SearchDirection::Backward, SearchCase::Ignored));
+    EXPECT_EQ(std::nullopt, find("NEED", 0, SearchDirection::Forward));
+    box.loop.cancelled = true;
+    EXPECT_THROW(find("nowhere", 0, SearchDirection::Forward), Cancelled);
+}
+
+TEST_F(HexDumpTest, DifferencesAreFoundBothWays) {
+    BytesOfFile left, right;
+    std::string content = Open(Random(6), left);
+    const std::set<std::uint64_t> places = {0, 17, BytesOfFile::kBlock - 1, BytesOfFile::kBlock,
+                                            2 * BytesOfFile::kBlock + 5};
+    std::string other = content.substr(0, content.size() - 3);
+    for (const std::uint64_t place : places) other[place] = '#';
+    Open(other, right, "other");
+    const auto find = [&](std::uint64_t from, SearchDirection direction) {
+        return FindDifference(left, right, from, direction, box.loop);
+    };
+    std::vector<std::uint64_t> forward, backward;
+    for (auto at = find(0, SearchDirection::Forward); at; at = find(*at + 1, SearchDirection::Forward))
+        forward.push_back(*at);
+    for (auto at = find(UINT64_MAX, SearchDirection::Backward); at;
+         at = *at == 0 ? std::nullopt : find(*at - 1, SearchDirection::Backward))
+        backward.push_back(*at);
+    std::vector<std::uint64_t> expected(places.begin(), places.end());
+    for (std::uint64_t behind = 3; behind > 0; --behind) expected.push_back(content.size() - behind);
+    EXPECT_EQ(expected, forward);
+    EXPECT_EQ(expected, std::vector<std::uint64_t>(backward.rbegin(), backward.rend()));
+}
+
+TEST_F(HexDumpTest, SavingWritesAllOrNothing) {
+    BytesOfFile file;
+    const std::string content = Open(Random(7, 200'000), file);
+    std::uint64_t told = 0;
+    ASSERT_TRUE(
+        SaveHexDump(box.Get(), file, box.folder / "dump.txt", [&](std::uint64_t done, std::uint64_t total) {
+            EXPECT_EQ(content.size(), total);
+            told = done;
+        }).IsOk());
+    EXPECT_EQ(content.size(), told);
+    std::string expected;
+    AppendHexDump(0, Bytes(content), 8, "\r\n", expected);
+    EXPECT_EQ(expected, box.folder.Read("dump.txt"));
+
+    box.loop.yields = 0;
+    box.loop.cancelAt = 2;
+    EXPECT_THROW(static_cast<void>(SaveHexDump(box.Get(), file, box.folder / "dump.txt", nullptr)),
+                 Cancelled);
+    EXPECT_EQ(expected, box.folder.Read("dump.txt"));
+
+    BytesOfFile none;
+    box.folder.Write("empty", "");
+    EXPECT_FALSE(DoHexDump(box.Get(), box.folder / "empty", none).IsOk());
+    EXPECT_FALSE(DoHexDump(box.Get(), box.folder.Path(), none).IsOk());
+    EXPECT_FALSE(DoHexDump(box.Get(), box.folder / "missing", none).IsOk());
+}
+
+}  // namespace
+}  // namespace vantrel
