@@ -23,6 +23,8 @@ void CCompare::TakeOptions(const Options& options) {
     RemindAboutFATNTFSIssue = options.remindAboutFATNTFSIssue;
     IgnoreFAT_NTFS_TwoSecDiff = options.ignore2SecDiff;
     IgnoreFAT_NTFS_DaylightSavings = options.ignoreDaylightSavings;
+    Sizes = options.trueSizes ? SizeRule::True : SizeRule::Words;
+    OfferTrueSizes = !options.trueSizes && !options.trueSizesOffered;
     compareSubFolders_ = options.compareSubFolders;
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "core/size_rule.h"
 #include "settings/option_values.h"
 
 namespace vantrel {
@@ -27,6 +28,7 @@ class CCompare {
     bool CompareCancelled =
         false;                    // the user pressed ESC, or the run failed a check; kept until the next run
     bool SlowConnection = false;  // a scan took long for few files; cleared by each run
+    bool MetLargeFiles = false;   // the run met a file for which the rule of sizes matters; cleared by each
     bool ExcludeHiddenFiles{};
     bool ExcludeSystemFiles{};
     bool IgnoreFAT_NTFS_DaylightSavings{};
@@ -36,6 +38,8 @@ class CCompare {
     vantrel::CompareMethod CompareMethod{};
     bool ExcludeHiddenFolders{};
     bool ExcludeSystemFolders{};
+    SizeRule Sizes{};
+    bool OfferTrueSizes{};  // the user has not said yet which rule it is to be
 
     bool CompareSubFolders() const { return compareSubFolders_; }
     // Setting it, to whatever value, also drops the results of the last sub-folder analysis.

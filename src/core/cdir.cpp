@@ -133,7 +133,7 @@ bool CDir::TakeEntry(const FolderEntry& entry, ListingState& state) {
     const bool keptAsFile =
         entry.kind != EntryKind::Folder && state.filter.KeepsFile(entry.name, entry.attributes);
     if (entry.kind == EntryKind::File) {
-        if (keptAsFile) AddFile(entry);
+        if (keptAsFile) AddFile(entry, state.context);
         return true;
     }
     state.markedName.assign(1, kFolderMarker).append(entry.name);
@@ -147,11 +147,11 @@ bool CDir::TakeEntry(const FolderEntry& entry, ListingState& state) {
     return true;
 }
 
-void CDir::AddFile(const FolderEntry& entry) {
+void CDir::AddFile(const FolderEntry& entry, const ComparisonContext& context) {
     CFile& file = files_.emplace_back();
     file.FileName = texts_->Add(entry.name);
     file.Key = KeyFor(file.FileName);
-    file.Size = SizeByRule(entry.size);
+    file.Size = context.SizeOf(entry.size);
     file.LastWrite = entry.lastWrite;
     file.seen = &seen_->emplace_back(entry.seen);
     file.isLink = entry.isLink;

@@ -87,7 +87,7 @@ class CDir {
   private:
     struct ListingState;
     bool TakeEntry(const FolderEntry& entry, ListingState& state);
-    void AddFile(const FolderEntry& entry);
+    void AddFile(const FolderEntry& entry, const ComparisonContext& context);
     void AddOther(const FolderEntry& entry, bool keptAsFile);
     std::string_view KeyFor(std::string_view kept);
     template <typename Check>

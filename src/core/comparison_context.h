@@ -22,6 +22,11 @@ struct ComparisonContext {
         if (tools.loop.CancelRequested()) compare.CompareCancelled = true;
         return compare.CompareCancelled;
     }
+    // The size that a found file has for this run.
+    Currency SizeOf(std::uint64_t bytes) const {
+        if (bytes >= kLeastLargeFile) compare.MetLargeFiles = true;
+        return SizeByRule(bytes, compare.Sizes);
+    }
     void ThrowIfCancelled() const {
         if (IsCancelled()) throw ComparisonCancelled();
     }

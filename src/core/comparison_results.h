@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@ struct UnlistedFolder {
 struct ComparisonResults {
     PerSide<std::string> folders;  // the compared folders, each with "/" at its end; empty before the first
     PerSide<FileId> folderIds;     // which folders these were
+    std::optional<Side> inner;     // the folder that lies inside the other one
     HoldLists hold;
     SubFolderDiffsCollection SubFolderDiffs;
     std::size_t specialObjects = 0;          // FIFOs, sockets and devices that were passed over
@@ -28,5 +30,9 @@ struct ComparisonResults {
 
     bool HasResult() const { return !hold[Side::Left].IsSentinel() && !folders[Side::Left].empty(); }
 };
+
+// That one of the compared folders lies inside the other, for the user; lines end in CR LF. There must be an
+// inner one.
+std::string DescribeNesting(const ComparisonResults& results);
 
 }  // namespace vantrel

@@ -179,7 +179,7 @@ bool ContentComparator::Run::OpenBoth() {
     }
     for (const Side side : kBothSides) {
         Note(Activity::Opening, side);
-        if (SizeByRule(pair_.files[side].Size()) != Currency::FromWhole(size_)) {
+        if (SizeByRule(pair_.files[side].Size(), owner_.compare_.Sizes) != Currency::FromWhole(size_)) {
             ThrowChanged("The size of the file has changed since it was listed.");
         }
     }
@@ -191,7 +191,10 @@ bool ContentComparator::Run::FilesDiffer() {
     const std::uint64_t bytes = pair_.files[Side::Left].Size();
     if (bytes != pair_.files[Side::Right].Size()) return true;
     if (bytes == 0) return false;
-    if (size_ < 0 || size_ > std::numeric_limits<std::int32_t>::max()) ThrowOverflow();
+    if (owner_.compare_.Sizes == SizeRule::True)
+        size_ = static_cast<std::int64_t>(bytes);
+    else if (size_ < 0 || size_ > std::numeric_limits<std::int32_t>::max())
+        ThrowOverflow();
 
     owner_.buffers_->Provide(std::min<std::uint64_t>(unit_, static_cast<std::uint64_t>(size_)));
     if (BytesDiffer()) return true;

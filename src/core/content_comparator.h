@@ -29,8 +29,8 @@ namespace vantrel {
 // An error is never the caller's: it sets ErrorsDuringCompare, puts a block into ERRORLOG.TXT, and the pair
 // is judged by size and date, as the files are now: alike only when both are files of one size whose times
 // differ by nothing that the allowances do not forgive. These go that way too:
-// - a size that does not fit a chunk count of 32 bits: negative by the size rule (2 GiB to 4 GiB);
-// - a size whose rule drops bytes (above 4 GiB), after the bytes that the size tells of were found alike.
+// - by SizeRule::Words a size that does not fit a chunk count of 32 bits: negative (2 GiB to 4 GiB);
+// - by that rule a size that drops bytes (above 4 GiB), after the bytes that it tells of were found alike.
 // A file whose size is no longer the one that was listed, or that ends early while it is read, is logged the
 // same way, but its pair counts as different whatever its date.
 class ContentComparator {

@@ -2,6 +2,7 @@
 
 #include "core/file_rows.h"
 #include "core/sub_folder_analysis.h"
+#include "platform/files/nesting.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -47,7 +48,7 @@ ComparisonReport FolderComparison::Compare(const PerSide<std::string>& paths, Co
 
 // False where there is no result.
 bool FolderComparison::Carry(const Run& run, ComparisonResults& found) {
-    compare_.CompareCancelled = compare_.ErrorsDuringCompare = false;
+    compare_.CompareCancelled = compare_.ErrorsDuringCompare = compare_.MetLargeFiles = false;
     tools_.loop.ResetCancel();
     if (!CheckPaths(run)) return false;
 
@@ -151,6 +152,8 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
         found.folders[side] = dirs[side]->Path();
         found.folderIds[side] = dirs[side]->Id();
     }
+    for (const Side side : kBothSides)
+        if (LiesInside(tools_.files, found.folders[side], found.folders[Other(side)])) found.inner = side;
     if (found.specialObjects > 0)
         tools_.log.AppendNote(std::to_string(found.specialObjects) + " special objects passed over");
     return true;

@@ -240,7 +240,8 @@ PerSide<ScannedFile> TreeWalk::FilesOf(const Level& level, const Item& item) con
     for (const Side side : kBothSides) {
         if (!item.Has(side)) continue;
         const FolderListing::Entry& entry = EntryOf(level, item, side);
-        files[side] = {SizeByRule(level.listing[side].Size(entry)), level.listing[side].LastWrite(entry)};
+        files[side] = {context_.SizeOf(level.listing[side].Size(entry)),
+                       level.listing[side].LastWrite(entry)};
     }
     return files;
 }

@@ -27,12 +27,26 @@ MainComparison::~MainComparison() {
 
 CompareOutcome MainComparison::CompareDirs(CompareEnding ending) {
     if (application_.compare.RunningCompare) return CompareOutcome::NoResult;
+    CompareOutcome outcome = RunAndRelease();
+    application_.GuardRun("frmMain.CompareDirs", [&] {
+        if (TakesTrueSizes(outcome, ending)) outcome = RunAndRelease();
+        Finish(outcome, ending);
+    });
+    wait_.reset();
+    return outcome;
+}
+
+// The menus are back before the user is asked anything.
+CompareOutcome MainComparison::RunAndRelease() {
     CompareOutcome outcome = CompareOutcome::Failed;
     application_.GuardRun("frmMain.CompareDirs", [&] { outcome = Run(); });
-    application_.GuardRun("frmMain.CompareDirs", [&] { Finish(outcome, ending); });
+    application_.GuardRun("frmMain.CompareDirs", [&] {
+        progress_.Unload();
+        application_.around.loop.Yield();
+    });
     application_.compare.RunningCompare = false;
+    application_.GuardRun("frmMain.CompareDirs", [&] { application_.Window().RaiseMainWindow(); });
     job_.reset();
-    wait_.reset();
     return outcome;
 }
 
@@ -72,20 +86,47 @@ void MainComparison::ShowNoResult() {
     application_.panes.RemoveListItemsAndShowNoCompareMsg();
 }
 
-// The menus are back before the user is asked anything, the ordinary pointer after it.
+// Whether the folders are to be compared again, by the true sizes that the user took to.
+bool MainComparison::TakesTrueSizes(CompareOutcome outcome, CompareEnding ending) {
+    CCompare& compare = application_.compare;
+    if (outcome != CompareOutcome::Completed || ending != CompareEnding::Announced ||
+        application_.Window().IsClosing() || !compare.MetLargeFiles || !compare.OfferTrueSizes)
+        return false;
+    const MessageAnswer answer = application_.around.messages.Ask(
+        {"Large Files",
+         "At least one of the compared files has 2 GiB or more.\r\n\r\n"
+         "The sizes of such files cannot be trusted: they are shown as 0 or too small, and files of "
+         "different sizes can be taken for equal ones.\r\n\r\n"
+         "Use true sizes for files of 2 GiB and more?  The folders are then compared again.",
+         MessageIcon::Warning, MessageButtons::YesNo});
+    compare.OfferTrueSizes = false;
+    application_.options.trueSizesOffered = true;
+    if (answer != MessageAnswer::Yes) return false;
+    application_.options.trueSizes = true;
+    compare.Sizes = SizeRule::True;
+    return !application_.Window().IsClosing();
+}
+
+// The ordinary pointer is back after the first of the questions.
 void MainComparison::Finish(CompareOutcome outcome, CompareEnding ending) {
-    progress_.Unload();
-    application_.around.loop.Yield();
-    application_.compare.RunningCompare = false;
-    application_.Window().RaiseMainWindow();
-    job_.reset();
     using Step = void (MainComparison::*)(CompareOutcome, CompareEnding);
-    for (const Step step : {&MainComparison::TellUnlisted, &MainComparison::AskToViewErrors,
-                            &MainComparison::SoundAndShow, &MainComparison::Remind}) {
+    for (const Step step :
+         {&MainComparison::TellNesting, &MainComparison::TellUnlisted, &MainComparison::AskToViewErrors,
+          &MainComparison::SoundAndShow, &MainComparison::Remind}) {
         // The window can be closed behind the job, or while a message stands.
         if (application_.Window().IsClosing()) return;
         (this->*step)(outcome, ending);
     }
+}
+
+void MainComparison::TellNesting(CompareOutcome outcome, CompareEnding ending) {
+    const ComparisonResults& results = application_.results;
+    if (outcome != CompareOutcome::Completed || ending != CompareEnding::Announced || !results.inner ||
+        toldNesting_ == results.folderIds.values)
+        return;
+    toldNesting_ = results.folderIds.values;
+    application_.around.messages.Ask(
+        {"Compare Folders", DescribeNesting(results), MessageIcon::Warning, MessageButtons::Ok});
 }
 
 void MainComparison::TellUnlisted(CompareOutcome outcome, CompareEnding ending) {

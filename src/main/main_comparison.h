@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 
@@ -36,11 +37,14 @@ class MainComparison : private ComparisonDisplay {
     std::function<void()> ShowCompareResults;
 
   private:
+    CompareOutcome RunAndRelease();
     CompareOutcome Run();
+    bool TakesTrueSizes(CompareOutcome outcome, CompareEnding ending);
     bool BothFoldersAreChosen(const PerSide<std::string>& paths);
     void ShowNoResult();
     void Finish(CompareOutcome outcome, CompareEnding ending);
     // The endings, in their order.
+    void TellNesting(CompareOutcome outcome, CompareEnding ending);
     void TellUnlisted(CompareOutcome outcome, CompareEnding ending);
     void AskToViewErrors(CompareOutcome outcome, CompareEnding ending);
     void SoundAndShow(CompareOutcome outcome, CompareEnding ending);
@@ -53,6 +57,7 @@ class MainComparison : private ComparisonDisplay {
     Application& application_;
     CompareProgress& progress_;
     FolderComparison comparison_;
+    std::array<FileId, 2> toldNesting_{};  // the pair of which the user knows that one holds the other
     // Of the run.
     std::optional<BusyState::Job> job_;
     std::optional<BusyState::Wait> wait_;

@@ -275,6 +275,9 @@ constexpr auto kTable = std::to_array<OptionLine>({
     Word<&O::removalMethod>(kDupesSection, "RemovalMethod", "MoveToDupesFolder", kRemovalMethods),
     Text(kDupesSection, "UserDefinedMoveFolderPath", "", &O::userDefinedMoveFolderPath),
     Word<&O::hashMethod>(kDupesSection, "HashMethod", "CRC16", kHashMethods),
+
+    Flag(kExtrasSection, "TrueSizes", "False", &O::trueSizes),
+    Flag(kExtrasSection, "TrueSizesOffered", "False", &O::trueSizesOffered),
 });
 
 }  // namespace

@@ -11,8 +11,7 @@
 
 namespace vantrel {
 
-// The sections of the settings file that hold options. Extras has no key yet; like everywhere else, all that
-// one needs is its line of the table.
+// The sections of the settings file that hold options.
 inline constexpr std::string_view kOptionsSection = "Options";
 inline constexpr std::string_view kFormSection = "Form Dimensions";
 inline constexpr std::string_view kColumnsSection = "ColumnWidths";

@@ -104,6 +104,10 @@ struct Options : SoundOptions {
     RemovalMethod removalMethod{};
     std::string userDefinedMoveFolderPath;
     HashMethod hashMethod{};
+
+    // [Extras]
+    bool trueSizes{};         // sizes of 2 GiB and more as they are
+    bool trueSizesOffered{};  // the user was asked about that
 };
 
 }  // namespace vantrel

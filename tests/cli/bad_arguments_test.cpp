@@ -102,6 +102,7 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
         {"--sub-folders", {"true", ""}, "yes|no"},
         {"--ignore-two-seconds", {"1", "Yes"}, "yes|no"},
         {"--ignore-daylight", {"maybe"}, "yes|no"},
+        {"--true-sizes", {"True", ""}, "yes|no"},
         {"--chunk-size", {"0", "-1", "12x", " 1", "", "99999999999"}, "N"},
         {"--offset", {"", "-1", "1x", "0x"}, "N"},
         {"--length", {"", "all", "99999999999999999999"}, "N"},

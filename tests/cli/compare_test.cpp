@@ -10,6 +10,7 @@
 
 #include "program_support.h"
 #include "support/plain_user.h"
+#include "support/sparse_file.h"
 #include "support/temp_folder.h"
 
 namespace vantrel {
@@ -188,6 +189,39 @@ TEST_F(CompareCommandTest, TroubleIsSaidOnStandardErrorAndNothingIsPrinted) {
     }
     EXPECT_EQ(0, RunProgram({"--version"}).status);
     EXPECT_THAT(RunProgram({"compare", "--help"}).out, HasSubstr("--ignore-two-seconds yes|no"));
+}
+
+TEST_F(CompareCommandTest, LargeFilesAreToldOfAndComparedByTheRuleThatWasChosen) {
+    testing::WriteSparse(folder, "left/big", (off_t{1} << 32) + 5, 1'600'000'000);
+    testing::WriteSparse(folder, "right/big", 4, 1'600'000'000);
+    folder.Write("settings.ini", "[Extras]\nTrueSizes=True\n");
+    const ProgramRun plain = Compare({});
+    EXPECT_EQ(0, plain.status);
+    const std::size_t told = plain.err.find("--true-sizes yes");
+    EXPECT_NE(std::string::npos, told);
+    EXPECT_EQ(std::string::npos, plain.err.find("--true-sizes yes", told + 1));
+    const ProgramRun no = Compare({"--true-sizes", "no"});
+    EXPECT_EQ(0, no.status);
+    EXPECT_EQ(plain.out, no.out);
+    EXPECT_EQ("", no.err);
+    for (const auto& options : {std::vector<std::string>{"--true-sizes=yes", "--format=json"},
+                                {"--settings", folder / "settings.ini", "--format=json"}}) {
+        const ProgramRun run = Compare(options);
+        EXPECT_EQ(1, run.status);
+        EXPECT_THAT(run.out, HasSubstr(R"("size":4294967301)"));
+        EXPECT_EQ("", run.err);
+    }
+}
+
+TEST_F(CompareCommandTest, AFolderInsideTheOtherIsToldAndChangesNoStatus) {
+    folder.MakeFolder("left/sub");
+    std::filesystem::create_directory_symlink(folder / "left/sub", folder / "link");
+    for (const char* inner : {"left/sub", "link"}) {
+        const ProgramRun run =
+            RunProgram({"compare", "--sub-folders", "no", folder / inner, folder / "left"});
+        EXPECT_EQ(0, run.status);
+        EXPECT_THAT(run.err, HasSubstr("The left folder lies inside the right folder:"));
+    }
 }
 
 // What cannot be looked into is no difference that anyone may act on, and no success either.

@@ -14,6 +14,7 @@
 
 #include "program_support.h"
 #include "support/plain_user.h"
+#include "support/sparse_file.h"
 #include "support/temp_folder.h"
 
 namespace vantrel {
@@ -372,6 +373,20 @@ TEST_F(SyncCommandTest, AnInterruptStopsAndTellsWhatWasDone) {
     EXPECT_THAT(run.err, HasSubstr("cancelled"));
     EXPECT_THAT(run.err, HasSubstr("more for the same reason"));
     EXPECT_THAT(History().out, HasSubstr("Cancelled"));
+}
+
+TEST_F(SyncCommandTest, LargeFilesArePlannedByTheRuleThatWasChosen) {
+    testing::WriteSparse(folder, "left/big", (off_t{1} << 32) + 5, 1'600'000'000);
+    testing::WriteSparse(folder, "right/big", 4, 1'600'000'000);
+    folder.Write("settings.ini", "[Options]\nSyncMethod=MakeRightSameAsLeft\n");
+    const ProgramRun plain = Sync({"--plan", "--settings", folder / "settings.ini", "--format=json"});
+    EXPECT_EQ(0, plain.status);
+    EXPECT_EQ("", plain.out);
+    EXPECT_THAT(plain.err, HasSubstr("--true-sizes yes"));
+    const ProgramRun run =
+        Sync({"--plan", "--true-sizes=yes", "--settings", folder / "settings.ini", "--format=json"});
+    EXPECT_THAT(run.out, HasSubstr(R"("action":"Copy","name":"big","size":4294967301})"));
+    EXPECT_EQ("", run.err);
 }
 
 // What cannot be looked into is neither deleted nor taken for missing.

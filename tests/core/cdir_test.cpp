@@ -116,13 +116,6 @@ TEST(CDir, ACancelledScanKeepsWhatItFound) {
     EXPECT_EQ(bench.progress.bar, 11);
 }
 
-TEST(CFile, TheSizeRule) {
-    EXPECT_EQ(SizeByRule(0x7FFFFFFF).Whole(), 0x7FFFFFFF);
-    EXPECT_EQ(SizeByRule(0x80000000).Whole(), -0x80000000LL);
-    EXPECT_EQ(SizeByRule(0xFFFFFFFF).Whole(), -1);
-    EXPECT_EQ(SizeByRule(0x3'00000005).Whole(), 2);
-}
-
 TEST(NameFilter, ListsAndFolderPatterns) {
     struct Case {
         const char *include, *exclude, *name;

@@ -111,6 +111,8 @@ void PutOver(const CompareRequest& request, Options& options) {
     options.excludeSystemFolders |= request.excludeSystemFolders;
     options.ignore2SecDiff = request.ignoreTwoSeconds.value_or(options.ignore2SecDiff);
     options.ignoreDaylightSavings = request.ignoreDaylight.value_or(options.ignoreDaylightSavings);
+    options.trueSizes = request.trueSizes.value_or(options.trueSizes);
+    options.trueSizesOffered |= request.trueSizes.has_value();
     options.chunkSize = request.chunkSize.value_or(options.chunkSize);
 }
 
@@ -137,6 +139,9 @@ std::vector<OptionSpec> ComparisonOptions(CompareRequest& request) {
          YesNo(request.ignoreDaylight)},
         {"--chunk-size", "N", "bytes compared at a time (default 500000)",
          [&](std::string_view text) { return TakeChunkSize(text, request.chunkSize); }},
+        {"--true-sizes", "yes|no",
+         "use true sizes for files of 2 GiB and more; otherwise\nsuch sizes cannot be trusted (default no)",
+         YesNo(request.trueSizes)},
     };
 }
 

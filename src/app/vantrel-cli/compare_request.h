@@ -30,6 +30,7 @@ struct CompareRequest {
     bool excludeHiddenFolders = false, excludeSystemFolders = false;
     std::optional<bool> ignoreTwoSeconds, ignoreDaylight;
     std::optional<std::int32_t> chunkSize;
+    std::optional<bool> trueSizes;
 };
 
 // The options of what every command has that compares: how it compares, then settings file and format. They

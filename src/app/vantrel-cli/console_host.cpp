@@ -22,6 +22,16 @@ void PrintErrorLog(const Toolbox& tools) {
     if (tools.files.ReadWholeFile(tools.log.Path(), kMostShown, log).IsOk()) Print(log);
 }
 
+// What is no trouble, and yet is to be known before anything is concluded from the results.
+void TellWhatToExpect(ConsoleMessages& messages, const CCompare& compare, const ComparisonResults& results) {
+    if (results.inner) messages.ShowInformationMessage("Compare Folders", DescribeNesting(results));
+    if (compare.MetLargeFiles && compare.OfferTrueSizes)
+        messages.Say(
+            "a file has 2 GiB or more: such sizes cannot be trusted, and files of different sizes can be "
+            "taken "
+            "for equal. Use --true-sizes yes for true sizes, or --true-sizes no to leave it at that");
+}
+
 // What a comparison adds to ERR_DETAIL.TXT. The file is the program folder's and may hold old entries, or go
 // with that folder.
 class AddedDetail {
@@ -61,8 +71,10 @@ ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare
     if (!report.unlogged.IsOk()) tools.reporter.ReportError("frmMain.CompareDirs", report.unlogged);
     const Error unrecorded = RecordUnlistedFolders(tools, report.results.unlisted);
     if (!unrecorded.IsOk()) tools.reporter.ReportError("frmMain.CompareDirs", unrecorded);
-    if (report.outcome == CompareOutcome::Completed)
+    if (report.outcome == CompareOutcome::Completed) {
         RemindAboutFileSystems(tools, compare, report.results.folders);
+        TellWhatToExpect(engine.Messages(), compare, report.results);
+    }
     if (compare.ErrorsDuringCompare) PrintErrorLog(tools);
     detail.PrintIfAny();
     return report;

@@ -77,7 +77,7 @@ bool ParseLine(std::string_view line, Mount& mount) {
     if (std::from_chars(id.data(), id.data() + id.size(), mount.id).ec != std::errc()) return false;
     TakeUntil(line, ' ');
     mount.device = TakeUntil(line, ' ');
-    TakeUntil(line, ' ');
+    mount.root = NameFromSystem(WithoutOctalEscapes(TakeUntil(line, ' ')));
     mount.point = NameFromSystem(WithoutOctalEscapes(TakeUntil(line, ' ')));
     const std::size_t separator = line.find(" - ");
     if (separator == std::string_view::npos || mount.point.empty()) return false;
@@ -96,6 +96,13 @@ std::vector<Mount> ParseMountTable(std::string_view text) {
         if (ParseLine(TakeUntil(text, '\n'), mount)) mounts.push_back(std::move(mount));
     }
     return mounts;
+}
+
+std::vector<Mount> ReadMounts(const FileSystem& files) {
+    constexpr std::size_t kMostOfATable = std::size_t{16} << 20;
+    std::string text;
+    if (!files.ReadWholeFile("/proc/self/mountinfo", kMostOfATable, text).IsOk()) return {};
+    return ParseMountTable(text);
 }
 
 const Mount* FindMountAt(const std::vector<Mount>& mounts, std::string_view drive) {

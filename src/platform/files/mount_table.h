@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/files/file_system.h"
 #include "platform/files/volumes.h"
 
 namespace vantrel {
@@ -12,6 +13,7 @@ namespace vantrel {
 struct Mount {
     std::uint64_t id = 0;
     std::string device;  // "major:minor" of the file system, equal for all of its mounts
+    std::string root;    // the folder of the file system that is seen there, as in "/" or "/home/user"
     std::string point;   // full path in the engine's form
     std::string type;    // as in "ext4" or "fuse.sshfs"
     std::string source;  // as in "/dev/sda1", in the system's bytes
@@ -19,6 +21,8 @@ struct Mount {
 
 // The lines of /proc/self/mountinfo, in their order. A line that cannot be read is passed over.
 std::vector<Mount> ParseMountTable(std::string_view text);
+// The mounts of this process; none where the table cannot be read.
+std::vector<Mount> ReadMounts(const FileSystem& files);
 // The mount whose point is `drive`; of several on top of each other the last, which is the one seen.
 const Mount* FindMountAt(const std::vector<Mount>& mounts, std::string_view drive);
 

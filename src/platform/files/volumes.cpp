@@ -17,14 +17,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::size_t kMostOfATable = std::size_t{16} << 20;
-
-std::vector<Mount> ReadMounts(const FileSystem& files) {
-    std::string text;
-    if (!files.ReadWholeFile("/proc/self/mountinfo", kMostOfATable, text).IsOk()) return {};
-    return ParseMountTable(text);
-}
-
 // What the system tells of `path` or of its nearest existing ancestor, which `path` then is. False where
 // nothing can be told.
 bool StatNearest(SystemCalls& calls, std::string_view& path, unsigned mask, struct statx& found) {

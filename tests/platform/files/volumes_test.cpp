@@ -25,6 +25,7 @@ TEST(MountTableTest, ReadsEscapesOptionalFieldsAndPassesOverDamage) {
     ASSERT_EQ(4U, mounts.size());
     EXPECT_EQ(30U, mounts[1].id);
     EXPECT_EQ("8:17", mounts[1].device);
+    EXPECT_EQ("/sub", mounts[1].root);
     // In the engine's form: the backslash and the line end are carried.
     EXPECT_EQ("/media/my stick\xF4\x8F\xA1\x9Cx\xF4\x8F\xA0\x8A", mounts[1].point);
     EXPECT_EQ("vfat", mounts[1].type);
