@@ -2,8 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 #include "core/comparison_support.h"
 #include "settings/options.h"
+#include "support/faulty_system_calls.h"
 #include "support/sparse_file.h"
 
 namespace vantrel::testing {
@@ -86,9 +89,10 @@ TEST(LargeFiles, TheRunTellsThatItMetOne) {
     EXPECT_TRUE(met());
 }
 
-// To their ends. With the other rule such a pair is judged by its date.
+// To their ends, and told by chunk as any others. With the other rule such a pair is judged by its date.
 TEST(LargeFiles, ContentsAreComparedWhole) {
-    ComparisonBench bench;
+    FaultySystemCalls calls;
+    ComparisonBench bench(calls);
     for (const char* name : {"left/big", "right/big"}) WriteSparse(bench.folder, name, 2 * kGiB + 10, kTime);
     bench.compare.CompareMethod = CompareMethod::Contents;
     const auto types = [&] {
@@ -100,8 +104,19 @@ TEST(LargeFiles, ContentsAreComparedWhole) {
 
     UseTrueSizes(bench.compare);
     bench.compare.CompareMethod = CompareMethod::Contents;
+    // Those of contents, of which there are many, end where the table of mounts is read again.
+    std::size_t reads = 0;
+    calls.before = [&](const FaultySystemCalls::Record& record) {
+        if (reads < 1'000 && record.path.ends_with("mountinfo")) reads = calls.Count(Call::PRead);
+    };
+    calls.ResetCount();
     EXPECT_EQ(types(), ResultType::Same);
     EXPECT_THAT(bench.Log(), IsEmpty());
+
+    calls.FailAt(Call::PRead, reads, EIO);
+    calls.ResetCount();
+    EXPECT_EQ(types(), ResultType::Same);
+    EXPECT_THAT(bench.Log(), HasSubstr("Process: Reading bytes 2147000001 to 2147483658"));
 }
 
 }  // namespace
