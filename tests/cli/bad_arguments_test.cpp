@@ -47,6 +47,7 @@ class BadArgumentsTest : public ::testing::Test {
     }
     std::vector<std::string> GoodArguments(const std::string& command) const {
         if (command == "history") return {command, "--program-folder", folder / "program"};
+        if (command == "files") return {command, folder / "left/file", folder / "left/file"};
         if (command == "hexdump") return {command, folder / "left/file"};
         std::vector<std::string> arguments{command};
         if (command == "sync")
@@ -74,7 +75,7 @@ class BadArgumentsTest : public ::testing::Test {
 };
 
 TEST_F(BadArgumentsTest, EveryOptionTakesAValueOrNone) {
-    for (const std::string command : {"compare", "sync", "history", "hexdump"}) {
+    for (const std::string command : {"compare", "sync", "history", "files", "hexdump"}) {
         const auto options = OptionsInHelp(command);
         EXPECT_GE(options.size(), 2U) << command;
         for (const ShownOption& option : options) {
@@ -104,6 +105,7 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
         {"--ignore-daylight", {"maybe"}, "yes|no"},
         {"--true-sizes", {"True", ""}, "yes|no"},
         {"--chunk-size", {"0", "-1", "12x", " 1", "", "99999999999"}, "N"},
+        {"--only", {"", "size,", "crc32", "size contents"}, "LIST"},
         {"--offset", {"", "-1", "1x", "0x"}, "N"},
         {"--length", {"", "all", "99999999999999999999"}, "N"},
         {"--view", {"other", "custom", ""}, "all|different|similar"},
@@ -115,7 +117,7 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
     // Any text is a list of patterns; a method's name is looked up when the settings file has been read.
     std::set<std::string> known{"--include", "--exclude", "--sync-method"};
     for (const auto& each : cases) known.insert(each.option);
-    for (const std::string command : {"compare", "sync", "history", "hexdump"}) {
+    for (const std::string command : {"compare", "sync", "history", "files", "hexdump"}) {
         std::set<std::string> has;
         for (const ShownOption& option : OptionsInHelp(command)) {
             if (!option.takesValue) continue;

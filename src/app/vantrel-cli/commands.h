@@ -9,6 +9,7 @@ namespace vantrel::cli {
 int RunCompare(const std::vector<std::string_view>& arguments);
 int RunSync(const std::vector<std::string_view>& arguments);
 int RunHistory(const std::vector<std::string_view>& arguments);
+int RunFiles(const std::vector<std::string_view>& arguments);
 int RunHexdump(const std::vector<std::string_view>& arguments);
 
 }  // namespace vantrel::cli
