@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/filters.h"
 #include "core/result_list.h"
 #include "core/sub_folder_diffs.h"
 #include "platform/error.h"
@@ -27,6 +28,10 @@ struct ComparisonResults {
     SubFolderDiffsCollection SubFolderDiffs;
     std::size_t specialObjects = 0;          // FIFOs, sockets and devices that were passed over
     std::vector<UnlistedFolder> unlisted{};  // below the sub-folders, each noted in the log
+    // Objects that take part, at any depth, as far as they are known; below orphan folders all there are.
+    PerSide<std::uint64_t> objects;
+    ScanOptions taken{};      // what was taken in
+    bool subFolders = false;  // whether the sub-folders were
 
     bool HasResult() const { return !hold[Side::Left].IsSentinel() && !folders[Side::Left].empty(); }
 };

@@ -151,9 +151,13 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
     for (const Side side : kBothSides) {
         found.folders[side] = dirs[side]->Path();
         found.folderIds[side] = dirs[side]->Id();
+        for (const ResultRow& row : found.hold[side])
+            if (row.IsReal() || (row.IsUnknown() && !row.realName.empty())) ++found.objects[side];
     }
     for (const Side side : kBothSides)
         if (LiesInside(tools_.files, found.folders[side], found.folders[Other(side)])) found.inner = side;
+    found.taken = ScanOptions::Of(context.compare);
+    found.subFolders = context.compare.CompareSubFolders();
     if (found.specialObjects > 0)
         tools_.log.AppendNote(std::to_string(found.specialObjects) + " special objects passed over");
     return true;

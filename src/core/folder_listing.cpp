@@ -13,6 +13,7 @@ void FolderListing::Clear() {
     targets_.clear();
     order_.clear();
     totalSize_ = Currency();
+    named_ = 0;
     hasOthers_ = false;
 }
 
@@ -42,6 +43,7 @@ void FolderListing::Fill(const FolderEntry& found, Entry& entry) {
 }
 
 void FolderListing::Take(const FolderEntry& entry, const NameFilter* filter) {
+    ++named_;
     const auto keptAsFolder = [&] {
         marked_.assign(1, kFolderMarker).append(entry.name);
         return filter && filter->KeepsFolder(marked_, entry.attributes);

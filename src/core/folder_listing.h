@@ -56,6 +56,8 @@ class FolderListing {
     // Looks at all files that have no stat yet, for their sizes; also after an error of List. Throws
     // ComparisonCancelled.
     void LookAtRest(const ComparisonContext& context);
+    // All entries that the folder named, whatever became of them.
+    std::uint64_t Named() const { return named_; }
     // In the order of keys, and of names where keys are equal.
     std::size_t Count() const { return order_.size(); }
     const Entry& At(std::size_t position) const { return entries_[order_[position].index]; }
@@ -97,6 +99,7 @@ class FolderListing {
     std::vector<Target> targets_;
     std::vector<SortItem> order_;
     Currency totalSize_;
+    std::uint64_t named_ = 0;
     bool hasOthers_ = false;
     std::string marked_;
 };

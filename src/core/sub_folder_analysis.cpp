@@ -82,6 +82,7 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
                 row.seen = folder->seen;
             }
             row.size = std::max(answer.walk.size[side], Currency());
+            results.objects[side] += answer.walk.objects[side];
             if (real[side].empty())
                 results.hold[side].AddPlaceholder();
             else

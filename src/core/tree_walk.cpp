@@ -212,8 +212,10 @@ void TreeWalk::Finish(Level& child) {
         // Their pairs are not going to be opened.
         if (!bothKnown) child.listing[side].LookAtRest(context_);
         outcome_.size[side] += child.listing[side].TotalSize();
-        if (!known[side]) child.listing[side].Clear();
     }
+    CountObjects(child);
+    for (const Side side : kBothSides)
+        if (!known[side]) child.listing[side].Clear();
     if (!bothKnown && child.mode == Mode::Compare) child.mode = Mode::Size;
     if (child.mode == Mode::Compare)
         PairEntries(child.listing, child.items);
@@ -222,6 +224,15 @@ void TreeWalk::Finish(Level& child) {
     if (depth_ > kLevelsHeldOpen) {
         Level& parent = *levels_[depth_ - 2];
         for (const Side side : kBothSides) parent.listing[side].From().folder = OpenFolder();
+    }
+}
+
+void TreeWalk::CountObjects(const Level& child) {
+    if (child.mode == Mode::AsideSize) return;
+    for (const Side side : kBothSides) {
+        const FolderListing& listing = child.listing[side];
+        if (child.elsewhere[side] != Elsewhere::No) continue;
+        outcome_.objects[side] += child.mode == Mode::Compare ? listing.Count() : listing.Named();
     }
 }
 

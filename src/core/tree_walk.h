@@ -40,6 +40,8 @@ class TreeWalk {
         // One of the compared folders lies below this sub-folder of the other, not through a link.
         bool holdsOtherFolder = false;
         std::size_t specialObjects = 0;  // FIFOs, sockets and devices that were passed over
+        // Objects below the sub-folder that take part, not through a link; without a counterpart all.
+        PerSide<std::uint64_t> objects;
     };
     // `names` are the real names of the sub-folder, empty on a side that lacks it. With both sides there the
     // differences go to `diffs`, otherwise only the size is found. Throws ComparisonCancelled.
@@ -76,6 +78,7 @@ class TreeWalk {
     void Descend(Level& level, const Item& item, Mode mode);
     void DescendAside(Level& level, Side side, const FolderListing::Entry& entry, Mode mode);
     void Finish(Level& child);
+    void CountObjects(const Level& child);
     enum class Opening { Opened, OnBranch, Failed };
     Opening OpenInto(Level& child, Side side, Level& parent, const FolderListing::Entry& entry);
     Opening AddSource(Level& child, Side side, Error error, OpenFolder folder, std::string path);

@@ -238,6 +238,27 @@ TEST(FolderComparison, BehindALinkToAFolderBothSidesAreCompared) {
     }
 }
 
+// What takes part counts once, and what a link leads to never; below a folder that is on one side only all
+// that is there counts, as all of it would go with the folder.
+TEST(FolderComparison, CountsTheObjectsOfEachSide) {
+    ComparisonBench bench;
+    for (const char* file :
+         {"top.c", "top.tmp", "sub/a.c", "sub/a.tmp", "sub/out/b.c", "alone/c.c", "alone/c.tmp"})
+        bench.Write(Side::Left, file, "1");
+    bench.Write(Side::Right, "sub/a.c", "1");
+    bench.Write(Side::Right, "sub/more/in/d.c", "1");
+    bench.folder.Write("outside/e.c", "1");
+    ASSERT_EQ(0, symlink("../../outside", (bench.folder / "left/sub/link.c").c_str()));
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    EXPECT_EQ(bench.results.objects[Side::Left], 11U);
+    EXPECT_EQ(bench.results.objects[Side::Right], 5U);
+    EXPECT_TRUE(bench.results.subFolders);
+    bench.compare.ExcludeFilters = "*.tmp";
+    ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+    EXPECT_EQ(bench.results.objects[Side::Left], 9U);
+    EXPECT_EQ(bench.results.taken.excludeFilters, "*.tmp");
+}
+
 // Deeper than the walk holds folders open, and than one call of the system takes as a path.
 TEST(FolderComparison, TreesMayBeDeepAndPathsLong) {
     ComparisonBench bench;
