@@ -9,21 +9,19 @@ Sighting Present(Sighting::Kind kind, bool isLink, const Seen& seen) {
     return {Sighting::State::Present, isLink ? Sighting::Kind::Link : kind, seen};
 }
 
-// Enters no link: what it leads to does not lie below the folder.
-Error LookInto(const FileSystem& files, const std::string& path, const std::string& name, SeenBelow& below) {
+// Enters no link: what it leads to does not lie below the folder. `name` is empty or ends in "/".
+Error WalkInto(const FileSystem& files, const std::string& path, const std::string& name,
+               const VisitBelow& visit) {
     OpenFolder folder;
     if (Error error = files.Open(path, folder); !error.IsOk()) return error;
     std::vector<std::string> folders;
     Error error = folder.ForEach([&](const FolderEntry& entry) {
-        const std::string entryName = name + std::string(entry.name);
-        const Sighting sighting = SightingOf(entry);
-        below.emplace(entryName, sighting);
-        if (sighting.state == Sighting::State::Present && sighting.kind == Sighting::Kind::Folder)
-            folders.emplace_back(entry.name);
+        visit(name + std::string(entry.name), entry);
+        if (entry.kind == EntryKind::Folder && !entry.isLink) folders.emplace_back(entry.name);
         return true;
     });
     for (const std::string& sub : folders) {
-        Error inner = LookInto(files, JoinPath(path, sub), name + sub + "/", below);
+        Error inner = WalkInto(files, JoinPath(path, sub), name + sub + "/", visit);
         if (error.IsOk()) error = std::move(inner);
     }
     return error;
@@ -53,9 +51,15 @@ std::vector<ShellRoot> RootsOf(const ComparisonResults& results) {
     return roots;
 }
 
+Error WalkBelow(const FileSystem& files, const std::string& path, const VisitBelow& visit) {
+    return WalkInto(files, path, {}, visit);
+}
+
 Error LookBelow(const FileSystem& files, const std::string& path, std::shared_ptr<const SeenBelow>& below) {
     auto seen = std::make_shared<SeenBelow>();
-    Error error = LookInto(files, path, {}, *seen);
+    Error error = WalkBelow(files, path, [&](const std::string& name, const FolderEntry& entry) {
+        seen->emplace(name, SightingOf(entry));
+    });
     below = std::move(seen);
     return error;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -18,6 +19,12 @@ Sighting SightingOf(const SubFolderRecord& record);  // the same; a blank one st
 
 // The folders that were compared; none where they are not known.
 std::vector<ShellRoot> RootsOf(const ComparisonResults& results);
+
+// Calls `visit(path, entry)` for all that lies below the folder `path`, each folder before what is in it, by
+// its path relative to that folder ("deep/file"). Enters no link. An error tells of the first part that could
+// not be looked at; the rest is visited all the same.
+using VisitBelow = std::function<void(const std::string& path, const FolderEntry& entry)>;
+Error WalkBelow(const FileSystem& files, const std::string& path, const VisitBelow& visit);
 
 // What lies below the folder `path` at this moment. A comparison keeps no list of what is in an orphan
 // folder, so this is asked for in the moment when the user is asked about the folder. An error tells of a

@@ -6,6 +6,7 @@
 #include "core/row_texts.h"
 #include "fileops/drive_warning.h"
 #include "fileops/expectations.h"
+#include "fileops/told_at_end.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -89,7 +90,7 @@ ShellResult FileOperations::CopyFilesToOtherDirAndLVW(const ListRef& list, Confi
                        .partOf = partOf,
                        .betweenSides = true,
                        .space = [&] {
-                           return EnoughSpaceForCopyLvwToLvw(tools_, list.rows, list.otherRows,
+                           return EnoughSpaceForCopyLvwToLvw(tools_, list.rows, list.otherRows, list.folder,
                                                              list.otherFolder);
                        }});
 }
@@ -98,7 +99,7 @@ ShellResult FileOperations::CopyFilesToSpecificDir(const ListRef& list, const st
                                                    Confirm confirm) {
     return CopyOrMove(kCopy, list, dir,
                       {.routineName = "frmMain.CopyFilesToSpecificDir", .confirm = confirm, .space = [&] {
-                           return EnoughSpaceForCopyLvwToSpecificDir(tools_, list.rows, dir);
+                           return EnoughSpaceForCopyLvwToSpecificDir(tools_, list.rows, list.folder, dir);
                        }});
 }
 
@@ -155,7 +156,10 @@ ShellResult FileOperations::CarryOut(const Verb& verb, Objects objects, const st
     options.expected = std::move(objects.expected);
     options.roots = std::move(objects.roots);
     ShellResult result = (wrappers_.*verb.run)(std::move(objects.paths), target, std::move(options));
-    if (job.partOf == PartOf::Command) autoCompareStep_();
+    if (job.partOf == PartOf::Command) {
+        TellTimesNotKept(result.timesNotKept);
+        autoCompareStep_();
+    }
     return result;
 }
 
@@ -281,6 +285,11 @@ bool FileOperations::AskFirst(const Verb& verb, const std::vector<std::string>& 
          verb.operation, paths, source, target});
     tools_.loop.Yield();
     return answer == MessageAnswer::Yes;
+}
+
+void FileOperations::TellTimesNotKept(std::uint64_t count) {
+    if (const std::string text = DescribeTimesNotKept(count); !text.empty())
+        tools_.messages.Ask({"Times Not Kept", text, MessageIcon::Information, MessageButtons::Ok, {}});
 }
 
 void FileOperations::Warn(const std::string& title, const std::string& text) {

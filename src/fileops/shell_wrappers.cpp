@@ -64,6 +64,7 @@ ShellResult ShellWrappers::Finish(ShellRequest request, Options options, const s
     request.roots = std::move(options.roots);
     request.targetIsFullPath = options.targetIsFullPath;
     request.ignoreLetterCase = options.ignoreLetterCase;
+    request.passesOverSpecial = options.passesOverSpecial;
     request.noConfirmation = !options.confirm;
     request.silent = request.noErrorUi = options.silent;
     ShellResult result = shell_.Run(request);

@@ -16,10 +16,11 @@ class ShellWrappers {
     ShellWrappers(ShellOperations& shell, MessagePort& messages) : shell_(shell), messages_(messages) {}
 
     struct Options {
-        bool confirm = true;            // ask before overwriting, and say at the end that it was done
-        bool silent = false;            // no progress, no error boxes
-        bool targetIsFullPath = false;  // CopyFiles, MoveFiles: a pair of paths instead of a target folder
-        bool ignoreLetterCase = false;  // CopyFiles, MoveFiles: see ShellRequest
+        bool confirm = true;             // ask before overwriting, and say at the end that it was done
+        bool silent = false;             // no progress, no error boxes
+        bool targetIsFullPath = false;   // CopyFiles, MoveFiles: a pair of paths instead of a target folder
+        bool ignoreLetterCase = false;   // CopyFiles, MoveFiles: see ShellRequest
+        bool passesOverSpecial = false;  // CopyFiles: see ShellRequest
         std::vector<Expectation> expected{};  // one for each source, or none
         std::vector<ShellRoot> roots{};
     };

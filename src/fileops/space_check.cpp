@@ -6,21 +6,9 @@
 #include "platform/names/paths.h"
 
 namespace vantrel {
-namespace {
 
-// The drive of the target and what is free there.
-void LookAtDrive(const Toolbox& tools, const std::string& folder, SpaceAnswer& answer) {
-    answer.drive = tools.volumes.GetDriveName(folder);
-    if (answer.drive.empty() || !tools.volumes.IsReady(answer.drive))
-        throw ErrorException(Error(ErrorNumber::PathNotFound, "Path not found \"" + folder + "\""));
-    answer.available = tools.volumes.GetAvailableDriveSpace(answer.drive);
-    answer.enough = answer.available - answer.required >= Currency();
-}
-
-// The way out that all space checks share: what cannot be known stops nothing, a drive that is gone does.
-template <typename Work>
-SpaceAnswer Decide(const Toolbox& tools, std::string_view routineName, const std::string& troubleTitle,
-                   const std::string& troubleText, Work work) {
+SpaceAnswer DecideOnSpace(const Toolbox& tools, std::string_view routineName, const std::string& troubleTitle,
+                          const std::string& troubleText, const std::function<void(SpaceAnswer&)>& work) {
     SpaceAnswer answer;
     tools.reporter.Guard(routineName, [&] {
         try {
@@ -37,7 +25,50 @@ SpaceAnswer Decide(const Toolbox& tools, std::string_view routineName, const std
     return answer;
 }
 
-constexpr const char* kTargetTrouble = "Problems accessing the target drive.";
+namespace {
+
+// The drive of the target and what is free there.
+void LookAtDrive(const Toolbox& tools, const std::string& folder, SpaceAnswer& answer) {
+    answer.drive = tools.volumes.GetDriveName(folder);
+    if (answer.drive.empty() || !tools.volumes.IsReady(answer.drive))
+        throw ErrorException(Error(ErrorNumber::PathNotFound, "Path not found \"" + folder + "\""));
+    answer.available = tools.volumes.GetAvailableDriveSpace(answer.drive);
+    answer.enough = answer.available - answer.required >= Currency();
+}
+
+// Of the object itself, where the listing looked at it.
+Currency SizeOf(const ResultRow& row) {
+    if (!row.seen || (row.kind == RowKind::Folder && !row.isLink)) return row.size;
+    return Currency::FromWhole(static_cast<std::int64_t>(row.seen->size));
+}
+
+bool HasCounterpart(const ResultRow& row) {
+    return row.type != ResultType::Orphan && row.type != ResultType::OrphanFolder;
+}
+
+// A list whose selected objects go to `target`, and what counts of it.
+struct Going {
+    const ResultList& list;
+    const std::string& folder;
+    const std::string& target;
+    bool orphansOnly;
+};
+
+// The size of a folder's row tells of what its links lead to as well. Only where it would not suffice it is
+// worth a look at what the folders take themselves.
+void LookAtDrive(const Toolbox& tools, const Going& going, SpaceAnswer& answer) {
+    if (answer.required < Currency::FromWhole(1)) return;
+    LookAtDrive(tools, going.target, answer);
+    if (answer.enough) return;
+    for (const ResultRow& row : going.list) {
+        if (!row.selected || row.kind != RowKind::Folder || row.isLink) continue;
+        if (going.orphansOnly && HasCounterpart(row)) continue;
+        TreeSize size;
+        if (!CountTreeSize(tools, JoinPath(going.folder, row.realName), size).IsOk()) continue;
+        answer.required -= SizeOf(row) - size.bytes;
+    }
+    answer.enough = answer.available - answer.required >= Currency();
+}
 
 // What `names` take in `dir`; "folders" are those with a marker.
 Currency SizeThere(const Toolbox& tools, std::string_view dir, std::string_view name) {
@@ -56,7 +87,7 @@ Currency SizeThere(const Toolbox& tools, std::string_view dir, std::string_view 
 Currency GetSizeOfSelectedRows(const ResultList& list) {
     Currency sum;
     for (const ResultRow& row : list) {
-        if (row.selected && row.IsReal()) sum += row.size;
+        if (row.selected && row.IsReal()) sum += SizeOf(row);
     }
     return sum;
 }
@@ -65,8 +96,7 @@ Currency GetSizeOfSelectedRowsWithCounterpart(const ResultList& list, const Resu
     Currency sum;
     for (std::size_t i = 0; i < list.Count() && i < otherList.Count(); ++i) {
         const ResultRow& row = list[i];
-        const bool orphan = row.type == ResultType::Orphan || row.type == ResultType::OrphanFolder;
-        if (row.selected && row.IsReal() && !orphan) sum += row.size;
+        if (row.selected && row.IsReal() && HasCounterpart(row)) sum += SizeOf(row);
     }
     return sum;
 }
@@ -91,53 +121,57 @@ Currency GetSizeCurrencyOfComplimentFilesInSpecificDirUsingCol(const Toolbox& to
 }
 
 SpaceAnswer EnoughSpaceForCopyLvwToLvw(const Toolbox& tools, const ResultList& list,
-                                       const ResultList& otherList, const std::string& otherFolder) {
-    return Decide(tools, "modVantrel.EnoughSpaceForCopyLvwToLvw", "Copy", kTargetTrouble,
-                  [&](SpaceAnswer& answer) {
-                      answer.required =
-                          GetSizeOfSelectedRows(list) - GetSizeOfSelectedRowsWithCounterpart(list, otherList);
-                      if (answer.required >= Currency::FromWhole(1)) LookAtDrive(tools, otherFolder, answer);
-                  });
+                                       const ResultList& otherList, const std::string& folder,
+                                       const std::string& otherFolder) {
+    return DecideOnSpace(tools, "modVantrel.EnoughSpaceForCopyLvwToLvw", "Copy", std::string(kTargetTrouble),
+                         [&](SpaceAnswer& answer) {
+                             answer.required = GetSizeOfSelectedRows(list) -
+                                               GetSizeOfSelectedRowsWithCounterpart(list, otherList);
+                             LookAtDrive(tools, {list, folder, otherFolder, true}, answer);
+                         });
 }
 
 SpaceAnswer EnoughSpaceForMoveLvwToLvw(const Toolbox& tools, const ResultList& list,
                                        const ResultList& otherList, const std::string& folder,
                                        const std::string& otherFolder) {
-    return Decide(tools, "modVantrel.EnoughSpaceForMoveLvwToLvw", "Move", kTargetTrouble,
-                  [&](SpaceAnswer& answer) {
-                      if (EqualIgnoringCase(tools.volumes.GetDriveName(folder),
-                                            tools.volumes.GetDriveName(otherFolder)))
-                          return;
-                      answer.required =
-                          GetSizeOfSelectedRows(list) - GetSizeOfSelectedRowsWithCounterpart(list, otherList);
-                      if (answer.required >= Currency::FromWhole(1)) LookAtDrive(tools, otherFolder, answer);
-                  });
+    return DecideOnSpace(tools, "modVantrel.EnoughSpaceForMoveLvwToLvw", "Move", std::string(kTargetTrouble),
+                         [&](SpaceAnswer& answer) {
+                             if (EqualIgnoringCase(tools.volumes.GetDriveName(folder),
+                                                   tools.volumes.GetDriveName(otherFolder)))
+                                 return;
+                             answer.required = GetSizeOfSelectedRows(list) -
+                                               GetSizeOfSelectedRowsWithCounterpart(list, otherList);
+                             LookAtDrive(tools, {list, folder, otherFolder, true}, answer);
+                         });
 }
 
 SpaceAnswer EnoughSpaceForCopyLvwToSpecificDir(const Toolbox& tools, const ResultList& list,
-                                               const std::string& dir) {
-    return Decide(tools, "modVantrel.EnoughSpaceForCopyLvwToSpecificDir", "Copy", kTargetTrouble,
-                  [&](SpaceAnswer& answer) {
-                      answer.required = GetSizeOfSelectedRows(list) -
-                                        GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, list, dir);
-                      if (answer.required >= Currency::FromWhole(1)) LookAtDrive(tools, dir, answer);
-                  });
+                                               const std::string& folder, const std::string& dir) {
+    return DecideOnSpace(tools, "modVantrel.EnoughSpaceForCopyLvwToSpecificDir", "Copy",
+                         std::string(kTargetTrouble), [&](SpaceAnswer& answer) {
+                             answer.required =
+                                 GetSizeOfSelectedRows(list) -
+                                 GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, list, dir);
+                             LookAtDrive(tools, {list, folder, dir, false}, answer);
+                         });
 }
 
 SpaceAnswer EnoughSpaceForMoveLvwToSpecificDir(const Toolbox& tools, const ResultList& list,
                                                const std::string& folder, const std::string& dir) {
-    return Decide(tools, "modVantrel.EnoughSpaceForMoveLvwToSpecificDir", "Move", kTargetTrouble,
-                  [&](SpaceAnswer& answer) {
-                      if (tools.volumes.GetDriveName(folder) == tools.volumes.GetDriveName(dir)) return;
-                      answer.required = GetSizeOfSelectedRows(list) -
-                                        GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, list, dir);
-                      if (answer.required >= Currency::FromWhole(1)) LookAtDrive(tools, dir, answer);
-                  });
+    return DecideOnSpace(tools, "modVantrel.EnoughSpaceForMoveLvwToSpecificDir", "Move",
+                         std::string(kTargetTrouble), [&](SpaceAnswer& answer) {
+                             if (tools.volumes.GetDriveName(folder) == tools.volumes.GetDriveName(dir))
+                                 return;
+                             answer.required =
+                                 GetSizeOfSelectedRows(list) -
+                                 GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, list, dir);
+                             LookAtDrive(tools, {list, folder, dir, false}, answer);
+                         });
 }
 
 SpaceAnswer EnoughSpaceForDrop(const Toolbox& tools, const std::vector<std::string>& paths,
                                const std::string& dir, std::string_view routineName) {
-    return Decide(
+    return DecideOnSpace(
         tools, routineName, "Insufficient Disk Space", "Problems accessing drive.", [&](SpaceAnswer& answer) {
             std::vector<std::string> names;
             for (const std::string& path : paths) {

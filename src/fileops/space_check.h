@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,7 +10,8 @@
 
 namespace vantrel {
 
-// Whether a copy or a move has room at its target. All sums are in bytes.
+// Whether a copy or a move has room at its target. All sums are in bytes, of files and links as they are on
+// the disk: a link counts with its own size, and no rule of sizes that are shown has a part in it.
 
 // The sizes of the selected objects; a placeholder has none.
 Currency GetSizeOfSelectedRows(const ResultList& list);
@@ -32,14 +34,22 @@ struct SpaceAnswer {
     std::string drive;
 };
 
+// The way out that all space checks share: where `work` meets a permission denied there is enough, where it
+// meets a path not found there is not, after a box with the title; every other error is reported under
+// `routineName`, and stops nothing.
+SpaceAnswer DecideOnSpace(const Toolbox& tools, std::string_view routineName, const std::string& troubleTitle,
+                          const std::string& troubleText, const std::function<void(SpaceAnswer&)>& work);
+inline constexpr std::string_view kTargetTrouble = "Problems accessing the target drive.";
+
 // `folder` is that of the list, `otherFolder` that of the list opposite.
 SpaceAnswer EnoughSpaceForCopyLvwToLvw(const Toolbox& tools, const ResultList& list,
-                                       const ResultList& otherList, const std::string& otherFolder);
+                                       const ResultList& otherList, const std::string& folder,
+                                       const std::string& otherFolder);
 SpaceAnswer EnoughSpaceForMoveLvwToLvw(const Toolbox& tools, const ResultList& list,
                                        const ResultList& otherList, const std::string& folder,
                                        const std::string& otherFolder);
 SpaceAnswer EnoughSpaceForCopyLvwToSpecificDir(const Toolbox& tools, const ResultList& list,
-                                               const std::string& dir);
+                                               const std::string& folder, const std::string& dir);
 SpaceAnswer EnoughSpaceForMoveLvwToSpecificDir(const Toolbox& tools, const ResultList& list,
                                                const std::string& folder, const std::string& dir);
 

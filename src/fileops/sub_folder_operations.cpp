@@ -1,9 +1,13 @@
 #include "fileops/sub_folder_operations.h"
 
+#include <string_view>
+#include <unordered_set>
+
 #include "core/row_texts.h"
 #include "fileops/drive_warning.h"
 #include "fileops/expectations.h"
 #include "fileops/space_check.h"
+#include "fileops/told_at_end.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 
@@ -110,7 +114,9 @@ SubFolderOperations::Result SubFolderOperations::Operate(const Kind& kind, Confi
         CarryOut(run, items);
         // What was not done has been told already; it is not called complete.
         if (confirm == Confirm::Yes && run.result.done == items.size()) TellComplete(run);
-        if (partOf == PartOf::Command) host_.CopyItemsFromHiddenLVWToVisibleLVW();
+        if (partOf != PartOf::Command) return;
+        TellTimesNotKept(run);
+        host_.CopyItemsFromHiddenLVWToVisibleLVW();
     });
     return run.result;
 }
@@ -124,17 +130,40 @@ void SubFolderOperations::CarryOut(Run& run, const std::vector<Item>& items) {
     host_.SetResultsOutOfDate();
     for (const Item& item : items) {
         tools_.loop.Yield();
-        if (run.stop) break;
+        if (run.result.ended) break;
         host_.SetProgressText(run.kind.doing +
                               std::string(host_.Lists()[host_.CurrentListview()][item.row].text) + "...");
-        if (!DoOne(run, item)) continue;
-        ++run.result.done;
-        PutRowsRight(run.kind, item.row);
+        if (DoOne(run, item)) CountAsDone(run, item);
     }
-    const Error synced = wrappers_.Shell().SyncCopies();
+    FinishCopies(run);
     host_.SetProgressText({});
     host_.ShowProgressPanel(false);
-    ThrowIfFailed(synced);
+}
+
+void SubFolderOperations::CountAsDone(Run& run, const Item& item) {
+    ++run.result.done;
+    PutRowsRight(run.kind, item.row);
+}
+
+void SubFolderOperations::FinishCopies(Run& run) {
+    const ShellOperations::FinishedCopies finished = wrappers_.Shell().FinishCopies();
+    run.result.timesNotKept += finished.timesNotKept;
+    std::unordered_set<std::string_view> failed;
+    for (const ShellOperations::FailedCopy& copy : finished.failed) failed.insert(copy.target);
+    for (const Item* item : run.waiting)
+        if (!failed.contains(item->target)) CountAsDone(run, *item);
+    if (finished.failed.empty()) return;
+    run.result.cancelled = true;
+    tools_.messages.Ask({run.kind.word + std::string(" Status"),
+                         DescribeFailedCopies(finished.failed),
+                         MessageIcon::Warning,
+                         MessageButtons::Ok,
+                         {}});
+}
+
+void SubFolderOperations::TellTimesNotKept(const Run& run) {
+    if (const std::string text = DescribeTimesNotKept(run.result.timesNotKept); !text.empty())
+        tools_.messages.Ask({"Times Not Kept", text, MessageIcon::Information, MessageButtons::Ok, {}});
 }
 
 void SubFolderOperations::TellComplete(const Run& run) {
@@ -167,7 +196,7 @@ bool SubFolderOperations::EnoughSpace(const Kind& kind) {
     const std::string folder = host_.FolderPath(side), otherFolder = host_.FolderPath(Other(side));
     SpaceAnswer space;
     if (kind.verb == SubFolderVerb::Copy)
-        space = EnoughSpaceForCopyLvwToLvw(tools_, list, otherList, otherFolder);
+        space = EnoughSpaceForCopyLvwToLvw(tools_, list, otherList, folder, otherFolder);
     if (kind.verb == SubFolderVerb::Move)
         space = EnoughSpaceForMoveLvwToLvw(tools_, list, otherList, folder, otherFolder);
     if (!space.enough && !space.told) ShowInsufficientDiskSpace(tools_, space);
@@ -195,8 +224,10 @@ ShellWrappers::Options SubFolderOperations::Alone(const Run& run, const Item& it
 
 // What fails goes the shell's own way, with its error box, and is held against the same that was seen.
 bool SubFolderOperations::CopyOne(Run& run, const Item& item) {
-    if (wrappers_.Shell().CopyOneFile({item.path, item.target, item.expected, run.roots, true}).IsOk())
-        return true;
+    if (wrappers_.Shell().CopyOneFile({item.path, item.target, item.expected, run.roots, true}).IsOk()) {
+        run.waiting.push_back(&item);
+        return false;
+    }
     return Took(run, wrappers_.CopyFiles({item.path}, item.target, Alone(run, item)));
 }
 
@@ -207,7 +238,8 @@ bool SubFolderOperations::DeleteOne(Run& run, const Item& item) {
 
 bool SubFolderOperations::Took(Run& run, const ShellResult& result) {
     run.result.cancelled = run.result.cancelled || !result.AllDone();
-    run.stop = run.stop || result.cancelled || result.rootLost;
+    run.result.ended = run.result.ended || result.cancelled || result.rootLost;
+    run.result.timesNotKept += result.timesNotKept;
     return result.AllDone();
 }
 

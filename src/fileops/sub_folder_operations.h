@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,8 @@ class SubFolderOperations {
     struct Result {
         std::size_t done = 0;    // objects
         bool cancelled = false;  // anything was aborted or failed
+        bool ended = false;      // by the user, or since a compared folder is gone
+        std::uint64_t timesNotKept = 0;
     };
 
     SubFolderOperations(const Toolbox& tools, ShellWrappers& wrappers, SubFolderHost& host)
@@ -58,16 +61,19 @@ class SubFolderOperations {
     struct Run {
         const Kind& kind;
         bool deleteForGood = false;
-        bool stop = false;  // the user wants no more of it
         std::vector<ShellRoot> roots;
         Result result;
+        std::vector<const Item*> waiting{};  // copies that get their names, and count as done, at the end
     };
     Result Operate(const Kind& kind, Confirm confirm, PartOf partOf);
     void CarryOut(Run& run, const std::vector<Item>& items);
     bool MayBegin(Run& run, std::size_t count);
+    void FinishCopies(Run& run);
+    void CountAsDone(Run& run, const Item& item);
     void TellComplete(const Run& run);
+    void TellTimesNotKept(const Run& run);
     bool EnoughSpace(const Kind& kind);
-    // Whether it was done.
+    // Whether it was done; of a copy that waits for its name, not yet.
     bool DoOne(Run& run, const Item& item);
     bool CopyOne(Run& run, const Item& item);
     bool DeleteOne(Run& run, const Item& item);

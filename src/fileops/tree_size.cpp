@@ -12,8 +12,9 @@ Error CountFolder(const Toolbox& tools, OpenFolder& folder, TreeSize& size, cons
     std::vector<std::string> subFolders;
     Error error = folder.ForEach([&](const FolderEntry& entry) {
         tools.loop.Yield();
-        if (entry.isLink) return !(cancel && *cancel);
-        if (entry.kind == EntryKind::Folder) {
+        if (entry.isLink) {
+            size.bytes += Currency::FromWhole(static_cast<std::int64_t>(entry.seen.size));
+        } else if (entry.kind == EntryKind::Folder) {
             ++size.folders;
             subFolders.emplace_back(entry.name);
         } else if (entry.kind == EntryKind::File) {
@@ -38,9 +39,8 @@ Error CountTreeSize(const Toolbox& tools, std::string_view path, TreeSize& size,
     size = {};
     FileInfo info;
     if (Error error = tools.files.Stat(path, LinkPolicy::DoNotFollow, info); !error.IsOk()) return error;
-    if (info.isLink) return {};
-    if (info.kind == EntryKind::File) {
-        size.files = 1;
+    if (info.isLink || info.kind == EntryKind::File) {
+        size.files = info.isLink ? 0 : 1;
         size.bytes = Currency::FromWhole(static_cast<std::int64_t>(info.size));
     }
     if (info.kind != EntryKind::Folder) return {};

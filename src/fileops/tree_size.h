@@ -7,7 +7,7 @@
 
 namespace vantrel {
 
-// What an object takes with everything below it, as a copy of it would: links count as links, for nothing.
+// What an object takes with everything below it, as a copy of it would: links count with their own size.
 struct TreeSize {
     Currency bytes;
     std::uint64_t files = 0;

@@ -105,6 +105,7 @@ ItemOutcome CopyEngine::Copy(const Place& from, const Place& to) {
     run_.ShowItem(from, &to);
     bool isFolder = false;
     bool mayReplace = false;
+    bool passedOver = false;
     const ItemOutcome outcome = run_.Attempt(from, [&](ItemOutcome& result) -> Error {
         Statx source{};
         const int looked = Look(calls_, from, LinkPolicy::DoNotFollow, source);
@@ -117,11 +118,13 @@ ItemOutcome CopyEngine::Copy(const Place& from, const Place& to) {
         isFolder = IsFolder(source);
         if (isFolder) return {};
         if (IsFile(source) || IsLink(source)) return CopyFileOrLink(from, source, to, mayReplace, result);
+        passedOver = depth_ > 0 && run_.request.passesOverSpecial;
+        if (passedOver) return {};
         return {ErrorNumber::BadFileNameOrNumber,
                 "\"" + from.Path() + "\" is a special file. Special files are not copied"};
     });
     if (isFolder && outcome == ItemOutcome::Done) return CopyFolder(from, to);
-    if (outcome == ItemOutcome::Done) run_.CountObject();
+    if (outcome == ItemOutcome::Done && !passedOver) run_.CountObject();
     if (run_.shared.batch->IsFull()) run_.shared.batch->Publish();
     return outcome;
 }

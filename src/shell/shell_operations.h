@@ -57,6 +57,8 @@ struct ShellRequest {
     // Copy and Move: an object in an existing target folder, at any depth, whose name differs in letter case
     // alone stands for the one of the same name, and keeps its own.
     bool ignoreLetterCase = false;
+    // Copy: special files below a folder that is copied are left where they are, and are no failure.
+    bool passesOverSpecial = false;
     bool noConfirmation = false;  // overwrite without a question
     bool silent = false;          // no progress is shown; a cancel still counts
     bool noErrorUi = false;       // no error box: what fails is passed over and told in the result

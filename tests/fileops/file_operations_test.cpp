@@ -241,9 +241,9 @@ TEST_F(FileOperationsTest, SpaceArithmetic) {
     EXPECT_EQ(Currency(), GetSizeOfSelectedRowsWithCounterpart(left, ResultList()));
     volumes.drives[drop / "right"].space = Currency();
     Select({0});  // Newer files alone need nothing
-    EXPECT_TRUE(EnoughSpaceForCopyLvwToLvw(tools, left, right, drop / "right").enough);
+    EXPECT_TRUE(EnoughSpaceForCopyLvwToLvw(tools, left, right, drop / "left", drop / "right").enough);
     Select({0, 1, 2});
-    SpaceAnswer answer = EnoughSpaceForCopyLvwToLvw(tools, left, right, drop / "right");
+    SpaceAnswer answer = EnoughSpaceForCopyLvwToLvw(tools, left, right, drop / "left", drop / "right");
     EXPECT_FALSE(answer.enough);
     EXPECT_EQ(Currency::FromWhole(10), answer.required);
     EXPECT_EQ(drop / "right", answer.drive);
@@ -256,7 +256,7 @@ TEST_F(FileOperationsTest, SpaceArithmetic) {
     EXPECT_EQ(Currency::FromWhole(9),
               GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, left, drop / "other"));
     volumes.drives[drop / "other"].space = Currency::FromWhole(5);
-    answer = EnoughSpaceForCopyLvwToSpecificDir(tools, left, drop / "other");
+    answer = EnoughSpaceForCopyLvwToSpecificDir(tools, left, drop / "left", drop / "other");
     EXPECT_FALSE(answer.enough);
     EXPECT_EQ(Currency::FromWhole(6), answer.required);
     EXPECT_FALSE(EnoughSpaceForMoveLvwToSpecificDir(tools, left, drop / "left", drop / "other").enough);
@@ -269,6 +269,31 @@ TEST_F(FileOperationsTest, SpaceArithmetic) {
     EXPECT_EQ("Copy: Problems accessing the target drive.", Line(1));
     EXPECT_EQ(MessageIcon::Stop, messages.shown[1].icon);
     EXPECT_TRUE(shell.requests.empty());
+}
+
+// A link takes its own size at the target, below a folder too, whatever its row or the row of the folder
+// shows.
+TEST_F(FileOperationsTest, SpaceIsThatOfLinksThemselves) {
+    drop.Write("big", std::string(5000, 'x'));
+    std::filesystem::create_symlink(drop / "big", drop / "left/orphan link");
+    std::filesystem::create_symlink(drop / "big", drop / "left/Sub/link");
+    const auto own = static_cast<std::int64_t>((drop / "big").size());
+    Seen seenLink;
+    seenLink.size = static_cast<std::uint64_t>(own);
+    lists = {};
+    Pair(Row("orphan link", ResultType::Orphan, 5000), {});
+    lists[Side::Left][0].isLink = true;
+    lists[Side::Left][0].seen = &seenLink;
+    Pair(Row("\\Sub", ResultType::OrphanFolder, 5003), {});
+    volumes.drives[drop / "right"].space = Currency::FromWhole(2 * own + 3);
+    const auto copy = [&] {
+        return EnoughSpaceForCopyLvwToLvw(tools, lists[Side::Left], lists[Side::Right], drop / "left",
+                                          drop / "right");
+    };
+    EXPECT_TRUE(copy().enough);
+    volumes.drives[drop / "right"].space -= Currency::FromWhole(1);
+    EXPECT_FALSE(copy().enough);
+    EXPECT_EQ(Currency::FromWhole(2 * own + 3), copy().required);
 }
 
 TEST_F(FileOperationsTest, DeletesByTheKindOfDrive) {

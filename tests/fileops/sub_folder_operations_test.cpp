@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
+
+#include "support/faulty_system_calls.h"
 #include "support/shell_fixture.h"
 #include "support/test_toolbox.h"
 
@@ -137,6 +140,46 @@ TEST_F(SubFolderOperationsTest, WhatFailedKeepsItsRowAndIsNotCalledComplete) {
     ASSERT_EQ(1U, messages.shown.size());
     EXPECT_EQ("Unable to Delete: No files selected.  Please select some files and try again. ",
               messages.Line(0));
+}
+
+// Of two copies that wait for their names one does not get its own: its row alone stays as it was.
+TEST_F(SubFolderOperationsTest, OnlyTheCopyThatFailedInTheEndKeepsItsRow) {
+    FaultySystemCalls calls;
+    FileSystem files(calls);
+    SystemShellOperations late{
+        {files, volumes, box.clock, box.loop, progress, questions, {drop / "trash", geteuid()}}};
+    ShellWrappers lateWrappers{late, messages};
+    SubFolderOperations lateOperations{tools, lateWrappers, *this};
+    bool editedInBetween = false;
+    calls.before = [&](const FaultySystemCalls::Record& record) {
+        if (record.call != Call::Syncfs || editedInBetween) return;
+        editedInBetween = true;
+        drop.Write("right/orphan", "came up");
+    };
+    const auto copied = lateOperations.CopyFilesToOtherDir(Confirm::Yes, PartOf::Command);
+    ASSERT_TRUE(editedInBetween);
+    EXPECT_EQ(1U, copied.done);
+    EXPECT_TRUE(copied.cancelled);
+    EXPECT_EQ("came up", drop.Read("right/orphan"));
+    EXPECT_EQ("x/newer 3|x/newer 3", State(0));
+    EXPECT_EQ(ResultType::Orphan, lists[Side::Left][1].type);
+    EXPECT_TRUE(lists[Side::Left][1].selected);
+    ASSERT_EQ(2U, messages.shown.size());
+    EXPECT_THAT(messages.Line(1),
+                ::testing::StartsWith("Copy Status: Not copied: \"" + (drop / "right/orphan")));
+}
+
+TEST_F(SubFolderOperationsTest, TimesThatCouldNotBeKeptAreToldAtTheEnd) {
+    FaultySystemCalls calls;
+    calls.FailAll(Call::Futimens, EPERM);
+    FileSystem files(calls);
+    SystemShellOperations shellWithoutTimes{
+        {files, volumes, box.clock, box.loop, progress, questions, {drop / "trash", geteuid()}}};
+    ShellWrappers itsWrappers{shellWithoutTimes, messages};
+    SubFolderOperations itsOperations{tools, itsWrappers, *this};
+    EXPECT_EQ(2U, itsOperations.CopyFilesToOtherDir(Confirm::No, PartOf::Command).timesNotKept);
+    ASSERT_EQ(1U, messages.shown.size());
+    EXPECT_EQ("Times Not Kept: The time of 2 files could not be kept.", messages.Line(0));
 }
 
 }  // namespace
