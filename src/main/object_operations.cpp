@@ -32,7 +32,7 @@ ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& 
       wrappers_(shell_, application.around.messages),
       files_(application.tools, wrappers_, application.busy,
              [&application] { application.AutoCompareStep(application.options.autoCompareAfterFileOp); }),
-      synchronization_(application.tools, wrappers_, application.busy) {
+      synchronization_(application.tools, wrappers_, application.busy, trash) {
     progress_.SetParentWindow(&application.Window());
     questions_.SetParentWindow(&application.Window());
 }
@@ -128,12 +128,21 @@ void ObjectOperations::AutoSync(SyncScope scope) {
         if (!chosen) return;
         scope = *chosen;
     }
-    SyncOrder order{application_.results, syncSettings, {}, options.numSyncLogEntries};
+    SyncOrder order{application_.results,
+                    syncSettings,
+                    {},
+                    options.numSyncLogEntries,
+                    options.showSynchronizeConfirmations};
     if (scope == SyncScope::SelectedObjects) order.selected = SelectedObjects();
-    const auto report =
-        synchronization_.AutoSync(order, options.showSynchronizeConfirmations ? this : nullptr);
+    const auto report = synchronization_.AutoSync(order, *this);
     if (!report) return;
-    if (!report->cancelled && application_.sounds.SoundOn) application_.sounds.PlaySyncCompleteSound();
+    if (const std::string end = DescribeEnd(*report); !end.empty())
+        application_.around.messages.Ask({"Synchronization",
+                                          end,
+                                          report->IsWhole() ? MessageIcon::Information : MessageIcon::Warning,
+                                          MessageButtons::Ok,
+                                          {}});
+    if (report->IsWhole() && application_.sounds.SoundOn) application_.sounds.PlaySyncCompleteSound();
     application_.AutoCompareStep(options.autoCompareAfterSync);
 }
 
@@ -155,6 +164,10 @@ SelectedTexts ObjectOperations::SelectedObjects() const {
         for (const std::size_t row : list.SelectedRows()) texts->emplace(list[row].text);
     }
     return texts;
+}
+
+bool ObjectOperations::MayEmpty(const EmptyingRisk& risk) {
+    return AskMayEmpty(application_.around.messages, risk);
 }
 
 bool ObjectOperations::ShowConfirmSync(const SyncPlan& plan) {

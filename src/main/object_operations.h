@@ -61,6 +61,7 @@ class ObjectOperations : private SyncConfirmation {
     std::optional<SyncScope> ShowSyncWizard(SyncScope scope);
     SelectedTexts SelectedObjects() const;
     bool ShowConfirmSync(const SyncPlan& plan) override;
+    bool MayEmpty(const EmptyingRisk& risk) override;
 
     Application& application_;
     Progress progress_;

@@ -278,6 +278,7 @@ constexpr auto kTable = std::to_array<OptionLine>({
 
     Flag(kExtrasSection, "TrueSizes", "False", &O::trueSizes),
     Flag(kExtrasSection, "TrueSizesOffered", "False", &O::trueSizesOffered),
+    Flag(kExtrasSection, "GoOnAfterFailure", "False", &O::goOnAfterFailure),
 });
 
 }  // namespace

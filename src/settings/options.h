@@ -108,6 +108,7 @@ struct Options : SoundOptions {
     // [Extras]
     bool trueSizes{};         // sizes of 2 GiB and more as they are
     bool trueSizesOffered{};  // the user was asked about that
+    bool goOnAfterFailure{};  // of an object, with the phases of a synchronisation that follow
 };
 
 }  // namespace vantrel

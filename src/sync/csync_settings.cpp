@@ -130,4 +130,8 @@ SyncAction CSyncSettings::ActionFor(Side side, ResultType type) const {
     return SyncAction::Leave;
 }
 
+bool CSyncSettings::GoOnAfterFailure() const {
+    return options_.goOnAfterFailure;
+}
+
 }  // namespace vantrel

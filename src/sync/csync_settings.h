@@ -49,6 +49,8 @@ class CSyncSettings {
     void SetAction(Side side, SyncCell cell, SyncAction action);
     // What the table says for an object of `type` on `side`; Leave for the types that no cell speaks of.
     SyncAction ActionFor(Side side, ResultType type) const;
+    // Whether an object that fails leaves the phases that follow to be carried out.
+    bool GoOnAfterFailure() const;
 
   private:
     Options& options_;

@@ -1,5 +1,6 @@
 #include "sync/sub_folder_synchronization.h"
 
+#include "fileops/told_at_end.h"
 #include "sync/sync_space.h"
 
 namespace vantrel {
@@ -16,11 +17,14 @@ void SubFolderSynchronization::AutoSynch(Confirm confirm, SyncSound sound) {
         PerSide<std::string> folders;
         for (Side side : kBothSides) folders[side] = host_.FolderPath(side);
         const SyncPlan plan = GetListOfFilesAffectedBySync(host_.Lists(), folders, settings_, selected);
+        if (const std::string leftOut = plan.leftOut.Describe(); !leftOut.empty())
+            tools_.messages.Ask({"Synchronization", leftOut, MessageIcon::Warning, MessageButtons::Ok, {}});
         bool proceed = confirm == Confirm::No || host_.ShowConfirmSync(plan);
         if (proceed) {
             tools_.loop.Yield();
             proceed = SpaceSufficesOrUserGoesOn(tools_, plan, "frmSubDirDiffs.EnoughSpaceForSubFolderSync");
-            if (proceed && CarryOut(plan) && sound == SyncSound::Played) host_.PlaySyncCompleteSound();
+            const bool whole = proceed && CarryOut(plan) && plan.leftOut.IsEmpty();
+            if (whole && sound == SyncSound::Played) host_.PlaySyncCompleteSound();
         }
         host_.CopyItemsFromHiddenLVWToVisibleLVW();
         host_.RefreshStatus();
@@ -29,14 +33,21 @@ void SubFolderSynchronization::AutoSynch(Confirm confirm, SyncSound sound) {
 }
 
 bool SubFolderSynchronization::CarryOut(const SyncPlan& plan) {
-    bool cancelled = false;
+    bool cancelled = false, ended = false;
+    std::uint64_t timesNotKept = 0;
     const auto run = [&](Side side, const std::vector<PlannedAction>& actions, auto operation) {
-        if (cancelled || !Select(side, actions)) return;
+        if (ended || (cancelled && !settings_.GoOnAfterFailure()) || !Select(side, actions)) return;
         host_.ActOnHiddenLists(side);
-        cancelled = (operations_.*operation)(Confirm::No, PartOf::Synchronization).cancelled;
+        const SubFolderOperations::Result result =
+            (operations_.*operation)(Confirm::No, PartOf::Synchronization);
+        cancelled = cancelled || result.cancelled;
+        ended = ended || result.ended;
+        timesNotKept += result.timesNotKept;
     };
     for (Side side : kBothSides) run(side, plan.deletes[side], &SubFolderOperations::DeleteFiles);
     for (Side side : kBothSides) run(side, plan.copies[side], &SubFolderOperations::CopyFilesToOtherDir);
+    if (const std::string times = DescribeTimesNotKept(timesNotKept); !times.empty())
+        tools_.messages.Ask({"Synchronization", times, MessageIcon::Information, MessageButtons::Ok, {}});
     return !cancelled;
 }
 

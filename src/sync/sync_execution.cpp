@@ -1,7 +1,9 @@
 #include "sync/sync_execution.h"
 
-#include <unordered_set>
+#include <unordered_map>
 
+#include "fileops/told_at_end.h"
+#include "platform/line_end.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -9,14 +11,14 @@ namespace {
 
 class Execution {
   public:
-    Execution(const SyncPlan& plan, const Toolbox& tools, ShellWrappers& wrappers)
-        : plan_(plan), tools_(tools), wrappers_(wrappers) {}
+    Execution(const SyncPlan& plan, const Toolbox& tools, ShellWrappers& wrappers, AfterFailure afterFailure)
+        : plan_(plan), tools_(tools), wrappers_(wrappers), afterFailure_(afterFailure) {}
 
     SyncReport Run() {
         plan_.ForEach([&](const PlannedAction& action) { report_.actions.push_back({&action, {}, {}}); });
         for (Side side : kBothSides) Phase(plan_.deletes[side], [&](auto& phase) { Recycle(phase); });
         for (Side side : kBothSides) Phase(plan_.copies[side], [&](auto& phase) { Copy(phase); });
-        if (!report_.cancelled) SubFolders();
+        if (MayGoOn()) SubFolders();
         for (const ActionOutcome& action : report_.actions)
             ++(action.outcome == ItemOutcome::Done ? report_.done : report_.notDone);
         return std::move(report_);
@@ -28,14 +30,18 @@ class Execution {
         Outcomes first, last;
     };
 
-    // Takes the outcomes of as many actions as `actions` has, and runs the phase on them unless the run was
-    // aborted.
+    bool MayGoOn() const {
+        return !stopped_ && !rootLost_ && (!report_.cancelled || afterFailure_ == AfterFailure::GoesOn);
+    }
+
+    // Takes the outcomes of as many actions as `actions` has, and runs the phase on them unless the run has
+    // ended.
     template <typename Work>
     void Phase(const std::vector<PlannedAction>& actions, Work work) {
         PhaseSpan span{report_.actions.begin() + static_cast<std::ptrdiff_t>(position_), {}};
         position_ += actions.size();
         span.last = report_.actions.begin() + static_cast<std::ptrdiff_t>(position_);
-        if (!actions.empty() && !report_.cancelled) work(span);
+        if (!actions.empty() && MayGoOn()) work(span);
     }
 
     void TakeOver(const ShellResult& result, const std::vector<Outcomes>& of) {
@@ -43,8 +49,31 @@ class Execution {
             of[i]->outcome = result.items[i].outcome;
             of[i]->error = result.items[i].error;
         }
+        TakeTroubles(result, of);
+        Took(result);
+    }
+
+    void Took(const ShellResult& result) {
         report_.cancelled |= !result.AllDone();
+        report_.timesNotKept += result.timesNotKept;
         rootLost_ |= result.rootLost;
+        stopped_ |= result.cancelled;
+    }
+
+    // A trouble belongs to the action whose object, or target, it is or lies below.
+    void TakeTroubles(const ShellResult& result, const std::vector<Outcomes>& of) {
+        if (result.troubles.empty()) return;
+        std::unordered_map<std::string_view, const PlannedAction*> byPath;
+        for (const Outcomes& at : of) {
+            byPath.emplace(at->action->source, at->action);
+            if (!at->action->target.empty()) byPath.emplace(at->action->target, at->action);
+        }
+        for (const ShellItem& trouble : result.troubles) {
+            const PlannedAction* action = nullptr;
+            for (std::string path = trouble.path; !path.empty() && !action; path = GetParentFolderName(path))
+                if (const auto found = byPath.find(path); found != byPath.end()) action = found->second;
+            report_.troubles.push_back({action, trouble.path, trouble.error});
+        }
     }
 
     // The objects of `actions` with what was seen of them.
@@ -58,7 +87,9 @@ class Execution {
         objects.options.expected.push_back(at->action->expected);
         objects.of.push_back(at);
     }
-    Objects WithoutConfirmation() const { return {{}, {.confirm = false, .roots = plan_.roots}, {}}; }
+    Objects WithoutConfirmation() const {
+        return {{}, {.confirm = false, .passesOverSpecial = true, .roots = plan_.roots}, {}};
+    }
     ShellWrappers::Options Alone(const PlannedAction& action) const {
         return {
             .confirm = false, .targetIsFullPath = true, .expected = {action.expected}, .roots = plan_.roots};
@@ -89,7 +120,7 @@ class Execution {
                 keepingName.of);
         }
         for (const Outcomes& at : renamed) {
-            if (report_.cancelled) return;
+            if (!MayGoOn()) return;
             TakeOver(wrappers_.CopyFiles({at->action->source}, at->action->target, Alone(*at->action)), {at});
         }
     }
@@ -103,13 +134,28 @@ class Execution {
                 report_.cancelled = true;
             position_ = next;
         }
-        // The copies above become safe on the disk here, and count as done only now.
-        if (const Error error = wrappers_.Shell().SyncCopies(); !error.IsOk()) {
-            for (ActionOutcome& at : report_.actions) {
-                if (at.action->folder.empty() || at.action->action != SyncAction::Copy) continue;
-                if (at.outcome == ItemOutcome::Done) Fail(at, error);
+        FinishCopies();
+    }
+
+    // The copies above become safe on the disk here, and get their names; only now they count as done.
+    void FinishCopies() {
+        const ShellOperations::FinishedCopies finished = wrappers_.Shell().FinishCopies();
+        report_.timesNotKept += finished.timesNotKept;
+        if (finished.failed.empty()) return;
+        std::unordered_map<std::string_view, ActionOutcome*> byTarget;
+        for (ActionOutcome& at : report_.actions)
+            if (!at.action->folder.empty() && at.outcome == ItemOutcome::Done)
+                byTarget.emplace(at.action->target, &at);
+        for (const ShellOperations::FailedCopy& failed : finished.failed) {
+            report_.cancelled = true;
+            const auto found = byTarget.find(failed.target);
+            const PlannedAction* action = nullptr;
+            if (found != byTarget.end()) {
+                action = found->second->action;
+                found->second->outcome = ItemOutcome::Failed;
+                found->second->error = failed.error;
             }
-            tools_.reporter.ReportError("modVantrel.SyncSubFolders", error);
+            report_.troubles.push_back({action, failed.target, failed.error, false});
         }
     }
 
@@ -155,15 +201,9 @@ class Execution {
             at.outcome = result.items.front().outcome;
             at.error = result.items.front().error;
         }
-        report_.cancelled |= !result.AllDone();
-        rootLost_ |= result.rootLost;
-        stopped_ |= result.cancelled;
-    }
-
-    void Fail(ActionOutcome& at, const Error& error) {
-        at.outcome = ItemOutcome::Failed;
-        at.error = error;
-        report_.cancelled = true;
+        for (const ShellItem& trouble : result.troubles)
+            report_.troubles.push_back({at.action, trouble.path, trouble.error});
+        Took(result);
     }
 
     // The user's cancel stops the passes, and so does a root that is gone; what is left stays as it is.
@@ -177,6 +217,7 @@ class Execution {
     const SyncPlan& plan_;
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
+    AfterFailure afterFailure_;
     SyncReport report_;
     bool stopped_ = false;      // by the user
     bool rootLost_ = false;     // one of the two folders is not there any more
@@ -185,8 +226,21 @@ class Execution {
 
 }  // namespace
 
-SyncReport CarryOutSync(const SyncPlan& plan, const Toolbox& tools, ShellWrappers& wrappers) {
-    return Execution(plan, tools, wrappers).Run();
+SyncReport CarryOutSync(const SyncPlan& plan, const Toolbox& tools, ShellWrappers& wrappers,
+                        AfterFailure afterFailure) {
+    SyncReport report = Execution(plan, tools, wrappers, afterFailure).Run();
+    report.leftOut = !plan.leftOut.IsEmpty();
+    return report;
+}
+
+std::string DescribeEnd(const SyncReport& report) {
+    std::vector<ShellOperations::FailedCopy> failed;
+    for (const SyncTrouble& trouble : report.troubles)
+        if (!trouble.told) failed.push_back({{}, trouble.path, trouble.error});
+    std::string text = DescribeFailedCopies(failed);
+    const std::string times = DescribeTimesNotKept(report.timesNotKept);
+    if (!text.empty() && !times.empty()) text.append(kLineEnd).append(kLineEnd);
+    return text + times;
 }
 
 }  // namespace vantrel

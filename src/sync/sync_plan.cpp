@@ -1,11 +1,10 @@
 #include "sync/sync_plan.h"
 
-#include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "core/row_texts.h"
 #include "fileops/expectations.h"
-#include "platform/line_end.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -35,12 +34,23 @@ Expectation Expected(Side side, SyncAction otherAction, const Half& own, const H
     return expected;
 }
 
+// What an object takes by itself: a link its own size.
+Currency Room(const Seen* seen, Currency shown) {
+    return seen ? Currency::FromWhole(static_cast<std::int64_t>(seen->size)) : shown;
+}
+
+LinkChange ChangeOfLink(bool isLink, bool otherIsThere, bool otherIsLink) {
+    if (!otherIsThere || isLink == otherIsLink) return LinkChange::None;
+    return isLink ? LinkChange::LinkForFile : LinkChange::FileForLink;
+}
+
 // Puts `planned` where it belongs, if it is something that is done at all. A copy goes over its counterpart,
 // by the name that this one bears; where there is none (`counterpart` is empty) it goes to `newPath`.
 void PlanHalf(PlannedAction planned, const std::string& counterpart, const std::string& newPath,
               std::vector<PlannedAction>& deletes, std::vector<PlannedAction>& copies) {
     if (planned.action == SyncAction::Delete) {
-        planned.replacedSize = {};
+        planned.replacedSize = planned.replacedRoom = {};
+        planned.linkChange = LinkChange::None;
         deletes.push_back(std::move(planned));
     } else if (planned.action == SyncAction::Copy) {
         planned.target = counterpart.empty() ? newPath : counterpart;
@@ -48,39 +58,76 @@ void PlanHalf(PlannedAction planned, const std::string& counterpart, const std::
     }
 }
 
+bool Acts(SyncAction action) {
+    return action == SyncAction::Copy || action == SyncAction::Delete;
+}
+
+// Why nothing is done with the object of a row that the table speaks of.
+std::optional<LeftOutReason> ReasonToLeave(Side side, const ResultRow& row, SyncAction action,
+                                           const TrashFolders& trash) {
+    // What could not be looked into is not known, and what is not known is not deleted.
+    if (row.incomplete && action == SyncAction::Delete) return LeftOutReason::NotWhollyKnown;
+    if (row.holdsOtherFolder) return LeftOutReason::HoldsOtherFolder;
+    if (IsTrash(row) || trash.Is(row)) return LeftOutReason::Trash;
+    if (row.kind == RowKind::Folder && !row.isLink && trash.Touches(side, row.realName))
+        return LeftOutReason::Trash;
+    return std::nullopt;
+}
+
+// Names that a file bears in one folder and a folder in the other. They have a row each, which does not know
+// of the other one: what stands at the target of a copy of either is not what was seen there.
+std::unordered_set<std::string_view> NamesOfTwoKinds(const PerSide<ResultList>& lists) {
+    std::unordered_set<std::string_view> names;
+    for (const Side side : kBothSides) {
+        std::unordered_set<std::string_view> folders;
+        for (const ResultRow& row : lists[side])
+            if (row.kind == RowKind::Folder) folders.insert(row.realName);
+        if (folders.empty()) continue;
+        for (const ResultRow& row : lists[Other(side)])
+            if (row.kind == RowKind::File && folders.contains(row.realName)) names.insert(row.realName);
+    }
+    return names;
+}
+
+PlannedAction PlanOfRow(const PerSide<ResultList>& lists, Side side, std::size_t i, SyncAction action,
+                        const CSyncSettings& settings, const std::string& folder) {
+    const ResultRow &row = lists[side][i], &other = lists[Other(side)][i];
+    const bool isWholeFolder = row.kind == RowKind::Folder && !row.isLink;
+    return {.side = side,
+            .action = action,
+            .type = row.type,
+            .name = std::string(row.text),
+            .source = ObjectPath(folder, row),
+            .number = static_cast<std::uint32_t>(i),
+            .size = row.size,
+            .replacedSize = other.size,
+            .room = isWholeFolder ? row.size : Room(row.seen, row.size),
+            .replacedRoom = Room(other.seen, other.size),
+            .linkChange = ChangeOfLink(row.isLink, other.IsReal(), other.isLink),
+            .expected = Expected(side, settings.ActionFor(Other(side), other.type), row, other),
+            .isWholeFolder = isWholeFolder};
+}
+
 void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, const SelectedTexts& selected,
-              SyncPlan& plan) {
+              const TrashFolders& trash, SyncPlan& plan) {
     const std::size_t count = lists[Side::Left].Count();
+    const std::unordered_set<std::string_view> namesOfTwoKinds = NamesOfTwoKinds(lists);
     for (Side side : kBothSides) {
         const std::string& folder = plan.folders[side];
         const std::string& otherFolder = plan.folders[Other(side)];
         for (std::size_t i = 0; i < count; ++i) {
             const ResultRow& row = lists[side][i];
+            if (row.IsUnknown() && row.reason != UnknownReason::None && IsSelected(selected, row.text))
+                plan.leftOut.Add(side, LeftOutReason::Unknown, ObjectPath(folder, row));
             const SyncAction action = settings.ActionFor(side, row.type);
-            if (action != SyncAction::Copy && action != SyncAction::Delete) continue;
-            if (!row.IsReal() || !IsSelected(selected, row.text)) continue;
-            // What could not be looked into is not known, and what is not known is not deleted.
-            if (row.incomplete && action == SyncAction::Delete) {
-                ++plan.notWhollyKnown[side];
+            if (!Acts(action) || !row.IsReal() || !IsSelected(selected, row.text)) continue;
+            if (const auto reason = ReasonToLeave(side, row, action, trash)) {
+                plan.leftOut.Add(side, *reason, ObjectPath(folder, row));
                 continue;
             }
-            if (row.holdsOtherFolder) {
-                ++plan.spared[side];
-                continue;
-            }
-            if (IsTrash(row)) continue;
             const ResultRow& other = lists[Other(side)][i];
-            PlannedAction planned{
-                .side = side,
-                .action = action,
-                .type = row.type,
-                .name = std::string(row.text),
-                .source = ObjectPath(folder, row),
-                .number = static_cast<std::uint32_t>(i),
-                .size = row.size,
-                .replacedSize = other.size,
-                .expected = Expected(side, settings.ActionFor(Other(side), other.type), row, other),
-                .isWholeFolder = row.kind == RowKind::Folder && !row.isLink};
+            PlannedAction planned = PlanOfRow(lists, side, i, action, settings, folder);
+            if (namesOfTwoKinds.contains(row.realName)) planned.expected.target = {};
             PlanHalf(std::move(planned), other.IsReal() ? ObjectPath(otherFolder, other) : std::string(),
                      JoinPath(otherFolder, row.realName), plan.deletes[side], plan.copies[side]);
         }
@@ -111,60 +158,95 @@ Currency Shown(Currency size) {
     return size > Currency() ? size : Currency();
 }
 
-// What lies behind a link belongs to neither folder, and what is done to one of the two folders is never done
-// to the other with it.
-bool IsSpared(SyncAction action, const SubFolderRecord& record, const SubFolderRecord& other) {
-    if (action != SyncAction::Delete && action != SyncAction::Copy) return false;
-    if (record.elsewhere != Elsewhere::No) return true;
-    return action == SyncAction::Copy && other.elsewhere != Elsewhere::No;
+// A pair of sub-folders: where it is, and its names there.
+struct SubFolderPair {
+    const CSubFolderDiffs& diffs;
+    PerSide<std::string> roots;  // full paths with "/" at the end
+    PerSide<std::string> names;  // real ones
+};
+
+// Why nothing is done with a record that the table speaks of: what lies behind a link belongs to neither
+// folder, and what is done to one of the two folders is never done to the other with it.
+std::optional<LeftOutReason> ReasonToLeave(Side side, const SubFolderPair& pair, std::size_t i,
+                                           SyncAction action, const TrashFolders& trash) {
+    const SubFolderRecord& record = pair.diffs.Records(side)[i];
+    const SubFolderRecord& other = pair.diffs.Records(Other(side))[i];
+    if (record.elsewhere != Elsewhere::No) return LeftOutReason::Elsewhere;
+    if (action == SyncAction::Copy && other.elsewhere != Elsewhere::No) return LeftOutReason::Elsewhere;
+    for (const Side half : kBothSides) {
+        if (trash.below[half].empty()) continue;
+        const SubFolderRecord& named = half == side || other.IsBlank() ? record : other;
+        if (trash.Touches(half, JoinPath(pair.names[half], named.realName))) return LeftOutReason::Trash;
+    }
+    return std::nullopt;
 }
 
-SyncPlan::SubFolder PlanSubFolder(const CSubFolderDiffs& diffs, const PerSide<std::string>& roots,
-                                  const CSyncSettings& settings, PerSide<std::size_t>& spared) {
-    SyncPlan::SubFolder plan{diffs.Name(), {}, {}};
-    for (Side side : kBothSides) {
-        const auto& records = diffs.Records(side);
-        const auto& otherRecords = diffs.Records(Other(side));
-        for (std::size_t i = 0; i < records.size(); ++i) {
-            const SubFolderRecord& record = records[i];
-            if (record.IsBlank() || record.unknown) continue;
-            const SubFolderRecord& other = otherRecords[i];
-            if (IsSpared(settings.ActionFor(side, record.type), record, other)) {
-                ++spared[side];
+// What is known neither of the sub-folder nor of what is in it.
+void LeaveUnknown(const SubFolderPair& pair, LeftOut& leftOut) {
+    for (const UnknownPlace& place : pair.diffs.UnknownPlaces())
+        leftOut.Add(place.side, LeftOutReason::Unknown, JoinPath(pair.roots[place.side], place.path));
+    for (const Side side : kBothSides) {
+        for (const SubFolderRecord& record : pair.diffs.Records(side)) {
+            // Where the system would not tell, the place is among those above.
+            if (!record.unknown || record.reason == UnknownReason::None ||
+                record.reason == UnknownReason::NotTold)
                 continue;
-            }
-            PlannedAction planned{
-                .side = side,
-                .action = settings.ActionFor(side, record.type),
-                .type = record.type,
-                .name = std::string(record.name),
-                .folder = diffs.Name(),
-                .source = roots[side] + std::string(record.realName),
-                .number = static_cast<std::uint32_t>(i),
-                .size = Shown(record.size),
-                .replacedSize = Shown(other.size),
-                .expected = Expected(side, settings.ActionFor(Other(side), other.type), record, other)};
-            PlanHalf(std::move(planned),
-                     other.IsBlank() ? std::string() : roots[Other(side)] + std::string(other.realName),
-                     roots[Other(side)] + std::string(record.realName), plan.deletes[side],
-                     plan.copies[side]);
+            leftOut.Add(side, LeftOutReason::Unknown, pair.roots[side] + std::string(record.realName));
         }
     }
+}
+
+PlannedAction PlanOfRecord(const SubFolderPair& pair, Side side, std::size_t i, SyncAction action,
+                           const CSyncSettings& settings) {
+    const SubFolderRecord& record = pair.diffs.Records(side)[i];
+    const SubFolderRecord& other = pair.diffs.Records(Other(side))[i];
+    const auto seen = [](const SubFolderRecord& of) { return of.seen ? &*of.seen : nullptr; };
+    return {.side = side,
+            .action = action,
+            .type = record.type,
+            .name = std::string(record.name),
+            .folder = pair.diffs.Name(),
+            .source = pair.roots[side] + std::string(record.realName),
+            .number = static_cast<std::uint32_t>(i),
+            .size = Shown(record.size),
+            .replacedSize = Shown(other.size),
+            .room = Room(seen(record), Shown(record.size)),
+            .replacedRoom = Room(seen(other), Shown(other.size)),
+            .linkChange = ChangeOfLink(record.isLink, !other.IsBlank(), other.isLink),
+            .expected = Expected(side, settings.ActionFor(Other(side), other.type), record, other)};
+}
+
+SyncPlan::SubFolder PlanSubFolder(const SubFolderPair& pair, const CSyncSettings& settings,
+                                  const TrashFolders& trash, LeftOut& leftOut) {
+    SyncPlan::SubFolder plan{pair.diffs.Name(), {}, {}};
+    for (Side side : kBothSides) {
+        const auto& records = pair.diffs.Records(side);
+        const std::string& otherRoot = pair.roots[Other(side)];
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            const SubFolderRecord& record = records[i];
+            const SyncAction action = settings.ActionFor(side, record.type);
+            if (record.IsBlank() || record.unknown || !Acts(action)) continue;
+            if (const auto reason = ReasonToLeave(side, pair, i, action, trash)) {
+                leftOut.Add(side, *reason, pair.roots[side] + std::string(record.realName));
+                continue;
+            }
+            const SubFolderRecord& other = pair.diffs.Records(Other(side))[i];
+            PlanHalf(PlanOfRecord(pair, side, i, action, settings),
+                     other.IsBlank() ? std::string() : otherRoot + std::string(other.realName),
+                     otherRoot + std::string(record.realName), plan.deletes[side], plan.copies[side]);
+        }
+    }
+    LeaveUnknown(pair, leftOut);
     return plan;
 }
 
 Currency NetSize(const std::vector<PlannedAction>& copies) {
     Currency sum;
-    for (const PlannedAction& action : copies) sum += action.size - action.replacedSize;
+    for (const PlannedAction& action : copies) sum += action.room - action.replacedRoom;
     return sum;
 }
 
 }  // namespace
-
-bool SyncPlan::LeavesOut() const {
-    return std::ranges::any_of(kBothSides,
-                               [&](Side side) { return spared[side] != 0 || notWhollyKnown[side] != 0; });
-}
 
 bool SyncPlan::IsEmpty() const {
     bool empty = true;
@@ -186,16 +268,27 @@ void SyncPlan::ForEach(const std::function<void(const PlannedAction&)>& visit) c
 }
 
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
-                                      const SelectedTexts& selected) {
-    SyncPlan plan = GetListOfFilesAffectedBySync(results.hold, results.folders, settings, selected);
+                                      const SelectedTexts& selected, const TrashFolders& trash) {
+    SyncPlan plan;
+    plan.folders = results.folders;
     plan.roots = RootsOf(results);
+    plan.specialObjects = results.specialObjects;
+    plan.objects = results.objects;
+    PlanRows(results.hold, settings, selected, trash, plan);
     const FolderRows rows = DifferentFolderRows(results.hold);
     for (const CSubFolderDiffs& diffs : results.SubFolderDiffs) {
         const auto row = rows.find(diffs.Name());
         if (row == rows.end() || !IsSelected(selected, diffs.Name())) continue;
-        if (IsTrash(results.hold[Side::Left][row->second])) continue;
-        const PerSide<std::string> roots = SubFolderRoots(results, row->second);
-        plan.subFolders.push_back(PlanSubFolder(diffs, roots, settings, plan.spared));
+        SubFolderPair pair{diffs, SubFolderRoots(results, row->second), {}};
+        bool isTrash = false;
+        for (const Side side : kBothSides) {
+            const ResultRow& half = results.hold[side][row->second];
+            pair.names[side] = half.realName;
+            if (!IsTrash(half) && !trash.Is(half)) continue;
+            plan.leftOut.Add(side, LeftOutReason::Trash, ObjectPath(results.folders[side], half));
+            isTrash = true;
+        }
+        if (!isTrash) plan.subFolders.push_back(PlanSubFolder(pair, settings, trash, plan.leftOut));
     }
     return plan;
 }
@@ -204,44 +297,16 @@ SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const Pe
                                       const CSyncSettings& settings, const SelectedTexts& selected) {
     SyncPlan plan;
     plan.folders = folders;
-    PlanRows(lists, settings, selected, plan);
+    PlanRows(lists, settings, selected, {}, plan);
     return plan;
-}
-
-void LookAtWholeFolders(const FileSystem& files, SyncPlan& plan) {
-    for (const Side side : kBothSides) {
-        std::erase_if(plan.deletes[side], [&](PlannedAction& action) {
-            if (!action.isWholeFolder) return false;
-            if (LookBelow(files, action.source, action.expected.below).IsOk()) return false;
-            ++plan.notWhollyKnown[side];
-            return true;
-        });
-    }
-}
-
-std::string DescribeSpared(const SyncPlan& plan) {
-    std::string text;
-    const auto tell = [&](Side side, std::size_t count, const char* what, const char* why) {
-        if (count == 0) return;
-        if (!text.empty()) text += kLineEnd;
-        text += "Left alone: " + std::to_string(count) + what + (side == Side::Left ? "left" : "right") + why;
-    };
-    for (const Side side : kBothSides) {
-        tell(side, plan.spared[side], " object(s) of the ",
-             " folder.  They, or what they would replace, lie behind a link to a folder, or belong to both "
-             "folders.");
-        tell(side, plan.notWhollyKnown[side], " folder(s) of the ",
-             " folder.  They could not be looked into wholly, and what is not known is not deleted.");
-    }
-    return text;
 }
 
 SyncSpaceNeed SpaceNeededBySync(const SyncPlan& plan) {
     SyncSpaceNeed need;
     for (Side side : kBothSides) {
         for (const PlannedAction& action : plan.copies[side]) {
-            need.outgoing[side] += action.size;
-            need.replaced[side] += action.replacedSize;
+            need.outgoing[side] += action.room;
+            need.replaced[side] += action.replacedRoom;
         }
         // Of the sub-folders only the last one counts: the check is no more than a warning.
         if (!plan.subFolders.empty()) need.outgoing[side] += NetSize(plan.subFolders.back().copies[side]);

@@ -12,8 +12,21 @@
 #include "core/result_row.h"
 #include "shell/shell_operations.h"
 #include "sync/csync_settings.h"
+#include "sync/left_out.h"
+#include "sync/trash_folders.h"
 
 namespace vantrel {
+
+// Whether a copy changes what the object at its target is.
+enum class LinkChange : std::uint8_t { None, LinkForFile, FileForLink };
+
+// What lies in a folder, not through links.
+struct FolderContents {
+    std::uint64_t objects = 0;
+    std::uint64_t filteredOut = 0;     // of these, left out by the filters of the comparison
+    std::uint64_t specialObjects = 0;  // of these, FIFOs, sockets and devices
+    Currency bytes;                    // of files and of links themselves
+};
 
 // One thing that a synchronisation does: it copies an object from `side` to the other, or deletes it from
 // `side`.
@@ -21,15 +34,18 @@ struct PlannedAction {
     Side side = Side::Left;
     SyncAction action = SyncAction::Leave;  // Copy or Delete
     ResultType type = ResultType::None;
-    std::string name{};          // as shown: the row's text, or the path below the sub-folder
-    std::string folder{};        // sub-folder, as its row shows it; empty for a row of the panes
-    std::string source{};        // full path of the object on `side`
-    std::string target{};        // Copy: the full path that it gets on the other side
-    std::uint32_t number = 0;    // of its row, or of its record in the sub-folder, from 0
-    Currency size{};             // of the object, as shown
-    Currency replacedSize{};     // Copy: of what stands at the target, 0 where nothing does
+    std::string name{};               // as shown: the row's text, or the path below the sub-folder
+    std::string folder{};             // sub-folder, as its row shows it; empty for a row of the panes
+    std::string source{};             // full path of the object on `side`
+    std::string target{};             // Copy: the full path that it gets on the other side
+    std::uint32_t number = 0;         // of its row, or of its record in the sub-folder, from 0
+    Currency size{};                  // of the object, as shown
+    Currency replacedSize{};          // Copy: of what stands at the target, 0 where nothing does
+    Currency room{}, replacedRoom{};  // the same as they are on the disk, of links themselves
+    LinkChange linkChange = LinkChange::None;
     Expectation expected{};      // what the two were when they were compared
     bool isWholeFolder = false;  // a folder that goes with everything in it
+    FolderContents contents{};   // of a whole folder, once it was looked into
 };
 
 // What a synchronisation will do, as plain data, made from the rows of the last comparison and the action
@@ -51,15 +67,12 @@ struct SyncPlan {
     // Every differing sub-folder that the run takes in, also one in which nothing is to be done.
     std::vector<SubFolder> subFolders;
 
-    // How many of the table's actions are left out because they would reach too far: what lies behind a link
-    // to a folder is neither deleted nor copied nor copied over, and no more is what is or holds the other of
-    // the two folders.
-    PerSide<std::size_t> spared;
+    // What the table speaks of and nothing is done with.
+    LeftOut leftOut;
 
-    // How many folders are left out because a part of what is in them is not known.
-    PerSide<std::size_t> notWhollyKnown;
+    std::size_t specialObjects = 0;  // without a counterpart, passed over; no trouble
+    PerSide<std::uint64_t> objects;  // that the comparison found on each side, at any depth
 
-    bool LeavesOut() const;  // anything of the two above
     bool IsEmpty() const;
     // All actions in the order of execution: deletes left, deletes right, copies left, copies right, then the
     // same four passes for each sub-folder.
@@ -71,16 +84,19 @@ using SelectedTexts = std::optional<std::unordered_set<std::string>>;
 
 // The plan for `results` under `settings`. Nothing is asked of the disk. Only Copy and Delete cells act. What
 // the comparison does not know (a folder that could not be listed) is in no record, so it is in no plan.
-// Neither is the trash of a volume.
+// Neither is a trash folder, by its name in the top folder of a volume or by what `trash` says.
 SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CSyncSettings& settings,
-                                      const SelectedTexts& selected);
+                                      const SelectedTexts& selected, const TrashFolders& trash = {});
 
-// Notes what lies below the folders that are to be deleted whole, so that only what is there now is deleted.
-// Those that cannot be looked at wholly leave the plan. Asked before the plan is shown.
-void LookAtWholeFolders(const FileSystem& files, SyncPlan& plan);
+// Looks into the folders that are to go whole: what lies in those that are to be deleted is noted, so that
+// only what is there now is deleted, and counted in all of them. Those that are to be deleted and cannot be
+// looked into wholly leave the plan. Asked before the plan is shown; yields.
+void LookAtWholeFolders(const Toolbox& tools, const ScanOptions& filters, SyncPlan& plan);
 
-// What is told of what is left out, a line for each side; empty where there is nothing to tell.
-std::string DescribeSpared(const SyncPlan& plan);
+// What a user is told with the plan, beside its actions and what is left out, a line each: objects that were
+// passed over, objects that go although the filters leave them out, links in the place of files. May be
+// empty.
+std::string DescribeNotes(const SyncPlan& plan);
 
 // The same for any aligned pair of lists, such as those of the window of sub-folder differences. There are no
 // sub-folders in it.

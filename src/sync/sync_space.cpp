@@ -1,20 +1,28 @@
 #include "sync/sync_space.h"
 
+#include "fileops/space_check.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
 
 bool SpaceSufficesOrUserGoesOn(const Toolbox& tools, const SyncPlan& plan, std::string_view routineName) {
+    constexpr const char* kTitle = "Synchronization";
     SyncSpaceAnswer answer;
-    tools.reporter.Guard(routineName, [&] {
-        PerSide<std::string> drives;
-        PerSide<Currency> available;
-        for (Side side : kBothSides) {
-            drives[side] = tools.volumes.GetDriveName(plan.folders[side]);
-            available[side] = tools.volumes.GetAvailableDriveSpace(drives[side]);
-        }
-        answer = EnoughSpaceForSync(SpaceNeededBySync(plan), drives, available);
-    });
+    const SpaceAnswer drive =
+        DecideOnSpace(tools, routineName, kTitle, std::string(kTargetTrouble), [&](SpaceAnswer&) {
+            PerSide<std::string> drives;
+            PerSide<Currency> available;
+            for (Side side : kBothSides) {
+                drives[side] = tools.volumes.GetDriveName(plan.folders[side]);
+                // A drive that cannot be told stops nothing; one that is gone does.
+                if (!drives[side].empty() && !tools.volumes.IsReady(drives[side]))
+                    throw ErrorException(
+                        Error(ErrorNumber::PathNotFound, "Path not found \"" + plan.folders[side] + "\""));
+                available[side] = tools.volumes.GetAvailableDriveSpace(drives[side]);
+            }
+            answer = EnoughSpaceForSync(SpaceNeededBySync(plan), drives, available);
+        });
+    if (!drive.enough) return false;
     if (answer.enough) return true;
     const std::string text =
         "There may not be enough space available on drive " + answer.drive +

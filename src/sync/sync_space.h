@@ -8,7 +8,8 @@
 namespace vantrel {
 
 // Whether the drives of both folders have room for the plan; where one has not, whether the user goes on all
-// the same. Errors are reported under `routineName` and stop nothing.
+// the same. A drive that is gone is told, and is a no; a permission denied stops nothing. Other errors are
+// reported under `routineName` and stop nothing.
 bool SpaceSufficesOrUserGoesOn(const Toolbox& tools, const SyncPlan& plan, std::string_view routineName);
 
 }  // namespace vantrel

@@ -112,6 +112,7 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
         {"--settings", {""}, "FILE"},
         {"--format", {"xml", "JSON"}, "text|json"},
         {"--select", {""}, "NAME"},
+        {"--max-delete", {"", "all", "-1", "101%", "1.5"}, "N|P%"},
         {"--program-folder", {""}, "DIR"},
     };
     // Any text is a list of patterns; a method's name is looked up when the settings file has been read.

@@ -204,6 +204,14 @@ TEST_F(SyncCommandTest, SelectTakesRowsByTheirShownNames) {
     EXPECT_EQ(folders.out, plan({"--select", "R/"}).out);
     EXPECT_EQ(4U, Objects(plan({"--select", "\\Sub"}).out).size());
 
+    // Of names that differ in letter case each can be chosen; where neither is written, neither is meant.
+    for (const auto* name : {"twin", "Twin"}) folder.Write(std::string("left/") + name, "t", 1'600'000'000);
+    for (const auto* name : {"twin", "Twin"})
+        EXPECT_EQ(Line("left", "Copy", name, 1), plan({"--select", name}).out);
+    EXPECT_EQ(2U, Objects(plan({"--select", "twin", "--select", "Twin"}).out).size());
+    EXPECT_THAT(plan({"--select", "TWIN"}).err, HasSubstr("'TWIN' is more than one object"));
+    EXPECT_EQ(Line("left", "Copy", "new", 13), plan({"--select", "NEW"}).out);
+
     const ProgramRun unknown =
         Sync({"--yes", "--sync-method", "MakeRightSameAsLeft", "--select", "new", "--select", "Sub"});
     EXPECT_EQ(2, unknown.status);
@@ -310,10 +318,87 @@ TEST_F(SyncCommandTest, WhatFailsIsToldAndNotListedAsDone) {
     const ProgramRun run = Sync({"--yes", "--format=json", "--sync-method", "AddOrphansToRight"});
     EXPECT_EQ(1, run.status);
     EXPECT_EQ(Line("left", "Copy", "a", 1), run.out);
-    EXPECT_THAT(run.err, HasSubstr("failed: left Copy 'x': "));
-    EXPECT_THAT(run.err, HasSubstr("not done: left Copy '\\Sub/file': something before it failed"));
+    EXPECT_EQ("vantrel-cli: failed: left Copy '" + (folder / "left/x") + "': The folder \"" +
+                  (folder / "right/x") + "\" is in the way\nvantrel-cli: not done: left Copy '" +
+                  (folder / "left/Sub/file") + "': something before it failed\n",
+              run.err);
     EXPECT_TRUE(folder.Exists("right/a"));
     EXPECT_FALSE(folder.Exists("right/Sub/file"));
+
+    const ProgramRun goesOn =
+        Sync({"--yes", "--keep-going", "--format=json", "--sync-method", "AddOrphansToRight"});
+    EXPECT_EQ(1, goesOn.status);
+    EXPECT_EQ(Line("left", "Copy", "file", 1, "\\\\Sub"), goesOn.out);
+    EXPECT_THAT(History().out, HasSubstr("Cancelled"));
+    EXPECT_THAT(History().out, ::testing::Not(HasSubstr("Completed")));
+    EXPECT_TRUE(folder.Exists("right/Sub/file"));
+}
+
+// What fails deep in a folder that goes whole is told once, with its own path and the system's reason.
+TEST_F(SyncCommandTest, WhatFailsDeepInAFolderIsToldOnce) {
+    folder.Write("left/whole/a", "1", 1'600'000'000);
+    folder.Write("left/whole/closed", "2", 1'600'000'000);
+    ASSERT_EQ(0, chmod((folder / "left/whole/closed").c_str(), 0));
+    testing::AsPlainUser(folder, [this] {
+        const ProgramRun run = Sync({"--yes", "--sync-method", "AddOrphansToRight"});
+        EXPECT_EQ(1, run.status);
+        const std::string path = folder / "left/whole/closed";
+        EXPECT_EQ("vantrel-cli: failed: left Copy '" + path + "': Permission denied \"" + path + "\"\n",
+                  run.err);
+    });
+    EXPECT_TRUE(folder.Exists("right/whole/a"));
+}
+
+// A drive that is not mounted looks like an empty folder.
+TEST_F(SyncCommandTest, ARunThatWouldEmptyAFolderIsRefused) {
+    for (int i = 0; i < 25; ++i) folder.Write("right/in/" + std::to_string(i), "x");
+    const Tree before = Read("right");
+    const std::string method = "--sync-method=MakeRightSameAsLeft";
+    const ProgramRun run = Sync({"--yes", method});
+    EXPECT_EQ(2, run.status);
+    EXPECT_EQ("", run.out);
+    EXPECT_THAT(run.err, HasSubstr("refused: nothing was done"));
+    EXPECT_THAT(run.err, HasSubstr("Nothing was found in the left folder \"" + (folder / "left/")));
+    EXPECT_THAT(run.err, HasSubstr("would delete 26 objects of 26 in the right folder"));
+    EXPECT_THAT(run.err, HasSubstr("--allow-emptied"));
+    const ProgramRun plan = Sync({"--plan", "--format=json", method});
+    EXPECT_EQ(1, plan.status);
+    EXPECT_EQ(Line("right", "Delete", "\\\\in", 25), plan.out);
+    EXPECT_THAT(plan.err, HasSubstr("refused: a run would end here"));
+
+    // One permit is not the other.
+    const ProgramRun half = Sync({"--yes", "--allow-emptied", method});
+    EXPECT_EQ(2, half.status);
+    EXPECT_THAT(half.err, HasSubstr("--max-delete"));
+    EXPECT_EQ(2, Sync({"--yes", "--max-delete", "26", method}).status);
+    EXPECT_EQ(2, Sync({"--yes", "--allow-emptied", "--max-delete=25", method}).status);
+    EXPECT_EQ(2, Sync({"--yes", "--allow-emptied", "--max-delete", "all", method}).status);
+    EXPECT_EQ(before, Read("right"));
+    EXPECT_FALSE(folder.Exists("program/SyncHist.Log"));
+    EXPECT_EQ(0, Sync({"--plan", "--allow-emptied", "--max-delete=26", method}).status);
+    EXPECT_EQ(0, Sync({"--yes", "--allow-emptied", "--max-delete=100%", method}).status);
+    EXPECT_FALSE(folder.Exists("right/in"));
+}
+
+TEST_F(SyncCommandTest, APlanTellsWhatItsActionsDoNot) {
+    folder.Write("left/file", "newer", 1'600'000'100);
+    folder.Write("right/file", "old", 1'600'000'000);
+    fs::rename(folder / "left/file", folder / "elsewhere");
+    fs::create_symlink(folder / "elsewhere", folder / "left/file");
+    folder.Write("left/New/a.tmp", "1", 1'600'000'000);
+    ASSERT_EQ(0, mkfifo((folder / "left/fifo").c_str(), 0600));
+    const std::vector<std::string> options{"--plan", "--exclude=*.tmp", "--sync-method=MakeRightSameAsLeft"};
+    const ProgramRun plan = Sync(options);
+    EXPECT_EQ(0, plan.status);
+    EXPECT_THAT(plan.out, HasSubstr("file  (a link in a file's place)\n"));
+    EXPECT_EQ(
+        "vantrel-cli: 1 special object passed over.\n"
+        "  1 object that the filters leave out will be copied with the folders they lie in.\n"
+        "  A link is put in a file's place by 1 copy action.\n",
+        plan.err);
+    std::vector<std::string> asJson = options;
+    asJson.emplace_back("--format=json");
+    EXPECT_EQ("FileByLink", Text(Objects(Sync(asJson).out).front(), "replaces"));
 }
 
 // Its input and standard error are a terminal at which `typed` was typed.
@@ -398,9 +483,11 @@ TEST_F(SyncCommandTest, WhatCannotBeReadIsLeftAloneAndTold) {
     testing::AsPlainUser(folder, [this] {
         const ProgramRun run = Sync({"--yes", "--sync-method", "MakeRightSameAsLeft"});
         EXPECT_EQ(1, run.status);
-        EXPECT_THAT(run.err, HasSubstr("left '\\sub/closed' could not be looked into"));
+        const std::string path = folder / "left/sub/closed";
+        EXPECT_THAT(run.err, HasSubstr("Left alone: 1 object(s) of the left folder"));
+        EXPECT_THAT(run.err, HasSubstr("\n    " + path + "\n"));
         // The details are shown, and those of an earlier run are not shown again.
-        const std::string place = "Folder: " + (folder / "left/sub/closed") + "\n";
+        const std::string place = "Folder: " + path + "\n";
         const ProgramRun again = Sync({"--yes", "--sync-method", "MakeRightSameAsLeft"});
         for (const ProgramRun& each : {run, again}) {
             const std::size_t at = each.err.find(place);

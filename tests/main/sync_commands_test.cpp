@@ -1,5 +1,6 @@
 // Synchronising from the main window: the runs, the method menu and the history.
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <QAction>
 #include <QApplication>
@@ -8,6 +9,7 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTreeWidget>
+#include <filesystem>
 
 #include "modal_support.h"
 #include "program_support.h"
@@ -115,6 +117,43 @@ TEST_F(SyncCommandsTest, TheSoundComesBeforeTheRefreshAndOnlyWhereAllWasDone) {
     EXPECT_THAT(program.sound.played, IsEmpty());
     EXPECT_EQ(Read("right/clash/inner"), "in a folder");
     EXPECT_THAT(program.folder.Read("SyncHist.Log"), HasSubstr("Cancelled"));
+}
+
+// What is left out is told once, and the run is no success and not heard as one.
+TEST_F(SyncCommandsTest, ARunThatLeavesSomethingOutIsToldAndSilent) {
+    Options& options = program.Get().options;
+    options.promptForSyncMethod = options.showSynchronizeConfirmations = false;
+    program.workspace.Write("right/pipe", "a file");
+    ASSERT_EQ(0, mkfifo((program.workspace / "left/pipe").c_str(), 0600));
+    Run("mnuFileCompareDirectories");
+    program.sound.played.clear();
+    program.messages.shown.clear();
+    Run("mnuFileAutoSynch");
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_THAT(program.messages.Line(0), HasSubstr("Left alone: 1 object(s) of the left folder"));
+    EXPECT_THAT(program.sound.played, IsEmpty());
+    EXPECT_EQ(Read("right/alone.txt"), "left");
+    EXPECT_EQ(Read("right/pipe"), "a file");
+    EXPECT_THAT(program.folder.Read("SyncHist.Log"), HasSubstr("Cancelled"));
+}
+
+TEST_F(SyncCommandsTest, AFolderIsNotEmptiedWithoutAYes) {
+    Options& options = program.Get().options;
+    options.promptForSyncMethod = options.showSynchronizeConfirmations = false;
+    std::filesystem::remove_all(program.workspace / "left");
+    program.workspace.MakeFolder("left");
+    Run("mnuFileCompareDirectories");
+    Run("mnuOptionsSyncMakeRightSameAsLeft");
+    program.messages.shown.clear();
+    Run("mnuFileAutoSynch");
+    ASSERT_EQ(program.messages.shown.size(), 1U);
+    EXPECT_THAT(program.messages.Line(0), HasSubstr("Nothing was found in the left folder"));
+    EXPECT_EQ(program.messages.shown[0].defaultAnswer, MessageAnswer::No);
+    EXPECT_TRUE(program.workspace.Exists("right/newer.txt"));
+    EXPECT_FALSE(program.folder.Exists("SyncHist.Log"));
+    program.messages.answers = {MessageAnswer::Yes};
+    Run("mnuFileAutoSynch");
+    EXPECT_FALSE(program.workspace.Exists("right/newer.txt"));
 }
 
 TEST_F(SyncCommandsTest, DecliningLeavesEverything) {

@@ -207,8 +207,9 @@ TEST(SyncPlan, NothingIsDoneBehindLinksOrToWhatIsUnknown) {
             const std::string path = linked == Side::Left ? "/r/sub/p" : "/l/sub/p";
             if (action == SyncAction::Delete) expected = {"delete " + path, "delete " + path};
             EXPECT_EQ(expected, Words(plan));
-            EXPECT_EQ(2U, plan.spared[linked]);
-            EXPECT_EQ(action == SyncAction::Copy ? 2U : 0U, plan.spared[Other(linked)]);
+            EXPECT_EQ(2U, plan.leftOut.Count(linked, LeftOutReason::Elsewhere));
+            EXPECT_EQ(action == SyncAction::Copy ? 2U : 0U,
+                      plan.leftOut.Count(Other(linked), LeftOutReason::Elsewhere));
         }
     }
 }

@@ -43,7 +43,7 @@ SyncWorld::SyncWorld(SystemCalls* calls)
              questions,
              {tools.folder / "Trash", 0}}),
       wrappers(shell, tools.messages),
-      sync(tools.Get(), wrappers, busy) {
+      sync(tools.Get(), wrappers, busy, {tools.folder / "Trash", 0}) {
     tools.folder.MakeFolder("left");
     tools.folder.MakeFolder("right");
 }

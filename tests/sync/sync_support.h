@@ -57,9 +57,11 @@ class SyncWorld : public SyncConfirmation {
 
     std::string Folder(Side side) const { return tools.folder / (side == Side::Left ? "left/" : "right/"); }
     void Compare();
-    SyncOrder Order() const { return {results, settings, selected, 20}; }
+    SyncOrder Order() const { return {results, settings, selected, 20, false, permits}; }
     std::optional<SyncReport> AutoSync(Confirm confirm = Confirm::No) {
-        return sync.AutoSync(Order(), confirm == Confirm::Yes ? this : nullptr);
+        SyncOrder order = Order();
+        order.confirm = confirm == Confirm::Yes;
+        return sync.AutoSync(order, *this);
     }
     std::string TrashFiles() const { return tools.folder / "Trash/files/"; }
 
@@ -67,6 +69,11 @@ class SyncWorld : public SyncConfirmation {
         ++asked;
         if (whileAsked) whileAsked();
         return proceed;
+    }
+
+    bool MayEmpty(const EmptyingRisk& risk) override {
+        risks.push_back(risk);
+        return mayEmpty;
     }
 
     TestToolbox tools;
@@ -87,6 +94,9 @@ class SyncWorld : public SyncConfirmation {
     SelectedTexts selected;
     bool proceed = true;  // the answer to the confirmation
     int asked = 0;
+    EmptyingPermits permits;
+    std::vector<EmptyingRisk> risks;  // that were asked about
+    bool mayEmpty = true;             // the answer to that
     std::function<void()> whileAsked;
 
   private:

@@ -52,12 +52,6 @@ OverwriteAnswer ConsoleShellQuestions::AskOverwrite(const Overwrite& question) {
     return OverwriteAnswer::No;
 }
 
-ErrorAnswer ConsoleShellQuestions::AskAboutError(const Trouble& trouble) {
-    if (!reported_.contains(trouble.path))
-        messages_.Say("'" + trouble.path + "': " + trouble.error.Description());
-    return ErrorAnswer::Skip;
-}
-
 bool CanAskOnTerminal() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0;
 }

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 #include "console_ports.h"
 #include "shell/shell_operations.h"
@@ -29,20 +28,17 @@ class ConsoleShellProgress : public ShellProgress {
     bool countsBytes_ = false;
 };
 
-// Nobody is asked in the middle: what fails is told and passed over, and nothing is overwritten.
+// Nobody is asked in the middle: what fails is passed over, and told at the end by whoever runs the
+// operation; nothing is overwritten.
 class ConsoleShellQuestions : public ShellQuestions {
   public:
     explicit ConsoleShellQuestions(ConsoleMessages& messages) : messages_(messages) {}
 
-    // What fails at one of these full paths is not told here: whoever gave them tells it at the end.
-    void LeaveToReport(std::unordered_set<std::string> paths) { reported_ = std::move(paths); }
-
     OverwriteAnswer AskOverwrite(const Overwrite& question) override;
-    ErrorAnswer AskAboutError(const Trouble& trouble) override;
+    ErrorAnswer AskAboutError(const Trouble&) override { return ErrorAnswer::Skip; }
 
   private:
     ConsoleMessages& messages_;
-    std::unordered_set<std::string> reported_;
 };
 
 // Whether somebody sees a question and can answer it.

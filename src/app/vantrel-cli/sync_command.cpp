@@ -1,7 +1,6 @@
 #include <cstdio>
 #include <optional>
 #include <stdexcept>
-#include <unordered_set>
 
 #include "commands.h"
 #include "console_host.h"
@@ -10,6 +9,7 @@
 #include "exit_status.h"
 #include "platform/files/system_calls.h"
 #include "settings/options.h"
+#include "sync/synced_pairs.h"
 #include "sync/synchronization.h"
 #include "sync_output.h"
 #include "sync_request.h"
@@ -23,83 +23,73 @@ constexpr std::string_view kNotes =
     "before copies, left before right, then the same below each sub-folder that differs. As\n"
     "JSON a line is {\"side\":\"left\",\"action\":\"Copy\",\"name\":\"a.txt\",\"size\":12}, with\n"
     "\"folder\" added below a sub-folder; the side is that of the object that is copied to the\n"
-    "other side or deleted. After a run the lines are those of the actions that were done; the\n"
-    "others are told on standard error with the reason.\n"
+    "other side or deleted. \"replaces\" tells of a copy that puts a link in a file's place\n"
+    "(FileByLink) or the reverse (LinkByFile). After a run the lines are those of the actions\n"
+    "that were done; the others are told on standard error with the reason.\n"
     "\n"
     "Objects of the two folders are deleted to the trash, files below a sub-folder that differs\n"
     "for good. Without --yes the plan is shown and a terminal asked before anything is done.\n"
     "Ctrl+C stops at the next safe point.\n"
     "\n"
+    "A run is refused where a folder is empty, or holds less than a tenth of what it held at\n"
+    "the end of the last run, and objects of the other would be deleted; and where more than\n"
+    "half of a folder, and at least 20 objects, would be deleted. --yes does not permit that.\n"
+    "--plan tells of it.\n"
+    "\n"
     "Exit status: 0 all done, or nothing to do; 1 done with failures, cancelled, or parts of\n"
     "the folders were left alone, since they could not be looked into or lie elsewhere as\n"
-    "well; 2 trouble before anything was done (a message is on standard error).\n";
+    "well, or a plan that would be refused; 2 trouble before anything was done, or refused (a\n"
+    "message is on standard error).\n";
 
 constexpr int kDone = 0, kPartlyDone = 1;  // with kTrouble, the statuses of this command
 
 // What the user decides before anything is done.
 class ConsoleConfirmation : public SyncConfirmation {
   public:
-    struct Parts {
-        const SyncRequest& request;
-        const EventLoopPort& loop;
-        ConsoleShellQuestions& questions;
-    };
+    ConsoleConfirmation(const SyncRequest& request, const EventLoopPort& loop, ConsoleMessages& console)
+        : request_(request), loop_(loop), console_(console) {}
+
     enum class Decision { None, GoOn, Declined, Refused };
-
-    explicit ConsoleConfirmation(const Parts& parts) : parts_(parts) {}
-
     Decision Decided() const { return decision_; }
 
     bool ShowConfirmSync(const SyncPlan& plan) override {
         decision_ = Decide(plan);
-        if (decision_ == Decision::GoOn) LeaveToReport(plan);
         return decision_ == Decision::GoOn;
+    }
+
+    bool MayEmpty(const EmptyingRisk& risk) override {
+        SayRefused(risk, "nothing was done", console_);
+        decision_ = Decision::Refused;
+        return false;
+    }
+
+    static void SayRefused(const EmptyingRisk& risk, const std::string& what, ConsoleMessages& console) {
+        std::string text = "refused: " + what + "\n" + risk.Text();
+        if (!risk.emptied.empty()) text += "\n--allow-emptied permits what an emptied folder leads to";
+        if (!risk.manyDeletes.empty()) text += "\n--max-delete N or P% permits more deletes";
+        console.Say(text);
     }
 
   private:
     Decision Decide(const SyncPlan& plan) {
-        if (parts_.loop.CancelRequested()) return Decision::Declined;
-        if (parts_.request.agreed || plan.IsEmpty()) return Decision::GoOn;
-        if (!CanAskOnTerminal()) return Decision::Refused;
+        if (loop_.CancelRequested()) return Decision::Declined;
+        if (request_.agreed || plan.IsEmpty()) return Decision::GoOn;
+        if (!CanAskOnTerminal()) {
+            console_.Say("there is no terminal to ask on: nothing was done. Use --yes, or look with --plan");
+            return Decision::Refused;
+        }
         Output terminal(2);
         WriteTextColumns(ActionsOf(plan), Told::Planned, terminal);
+        if (const std::string notes = DescribeNotes(plan); !notes.empty()) console_.Say(notes);
         if (terminal.Finish() != 0 || !AskOnTerminal("Continue? [y/N]")) return Decision::Declined;
-        return parts_.loop.CancelRequested() ? Decision::Declined : Decision::GoOn;
+        return loop_.CancelRequested() ? Decision::Declined : Decision::GoOn;
     }
 
-    void LeaveToReport(const SyncPlan& plan) {
-        std::unordered_set<std::string> paths;
-        plan.ForEach([&](const PlannedAction& action) {
-            paths.insert(action.source);
-            if (!action.target.empty()) paths.insert(action.target);
-        });
-        parts_.questions.LeaveToReport(std::move(paths));
-    }
-
-    Parts parts_;
+    const SyncRequest& request_;
+    const EventLoopPort& loop_;
+    ConsoleMessages& console_;
     Decision decision_ = Decision::None;
 };
-
-// What the comparison could not look into, and so is in no plan.
-bool TellUnknown(const ComparisonResults& results, ConsoleMessages& messages) {
-    bool any = false;
-    const auto tell = [&](Side side, std::string_view name) {
-        any = true;
-        messages.Say(std::string(side == Side::Left ? "left" : "right") + " '" + std::string(name) +
-                     "' could not be looked into: what is in it is left alone");
-    };
-    for (const CSubFolderDiffs& diffs : results.SubFolderDiffs)
-        for (const UnknownPlace& place : diffs.UnknownPlaces())
-            tell(place.side, place.path.empty() ? diffs.Name() : diffs.Name() + "/" + place.path);
-    for (const Side side : kBothSides)
-        for (const ResultRow& row : results.hold[side])
-            if (row.type == ResultType::OrphanFolder && row.incomplete) {
-                any = true;
-                messages.Say(std::string(side == Side::Left ? "left" : "right") + " '" +
-                             std::string(row.text) + "' could not be looked into wholly: it is not deleted");
-            }
-    return any;
-}
 
 // False where it could not be written, which is told then.
 bool Print(const SyncRequest& request, const Actions& actions, Told told, ConsoleMessages& messages) {
@@ -130,11 +120,16 @@ class SyncRun {
         if (const std::string wrong = TakeSyncMethod(engine_, request_, settings_); !wrong.empty())
             return Trouble(wrong);
         if (!Compare(operands)) return kTrouble;
-        std::string unknown;
-        SelectedTexts selected = FindSelected(results_, request_.select, unknown);
-        if (!unknown.empty()) return Trouble("there is no object '" + unknown + "' to select");
-        if (TellUnknown(results_, console_)) complete_ = false;
-        return request_.planOnly ? ShowPlan(selected) : CarryOut(std::move(selected));
+        std::string wrong;
+        SelectedTexts selected = FindSelected(results_, request_.select, wrong);
+        if (!wrong.empty()) return Trouble(wrong);
+        options_.goOnAfterFailure |= request_.keepGoing;
+        const SyncOrder order{.results = results_,
+                              .settings = settings_,
+                              .selected = std::move(selected),
+                              .numSyncLogEntries = HistoryLengthOf(tools_, options_),
+                              .permits = request_.permits};
+        return request_.planOnly ? ShowPlan(order) : CarryOut(order);
     }
 
   private:
@@ -157,42 +152,45 @@ class SyncRun {
         return report.outcome == CompareOutcome::Completed;
     }
 
-    int ShowPlan(const SelectedTexts& selected) {
-        SyncPlan plan = GetListOfFilesAffectedBySync(results_, settings_, selected);
-        LookAtWholeFolders(tools_.files, plan);
-        if (const std::string spared = DescribeSpared(plan); !spared.empty()) {
+    int ShowPlan(const SyncOrder& order) {
+        const SyncPlan plan = MakeSyncPlan(tools_, order);
+        if (const std::string leftOut = plan.leftOut.Describe(); !leftOut.empty()) {
             complete_ = false;
-            console_.Say(spared);
+            console_.Say(leftOut);
         }
         if (!Print(request_, ActionsOf(plan), Told::Planned, console_)) return kTrouble;
-        return complete_ ? kDone : kPartlyDone;
+        if (const std::string notes = DescribeNotes(plan); !notes.empty()) console_.Say(notes);
+        const ProgramFolders own =
+            FindProgramFolders(tools_.files, FullProgramFolder(request_.programFolder), MissingFolder::Left);
+        const SyncedPairs pairs(tools_.files, own.appPath);
+        const EmptyingRisk risk = RiskOfEmptying(plan, pairs.Find(results_), order.permits);
+        if (risk.IsNone()) return complete_ ? kDone : kPartlyDone;
+        ConsoleConfirmation::SayRefused(risk, "a run would end here", console_);
+        return kPartlyDone;
     }
 
-    int CarryOut(SelectedTexts selected) {
+    int CarryOut(const SyncOrder& order) {
         ConsoleShellProgress progress(engine_.Progress(), tools_.loop);
         ConsoleShellQuestions questions(console_);
         SystemShellOperations shell(
             {tools_.files, tools_.volumes, tools_.clock, tools_.loop, progress, questions});
         ShellWrappers wrappers(shell, messages_);
-        ConsoleConfirmation confirmation({request_, tools_.loop, questions});
+        ConsoleConfirmation confirmation(request_, tools_.loop, console_);
         BusyState busy;
         Synchronization sync(tools_, wrappers, busy);
         const std::size_t warnings = messages_.Warnings();
-        const std::optional<SyncReport> report = sync.AutoSync(
-            {results_, settings_, std::move(selected), HistoryLengthOf(tools_, options_)}, &confirmation);
+        const std::optional<SyncReport> report = sync.AutoSync(order, confirmation);
         const bool cancelledByUser = tools_.loop.CancelRequested();
         ConsoleLoop::LeaveSignals();
 
-        if (confirmation.Decided() == ConsoleConfirmation::Decision::Refused)
-            return Trouble(
-                "there is no terminal to ask on: nothing was done. Use --yes, or look with --plan");
+        if (confirmation.Decided() == ConsoleConfirmation::Decision::Refused) return kTrouble;
         if (!report) {
             console_.Say("cancelled");
             return confirmation.Decided() == ConsoleConfirmation::Decision::None ? kTrouble : kPartlyDone;
         }
         const bool printed = Print(request_, ActionsDone(*report), Told::Done, console_);
         TellNotDone(*report, cancelledByUser, [this](const std::string& text) { console_.Say(text); });
-        const bool wholly = !report->cancelled && report->notDone == 0 && printed && complete_ &&
+        const bool wholly = report->IsWhole() && report->notDone == 0 && printed && complete_ &&
                             messages_.Warnings() == warnings;
         return wholly ? kDone : kPartlyDone;
     }

@@ -1,8 +1,10 @@
 #include "sync_output.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "display_width.h"
+#include "fileops/told_at_end.h"
 #include "json_lines.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
@@ -29,13 +31,29 @@ std::string ShownName(const PlannedAction& action) {
     return DisplayName(action.folder.empty() ? action.name : JoinPath(action.folder, action.name));
 }
 
+std::string_view LinkText(LinkChange change) {
+    switch (change) {
+        case LinkChange::LinkForFile:
+            return "  (a link in a file's place)";
+        case LinkChange::FileForLink:
+            return "  (a file in a link's place)";
+        case LinkChange::None:
+            break;
+    }
+    return {};
+}
+
 std::string SizeText(const PlannedAction& action) {
     return std::to_string(action.size.Whole());
 }
 
-std::string Sentence(const PlannedAction& action) {
+std::string Sentence(const PlannedAction& action, std::string_view path) {
     return std::string(SideText(action.side)) + " " + std::string(ActionText(action.action)) + " '" +
-           (action.folder.empty() ? action.name : JoinPath(action.folder, action.name)) + "'";
+           std::string(path) + "'";
+}
+
+std::string ReasonText(const Error& error) {
+    return error.IsOk() ? "passed over" : WithSystemReason(error);
 }
 
 }  // namespace
@@ -63,6 +81,8 @@ void WriteJsonLines(const Actions& actions, Output& out) {
             out << R"(,"folder":)";
             WriteJsonString(action->folder, out);
         }
+        if (action->linkChange == LinkChange::LinkForFile) out << R"(,"replaces":"FileByLink")";
+        if (action->linkChange == LinkChange::FileForLink) out << R"(,"replaces":"LinkByFile")";
         out << "}\n";
     }
 }
@@ -87,7 +107,8 @@ void WriteTextColumns(const Actions& actions, Told told, Output& out) {
     };
     if (!actions.empty()) line("Side", "Action", "Size", "Name");
     for (const PlannedAction* action : actions)
-        line(SideText(action->side), Arrow(*action), SizeText(*action), ShownName(*action));
+        line(SideText(action->side), Arrow(*action), SizeText(*action),
+             ShownName(*action).append(LinkText(action->linkChange)));
     if (!actions.empty()) out << '\n';
     const bool done = told == Told::Done;
     out << (done ? "Done: " : "Plan: ");
@@ -102,25 +123,33 @@ void WriteTextColumns(const Actions& actions, Told told, Output& out) {
 void TellNotDone(const SyncReport& report, bool cancelledByUser,
                  const std::function<void(const std::string&)>& say) {
     constexpr std::size_t kMostNamed = 20;
+    std::unordered_set<const PlannedAction*> told;
+    for (const SyncTrouble& trouble : report.troubles) {
+        const std::string what =
+            trouble.action ? Sentence(*trouble.action, trouble.path) : "'" + trouble.path + "'";
+        say("failed: " + what + ": " + ReasonText(trouble.error));
+        if (trouble.action) told.insert(trouble.action);
+    }
     std::size_t notReached = 0;
     for (const ActionOutcome& each : report.actions) {
+        const std::string what = Sentence(*each.action, each.action->source);
         switch (each.outcome) {
             case ItemOutcome::Done:
                 break;
             case ItemOutcome::Failed:
             case ItemOutcome::Skipped:
-                say("failed: " + Sentence(*each.action) + ": " +
-                    (each.error.IsOk() ? "passed over" : each.error.Description()));
+                if (!told.contains(each.action)) say("failed: " + what + ": " + ReasonText(each.error));
                 break;
             case ItemOutcome::NotReached:
                 if (++notReached <= kMostNamed)
-                    say("not done: " + Sentence(*each.action) + ": " +
+                    say("not done: " + what + ": " +
                         (cancelledByUser ? "cancelled" : "something before it failed"));
                 break;
         }
     }
     if (notReached > kMostNamed)
         say("not done: " + std::to_string(notReached - kMostNamed) + " more for the same reason");
+    if (const std::string times = DescribeTimesNotKept(report.timesNotKept); !times.empty()) say(times);
 }
 
 }  // namespace vantrel::cli

@@ -24,7 +24,8 @@ enum class Told { Planned, Done };
 // Aligned columns, and a line of totals.
 void WriteTextColumns(const Actions& actions, Told told, Output& out);
 
-// What was not done, each with its reason, for `say`; of what was not reached only the first few are named.
+// What was not done, each with its full path and reason, for `say`; of what was not reached only the first
+// few are named. And how many times could not be kept.
 void TellNotDone(const SyncReport& report, bool cancelledByUser,
                  const std::function<void(const std::string&)>& say);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <set>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -46,6 +47,16 @@ std::string NameOfRow(std::string_view text) {
     return name + (text.starts_with('~') ? "~" + PathFromUser(text.substr(1)) : PathFromUser(text));
 }
 
+// The text of the row that a name stands for. No name holds a "/", so that one can only mark a folder.
+std::string RowText(std::string name) {
+    if (name.starts_with('/') && name.size() > 1) name[0] = kFolderMarker;
+    if (name.ends_with('/')) {
+        name.pop_back();
+        if (!name.starts_with(kFolderMarker)) name.insert(0, 1, kFolderMarker);
+    }
+    return name;
+}
+
 }  // namespace
 
 OptionSpec ProgramFolderOption(std::string& folder) {
@@ -72,6 +83,20 @@ std::vector<OptionSpec> SyncOptions(SyncRequest& request) {
          }},
         {"--plan", "", "print what would be done, and change nothing", flag(request.planOnly)},
         {"--yes", "", "go ahead without asking", flag(request.agreed)},
+        {"--keep-going", "", "go on with the rest when an object fails", flag(request.keepGoing)},
+        {"--allow-emptied", "",
+         "go ahead although a folder is empty, or holds less than\na tenth of what it held, and objects of "
+         "the "
+         "other are to\nbe deleted",
+         flag(request.permits.emptied)},
+        {"--max-delete", "N|P%",
+         "delete up to N objects, or P percent, of a folder (default\n50%; a share limits nothing below 20 "
+         "objects)",
+         [&](std::string_view text) {
+             const auto limit = ParseDeleteLimit(text);
+             if (limit) request.permits.deletes = *limit;
+             return limit.has_value();
+         }},
         {"--select", "NAME",
          "only this object; may be given several times. A\nsub-folder as '\\Sub', '/Sub' or 'Sub/'",
          [&](std::string_view text) {
@@ -131,28 +156,28 @@ std::int32_t HistoryLengthOf(const Toolbox& tools, const Options& options) {
 }
 
 SelectedTexts FindSelected(const ComparisonResults& results, const std::vector<std::string>& names,
-                           std::string& unknown) {
+                           std::string& wrong) {
     if (names.empty()) return std::nullopt;
-    // By folded text. The pairs that a row stands in have one text on both sides.
-    std::unordered_map<std::string, std::string_view> rows;
+    // The pairs that a row stands in have one text on both sides.
+    std::unordered_map<std::string, std::set<std::string_view>> byFolded;
     for (const Side side : kBothSides)
         for (const ResultRow& row : results.hold[side])
-            if (row.IsReal()) rows.emplace(FoldCase(row.text), row.text);
+            if (row.IsReal()) byFolded[FoldCase(row.text)].insert(row.text);
     SelectedTexts selected(std::in_place);
     for (const std::string& name : names) {
-        std::string text = FoldCase(name);
-        // No name holds a "/", so that one can only mark a folder.
-        if (text.starts_with('/') && text.size() > 1) text[0] = kFolderMarker;
-        if (text.ends_with('/')) {
-            text.pop_back();
-            if (!text.starts_with(kFolderMarker)) text.insert(0, 1, kFolderMarker);
-        }
-        const auto row = rows.find(text);
-        if (row == rows.end()) {
-            unknown = name;
+        const std::string text = RowText(name);
+        const auto found = byFolded.find(FoldCase(text));
+        if (found == byFolded.end()) {
+            wrong = "there is no object '" + name + "' to select";
             return selected;
         }
-        selected->emplace(row->second);
+        const std::set<std::string_view>& texts = found->second;
+        if (!texts.contains(text) && texts.size() > 1) {
+            wrong =
+                "'" + name + "' is more than one object: write it with the letters of the one that is meant";
+            return selected;
+        }
+        selected->emplace(texts.contains(text) ? text : std::string(*texts.begin()));
     }
     return selected;
 }

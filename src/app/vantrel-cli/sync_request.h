@@ -7,6 +7,7 @@
 #include "compare_request.h"
 #include "core/comparison_results.h"
 #include "sync/csync_settings.h"
+#include "sync/emptying.h"
 #include "sync/sync_plan.h"
 
 namespace vantrel::cli {
@@ -16,7 +17,9 @@ struct SyncRequest {
     CompareRequest compare;
     std::optional<std::string> method;  // as given
     bool planOnly = false;
-    bool agreed = false;              // --yes
+    bool agreed = false;     // --yes
+    bool keepGoing = false;  // after a failure
+    EmptyingPermits permits{};
     std::vector<std::string> select;  // as given, with other bytes in the engine's form
     std::string programFolder;        // as given; empty: the program's own
 };
@@ -38,9 +41,10 @@ std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, CSy
 // such a settings file, or its key, those of this run.
 std::int32_t HistoryLengthOf(const Toolbox& tools, const Options& options);
 
-// The rows that the user named, by their texts; nothing where none was named. An empty text of `unknown` says
-// that each was found.
+// The rows that the user named, by their texts; nothing where none was named. A name that is written as it
+// stands is that one; letter case is ignored where no row is, and one alone comes into question. `wrong` says
+// what is the matter with a name, and is empty where each was found.
 SelectedTexts FindSelected(const ComparisonResults& results, const std::vector<std::string>& names,
-                           std::string& unknown);
+                           std::string& wrong);
 
 }  // namespace vantrel::cli

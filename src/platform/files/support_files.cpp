@@ -63,7 +63,8 @@ std::string ProgramFolders::SupportFile(const FileSystem& files, const std::stri
     return appPath + name;
 }
 
-ProgramFolders FindProgramFolders(const FileSystem& files, const std::string& appPath) {
+ProgramFolders FindProgramFolders(const FileSystem& files, const std::string& appPath,
+                                  MissingFolder missing) {
     ProgramFolders folders;
     char path[PATH_MAX];
     const ssize_t size = files.Calls().ReadlinkAt(AT_FDCWD, "/proc/self/exe", path, sizeof path);
@@ -80,7 +81,7 @@ ProgramFolders FindProgramFolders(const FileSystem& files, const std::string& ap
         folders.appPath = folders.executableFolder;
     } else {
         const std::string data = UserDataFolder();
-        CreateWithParents(files, data);
+        if (missing == MissingFolder::Created) CreateWithParents(files, data);
         folders.appPath = data + "/";
     }
     return folders;

@@ -25,8 +25,12 @@ struct ProgramFolders {
     std::string SupportFile(const FileSystem& files, const std::string& name) const;
 };
 
+// Whether the folder that the program writes to is made where it is missing.
+enum class MissingFolder : bool { Left, Created };
+
 // Looks at this process. Creates the user's data folder when that is the one to write to. With `appPath`,
 // that folder is the one, and nothing is created.
-ProgramFolders FindProgramFolders(const FileSystem& files, const std::string& appPath = {});
+ProgramFolders FindProgramFolders(const FileSystem& files, const std::string& appPath = {},
+                                  MissingFolder missing = MissingFolder::Created);
 
 }  // namespace vantrel

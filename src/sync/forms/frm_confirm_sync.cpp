@@ -22,6 +22,18 @@ QString ActionText(const PlannedAction& action) {
     return action.side == Side::Left ? QStringLiteral("Copy -->") : QStringLiteral("<-- Copy");
 }
 
+QString LinkChangeText(LinkChange change) {
+    switch (change) {
+        case LinkChange::LinkForFile:
+            return QStringLiteral("A link is put in this file's place.");
+        case LinkChange::FileForLink:
+            return QStringLiteral("A file is put in this link's place.");
+        case LinkChange::None:
+            break;
+    }
+    return {};
+}
+
 }  // namespace
 
 PlanModel::PlanModel(const SyncPlan& plan, Side side, QObject* parent)
@@ -54,8 +66,12 @@ QVariant PlanModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DecorationRole && index.column() == 0)
         return ResultTypeIcon(static_cast<int>(action.type));
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
-    if (index.column() == 1) return ActionText(action);
-    return DisplayQString(action.folder.empty() ? action.name : action.folder + "/" + action.name);
+    const QString text =
+        index.column() == 1
+            ? ActionText(action)
+            : DisplayQString(action.folder.empty() ? action.name : action.folder + "/" + action.name);
+    const bool toolTip = role == Qt::ToolTipRole && action.linkChange != LinkChange::None;
+    return toolTip ? text + QLatin1Char('\n') + LinkChangeText(action.linkChange) : text;
 }
 
 QVariant PlanModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -97,6 +113,13 @@ frmConfirmSync::frmConfirmSync(const SyncPlan& plan, QWidget* parent) : QDialog(
     layout->setSpacing(10);
     layout->addWidget(message);
     layout->addLayout(lists, 1);
+    if (const std::string notes = DescribeNotes(plan); !notes.empty()) {
+        auto* label = new QLabel(MessageQString(notes));
+        label->setObjectName(QStringLiteral("lblNotes"));
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        layout->addWidget(label);
+    }
     layout->addWidget(warning);
     layout->addWidget(buttons);
     // Enter alone starts nothing that cannot be taken back.

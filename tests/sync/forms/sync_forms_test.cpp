@@ -161,6 +161,21 @@ TEST(ConfirmSync, ListsEverythingAndOnlyContinueProceeds) {
     EXPECT_EQ(QDialog::Accepted, window.result());
 }
 
+TEST(ConfirmSync, TellsWhatTheListsDoNot) {
+    SyncPlan plan = SmallPlan();
+    EXPECT_FALSE(frmConfirmSync(plan).findChild<QLabel*>(QStringLiteral("lblNotes")));
+    plan.specialObjects = 2;
+    plan.copies[Side::Left].front().linkChange = LinkChange::LinkForFile;
+    frmConfirmSync window(plan);
+    EXPECT_EQ(
+        QStringLiteral("2 special objects passed over.\nA link is put in a file's place by 1 copy action."),
+        Child<QLabel>(window, "lblNotes")->text());
+    const QAbstractItemModel* model = Child<QAbstractItemView>(window, "lvwFolderOne")->model();
+    EXPECT_EQ(QStringLiteral("c\nA link is put in this file's place."),
+              model->index(0, 0).data(Qt::ToolTipRole).toString());
+    EXPECT_EQ(QStringLiteral("d"), model->index(1, 0).data(Qt::ToolTipRole).toString());
+}
+
 TEST(SyncLog, ShowsTheOldestFirstAndChecksTheNumber) {
     testing::TestToolbox tools;
     const SyncHistory history(tools.Get());
