@@ -134,6 +134,9 @@ void ObjectOperations::AutoSync(SyncScope scope) {
                     options.numSyncLogEntries,
                     options.showSynchronizeConfirmations};
     if (scope == SyncScope::SelectedObjects) order.selected = SelectedObjects();
+    if (application_.results.inner)
+        application_.around.messages.ShowInformationMessage("Synchronization",
+                                                            DescribeNesting(application_.results));
     const auto report = synchronization_.AutoSync(order, *this);
     if (!report) return;
     if (const std::string end = DescribeEnd(*report); !end.empty())

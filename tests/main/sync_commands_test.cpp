@@ -137,6 +137,19 @@ TEST_F(SyncCommandsTest, ARunThatLeavesSomethingOutIsToldAndSilent) {
     EXPECT_THAT(program.folder.Read("SyncHist.Log"), HasSubstr("Cancelled"));
 }
 
+// Again, for the comparison may have been a silent one, or long ago.
+TEST_F(SyncCommandsTest, AFolderInsideTheOtherIsToldBeforeARun) {
+    program.Get().options.promptForSyncMethod = false;
+    program.Window().SetPathText(Side::Right, program.workspace / "left/Different");
+    Run("mnuFileCompareDirectories");
+    program.messages.shown.clear();
+    ModalScript script;
+    script.Await("frmConfirmSync", [](QWidget& confirm) { PressButton(confirm, "Cancel"); });
+    Run("mnuFileAutoSynch");
+    ASSERT_LE(1U, program.messages.shown.size());
+    EXPECT_EQ(program.messages.Line(0), "Synchronization: " + DescribeNesting(program.Get().results));
+}
+
 TEST_F(SyncCommandsTest, AFolderIsNotEmptiedWithoutAYes) {
     Options& options = program.Get().options;
     options.promptForSyncMethod = options.showSynchronizeConfirmations = false;
