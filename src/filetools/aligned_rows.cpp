@@ -58,17 +58,22 @@ std::size_t AlignedRows::BlocksUpTo(std::int32_t row) const {
     return static_cast<std::size_t>(behind - blocks_.begin());
 }
 
-LineNumber AlignedRows::LineAt(Side side, std::int32_t row) const {
-    if (row < 1 || row > LastRow()) return 0;
+LineNumber AlignedRows::LinesBefore(Side side, std::int32_t row) const {
     const std::size_t blocks = BlocksUpTo(row);
-    LineNumber line = row;
+    LineNumber lines = row - 1;
     if (blocks > 0) {
         const Block& block = blocks_[blocks - 1];
         const std::int32_t inside = row - block.row;
-        if (inside < block.height) return inside < block.count[side] ? block.first[side] + inside + 1 : 0;
-        line = block.first[side] + block.count[side] + inside - block.height + 1;
+        lines = block.first[side] + (inside < block.height ? std::min(inside, block.count[side])
+                                                           : block.count[side] + inside - block.height);
     }
-    return line <= lineCounts_[side] ? line : 0;
+    return std::clamp(lines, 0, lineCounts_[side]);
+}
+
+LineNumber AlignedRows::LineAt(Side side, std::int32_t row) const {
+    if (row < 1 || row > LastRow()) return 0;
+    const LineNumber before = LinesBefore(side, row);
+    return LinesBefore(side, row + 1) > before ? before + 1 : 0;
 }
 
 std::int32_t AlignedRows::RowOfLine(Side side, LineNumber line) const {

@@ -44,6 +44,8 @@ class AlignedRows {
     std::int32_t LastRow() const { return Rows() - 2; }  // that holds a line or padding; 0 for none
     // The line in a row, from 1; 0 for padding, the fixed row and the blank one.
     LineNumber LineAt(Side side, std::int32_t row) const;
+    // How many lines stand above a row.
+    LineNumber LinesBefore(Side side, std::int32_t row) const;
     // The row of a line, from 1.
     std::int32_t RowOfLine(Side side, LineNumber line) const;
     RowKind KindAt(std::int32_t row) const;

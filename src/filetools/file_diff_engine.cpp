@@ -10,8 +10,20 @@ namespace vantrel {
 
 namespace {
 
-std::size_t WorkerCount() {
-    return ProcessorCount() > 1 ? kBothSides.size() : 0;
+// Smaller files are done before a thread has begun.
+constexpr std::uint64_t kWorthAThread = std::uint64_t{1} << 20;
+
+template <typename Work>
+auto OfBothSides(Work&& work) {
+    PerSide<decltype(work(Side::Left))> results;
+    for (const Side side : kBothSides) results[side] = work(side);
+    return results;
+}
+
+CancelCheck UntilStopped(const StopFlag& stop) {
+    return [&stop] {
+        if (stop.IsRequested()) throw Cancelled();
+    };
 }
 
 // The same file, byte for byte, whatever it was decoded from.
@@ -104,30 +116,52 @@ std::int32_t FileDiffEngine::CompareFiles(const std::string& fileOne, const std:
     }
 }
 
-PerSide<LoadedText> FileDiffEngine::Load(const PerSide<std::string>& paths) {
-    if (workers_ == nullptr) workers_ = std::make_unique<Workers>(WorkerCount());
+bool FileDiffEngine::MayUseWorkers(std::uint64_t bytes) {
+    if (bytes < kWorthAThread || ProcessorCount() < kBothSides.size()) return false;
+    if (workers_ == nullptr) workers_ = std::make_unique<Workers>(kBothSides.size());
+    return true;
+}
+
+PerSide<LoadedText> FileDiffEngine::Load(const PerSide<std::string>& paths, bool sideBySide) {
     const CancelCheck check = Check();
-    const bool sideBySide = workers_->Count() > 0;
+    const FileSystem& files = tools_.files;
+    PerSide<TextRequest> requests;
+    for (const Side side : kBothSides) requests[side] = {paths[side], Encodings[side], Form};
+    if (!sideBySide) return OfBothSides([&](Side side) { return LoadText(files, requests[side], check); });
     JobQueue<LoadedText> queue(*workers_, {});
-    for (const Side side : kBothSides) {
-        const TextRequest request{paths[side], Encodings[side], Form};
-        const FileSystem& files = tools_.files;
-        queue.Add([request, &files, check, sideBySide](const StopFlag& stop) {
-            const CancelCheck ofWorker = [&stop] {
-                if (stop.IsRequested()) throw Cancelled();
-            };
-            return LoadText(files, request, sideBySide ? ofWorker : check);
+    for (const Side side : kBothSides)
+        queue.Add([request = requests[side], &files](const StopFlag& stop) {
+            return LoadText(files, request, UntilStopped(stop));
         });
-    }
-    PerSide<LoadedText> texts;
-    for (const Side side : kBothSides) texts[side] = queue.TakeNext(check);
-    return texts;
+    return OfBothSides([&](Side) { return queue.TakeNext(check); });
+}
+
+TableMaker FileDiffEngine::TablesSideBySide(const std::shared_ptr<const FileDiff>& diff) {
+    // A job that is no longer waited for goes on to its next look at the flag: it owns the texts until then.
+    return [this, diff](const PerSide<std::string_view>& stretches, std::uint64_t seed) {
+        JobQueue<LineTable> queue(*workers_, {});
+        for (const Side side : kBothSides)
+            queue.Add([diff, stretch = stretches[side], side, seed](const StopFlag& stop) {
+                return MakeLineTable(stretch, diff->likeness, side, seed, UntilStopped(stop));
+            });
+        const CancelCheck check = Check();
+        return OfBothSides([&](Side) { return queue.TakeNext(check); });
+    };
 }
 
 std::int32_t FileDiffEngine::Compare(const PerSide<std::string>& paths) {
-    ThrowIfFailed(CheckMemoryFor(tools_.files, paths));
+    std::uint64_t bytes = 0;
+    for (const Side side : kBothSides) {
+        FileInfo info;
+        // What cannot be looked at is told about where it is opened.
+        if (tools_.files.Stat(paths[side], LinkPolicy::Follow, info).IsOk()) bytes += info.size;
+    }
+    ThrowIfFailed(CheckMemoryFor(tools_.files, bytes));
+    const bool sideBySide = MayUseWorkers(bytes);
     auto diff = std::make_shared<FileDiff>();
-    diff->texts = Load(paths);
+    const CancelCheck check = Check();
+    diff->texts = Load(paths, sideBySide);
+    check();
     const LoadedText& left = diff->texts[Side::Left];
     const LoadedText& right = diff->texts[Side::Right];
     result_ = diff;
@@ -137,14 +171,15 @@ std::int32_t FileDiffEngine::Compare(const PerSide<std::string>& paths) {
         return SayOneLine(kDiffer,
                           "Binary files " + paths[Side::Left] + " " + paths[Side::Right] + " differ");
 
-    const CancelCheck check = Check();
     if (Form == TextForm::ForReading) diff->lineEndsIgnored = SettleLineEnds(diff->texts, check);
     ThrowIfFailed(CheckMemoryForLines(tools_.files, diff->texts));
     diff->likeness = {.ignoreCase = IgnoreCase, .ignoreWhitespace = IgnoreWhitespace};
     for (const Side side : kBothSides)
         diff->likeness.western[side] = diff->texts[side].encoding == kWestern && !diff->texts[side].isDecoded;
-    diff->hunks = DiffLines(diff->Views(), diff->likeness, check, Limits);
+    diff->hunks = DiffLines(diff->Views(), diff->likeness, check, Limits,
+                            sideBySide ? TablesSideBySide(diff) : TableMaker());
 
+    check();
     const bool sameText = diff->hunks.empty() && left.Text() == right.Text();
     const bool sameLines = sameText || (Form == TextForm::ForReading && DifferInLastLineEnd(*diff));
     if (sameLines) {

@@ -27,7 +27,8 @@ struct FileDiff {
 };
 
 // Compares two files line by line. One object, GlobalDiffObject, lives for the whole run of the program; it
-// keeps the output of the last comparison. Files are read by two threads below; all else runs where it is
+// keeps the output of the last comparison. Large files are read and
+// split into lines by two threads below; all else runs where it is
 // called, yields to the event loop and hears a cancel within some 15 milliseconds.
 class FileDiffEngine : public DiffOutput {
   public:
@@ -64,7 +65,9 @@ class FileDiffEngine : public DiffOutput {
 
   private:
     CancelCheck Check() const;
-    PerSide<LoadedText> Load(const PerSide<std::string>& paths);
+    bool MayUseWorkers(std::uint64_t bytes);
+    PerSide<LoadedText> Load(const PerSide<std::string>& paths, bool sideBySide);
+    TableMaker TablesSideBySide(const std::shared_ptr<const FileDiff>& diff);
     std::int32_t Compare(const PerSide<std::string>& paths);
     std::int32_t SayOneLine(std::int32_t code, std::string line);
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/names/fold.h"
+#include "filetools/text_search.h"
 #include "platform/names/names.h"
 
 namespace vantrel {
@@ -55,9 +55,8 @@ std::string_view FileGrids::Line(Side side, std::int32_t row) const {
 
 std::string FileGrids::LineText(Side side, std::int32_t row, std::size_t limit) const {
     std::string text;
-    const std::string_view line = Line(side, row);
-    AppendLine(line, limit, text);
-    if (text.size() < line.size()) CutBetweenCharacters(text);
+    AppendLine(Line(side, row), limit, text);
+    if (text.size() == limit) CutBetweenCharacters(text);
     return text;
 }
 
@@ -72,35 +71,74 @@ std::string FileGrids::CellText(Side side, std::int32_t row, std::size_t limit) 
 
 namespace {
 
-// Looks for a folded text in the cells of one grid. What the text cannot begin or end with in the number is
-// not looked for there.
+// Looks for a folded text in the cells of one grid, made one by one.
 class CellSearch {
   public:
-    CellSearch(const FileGrids& grids, std::string_view text) : grids_(grids), wanted_(FoldCase(text)) {}
+    CellSearch(const FileGrids& grids, Side side, std::string_view text)
+        : grids_(grids), side_(side), wanted_(FoldCase(text)) {}
 
-    bool IsIn(Side side, std::int32_t row) {
-        const LineNumber line = grids_.Rows().LineAt(side, row);
-        if (line == 0) return false;
-        const std::string_view text = grids_.Line(side, row);
-        cell_.assign(1, ' ').append(std::to_string(line)).append(1, '.');
-        for (const char letter : text) {
-            if (letter == '\t')
-                cell_.append(kTab);
-            else
-                cell_.push_back(letter);
-        }
+    bool IsIn(std::int32_t row) {
         folded_.clear();
-        AppendFolded(cell_, folded_);
+        AppendFolded(grids_.CellText(side_, row), folded_);
         return folded_.find(wanted_) != std::string::npos;
+    }
+    std::optional<std::int32_t> First(std::int32_t from, std::int32_t end, std::int32_t step,
+                                      PacedCheck& pace) {
+        for (std::int32_t row = from; row != end; row += step) {
+            if (IsIn(row)) return row;
+            pace.Count(64 + folded_.size());
+        }
+        return std::nullopt;
     }
 
   private:
     const FileGrids& grids_;
-    std::string wanted_;
-    std::string cell_, folded_;
+    Side side_;
+    std::string wanted_, folded_;
 };
 
+// Of a search in the text itself, a stretch of lines at a time: the first line that has a hit in the lines
+// from `from` to `end`, or the last one.
+std::optional<LineNumber> SearchLines(const LineIndex& lines, const TextSearch& search, LineNumber from,
+                                      LineNumber end, bool forward, PacedCheck& pace) {
+    constexpr LineNumber kStretch = 4'096;
+    while (from < end) {
+        const LineNumber begin = forward ? from : std::max(from, end - kStretch);
+        const LineNumber stop = forward ? std::min(end, from + kStretch) : end;
+        std::optional<LineNumber> found;
+        const std::uint64_t textEnd = lines.Offset(stop);
+        for (std::size_t at = lines.Offset(begin);;) {
+            at = search.FindIn(lines.Text(), at, textEnd);
+            if (at == std::string_view::npos) break;
+            found = lines.LineOf(at);
+            if (forward) break;
+            at = lines.Offset(*found + 1);
+        }
+        if (found) return found;
+        pace.Count(textEnd - lines.Offset(begin));
+        (forward ? from : end) = forward ? stop : begin;
+    }
+    return std::nullopt;
+}
+
 }  // namespace
+
+std::optional<std::int32_t> FileGrids::FindOnSide(Side side, std::string_view text, FindDirection direction,
+                                                  std::int32_t current, const CancelCheck& check) const {
+    PacedCheck pace(check, std::size_t{4} << 20);
+    const bool forward = direction == FindDirection::Next;
+    const std::int32_t row = std::clamp(current, 0, rows_.LastRow() + 1);
+    if (const std::optional<TextSearch> search = TextSearch::Make(text, lines_[side].Text())) {
+        const LineNumber from = forward ? rows_.LinesBefore(side, row + 1) : 0;
+        const LineNumber end = forward ? lines_[side].Count() : rows_.LinesBefore(side, row);
+        const std::optional<LineNumber> line = SearchLines(lines_[side], *search, from, end, forward, pace);
+        if (!line) return std::nullopt;
+        return rows_.RowOfLine(side, *line + 1);
+    }
+    CellSearch search(*this, side, text);
+    if (forward) return search.First(std::min(row, rows_.LastRow()) + 1, rows_.LastRow() + 1, 1, pace);
+    return search.First(std::max(row, 1) - 1, 0, -1, pace);
+}
 
 std::optional<std::int32_t> FileGrids::Find(std::string_view text, FindDirection direction,
                                             std::int32_t current, const CancelCheck& check) const {
@@ -109,17 +147,8 @@ std::optional<std::int32_t> FileGrids::Find(std::string_view text, FindDirection
         const auto found = Find(text, FindDirection::Next, current, check);
         return found ? found : Find(text, FindDirection::Previous, current, check);
     }
-    const bool next = direction == FindDirection::Next;
-    const std::int32_t step = next ? 1 : -1;
-    const std::int32_t end = next ? rows_.LastRow() + 1 : 0;
-    CellSearch search(*this, text);
-    PacedCheck pace(check, std::size_t{1} << 20);
-    for (const Side side : kBothSides) {
-        for (std::int32_t row = current + step; next ? row < end : row > end; row += step) {
-            pace.Count(64);
-            if (search.IsIn(side, row)) return row;
-        }
-    }
+    for (const Side side : kBothSides)
+        if (const auto found = FindOnSide(side, text, direction, current, check)) return found;
     return std::nullopt;
 }
 

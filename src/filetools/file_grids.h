@@ -44,6 +44,9 @@ class FileGrids {
                                      const CancelCheck& check) const;
 
   private:
+    std::optional<std::int32_t> FindOnSide(Side side, std::string_view text, FindDirection direction,
+                                           std::int32_t current, const CancelCheck& check) const;
+
     std::shared_ptr<const FileDiff> diff_;
     PerSide<LineIndex> lines_;
     AlignedRows rows_;

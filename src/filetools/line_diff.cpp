@@ -136,19 +136,25 @@ std::vector<Hunk> CollectHunks(const PerSide<LineTable>& tables, const PerSide<M
 }  // namespace
 
 std::vector<Hunk> DiffLines(const PerSide<std::string_view>& texts, const LineLikeness& likeness,
-                            const CancelCheck& check, const MatchLimits& limits) {
+                            const CancelCheck& check, const MatchLimits& limits,
+                            const TableMaker& makeTables) {
     const CommonEnds ends = FindCommonEnds(texts, check);
+    PerSide<std::string_view> stretches;
+    for (const Side side : kBothSides)
+        stretches[side] = texts[side].substr(ends.head, texts[side].size() - ends.head - ends.tail);
+    const auto tablesInTurn = [&](std::uint64_t seed) {
+        PerSide<LineTable> made;
+        for (const Side side : kBothSides)
+            made[side] = MakeLineTable(stretches[side], likeness, side, seed, check);
+        return made;
+    };
     PerSide<LineTable> tables;
     PerSide<Marks> changed;
     // Different lines with one token are rare, and rarer still where they were matched: then other tokens are
     // tried. Whoever makes such lines on purpose gets a correct script all the same, if not a shortest one.
     constexpr std::uint64_t kSeeds = 3;
     for (std::uint64_t seed = 1; seed <= kSeeds; ++seed) {
-        for (const Side side : kBothSides) {
-            const std::string_view middle =
-                texts[side].substr(ends.head, texts[side].size() - ends.head - ends.tail);
-            tables[side] = MakeLineTable(middle, likeness, side, seed, check);
-        }
+        tables = makeTables ? makeTables(stretches, seed) : tablesInTurn(seed);
         changed = Match(tables, limits, check);
         if (CheckPairs(tables, likeness, changed, check) == 0) break;
     }

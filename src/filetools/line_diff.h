@@ -1,22 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <vector>
 
 #include "filetools/cancel_check.h"
 #include "filetools/hunk.h"
+#include "filetools/line_table.h"
 
 namespace vantrel {
-
-// What makes two lines alike. In all cases lines that are the same bytes are alike; a last line without a
-// line end is not like one with it, unless white space is ignored.
-struct LineLikeness {
-    bool ignoreCase = false;  // simple Unicode case folding
-    bool ignoreWhitespace =
-        false;                // blanks, tabs, CR, vertical tabs and form feeds count nowhere in the line
-    PerSide<bool> western{};  // bytes above 0x7F are characters of the Western code page, not UTF-8
-};
 
 // Bounds of the work. The defaults bound a comparison of any two texts to some seconds for a million lines;
 // up to them the script is a shortest one.
@@ -30,9 +23,14 @@ struct MatchLimits {
     std::int64_t chainPairs = 8'000'000;
 };
 
-// Which lines of `left` stand for which of `right`, in order. The texts must hold at most kMostLines lines
-// each (ErrorException otherwise). Cancelled comes from `check`.
+// Makes the tables of the two stretches of text that differ; it may make them side by side.
+using TableMaker =
+    std::function<PerSide<LineTable>(const PerSide<std::string_view>& stretches, std::uint64_t seed)>;
+
+// What stands for what, in order. The texts must hold at most kMostLines lines each (ErrorException
+// otherwise). Cancelled comes from `check`. Without `makeTables` the tables are made one after the other.
 std::vector<Hunk> DiffLines(const PerSide<std::string_view>& texts, const LineLikeness& likeness,
-                            const CancelCheck& check, const MatchLimits& limits = {});
+                            const CancelCheck& check, const MatchLimits& limits = {},
+                            const TableMaker& makeTables = {});
 
 }  // namespace vantrel

@@ -39,4 +39,9 @@ std::string_view LineIndex::Line(LineNumber index) const {
     return line;
 }
 
+LineNumber LineIndex::LineOf(std::uint64_t offset) const {
+    const auto behind = std::upper_bound(starts_.begin(), starts_.end(), offset);
+    return static_cast<LineNumber>(behind - starts_.begin()) - 1;
+}
+
 }  // namespace vantrel

@@ -19,6 +19,13 @@ class LineIndex {
     LineNumber Count() const { return static_cast<LineNumber>(starts_.empty() ? 0 : starts_.size() - 1); }
     // The line at `index`, from 0, without its LF or CR LF.
     std::string_view Line(LineNumber index) const;
+    std::string_view Text() const { return text_; }
+    // Where a line begins; of Count(), the end of the text.
+    std::uint64_t Offset(LineNumber index) const {
+        return starts_.empty() ? 0 : starts_[static_cast<std::size_t>(index)];
+    }
+    // The index of the line that holds the byte at `offset`, which must be within the text.
+    LineNumber LineOf(std::uint64_t offset) const;
 
   private:
     std::string_view text_;

@@ -6,9 +6,18 @@
 #include <vector>
 
 #include "filetools/cancel_check.h"
-#include "filetools/line_diff.h"
+#include "filetools/hunk.h"
 
 namespace vantrel {
+
+// What makes two lines alike. In all cases lines that are the same bytes are alike; a last line without a
+// line end is not like one with it, unless white space is ignored.
+struct LineLikeness {
+    bool ignoreCase = false;  // simple Unicode case folding
+    bool ignoreWhitespace =
+        false;                // blanks, tabs, CR, vertical tabs and form feeds count nowhere in the line
+    PerSide<bool> western{};  // bytes above 0x7F are characters of the Western code page, not UTF-8
+};
 
 // Tells whether lines are alike, and hashes them so that those that are alike have equal hashes.
 class LineReader {

@@ -13,6 +13,9 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{256} << 10;
 
+// So much is never refused.
+constexpr std::uint64_t kAlwaysTried = std::uint64_t{64} << 20;
+
 struct Bytes {
     std::unique_ptr<char[]> data;
     std::size_t size = 0;
@@ -139,15 +142,10 @@ bool SettleLineEnds(PerSide<LoadedText>& texts, const CancelCheck& check) {
     return ignored;
 }
 
-Error CheckMemoryFor(const FileSystem& files, const PerSide<std::string>& paths) {
+Error CheckMemoryFor(const FileSystem& files, std::uint64_t bytes) {
+    if (bytes <= kAlwaysTried) return {};
     const std::uint64_t free = AvailableMemory(files);
-    std::uint64_t wanted = 0;
-    for (const Side side : kBothSides) {
-        FileInfo info;
-        // What cannot be looked at is told about by whoever opens it.
-        if (files.Stat(paths[side], LinkPolicy::Follow, info).IsOk()) wanted += info.size;
-    }
-    return free == 0 || wanted + wanted / 4 <= free ? Error() : TooLarge("The files are");
+    return free == 0 || bytes <= free / 5 * 4 ? Error() : TooLarge("The files are");
 }
 
 Error CheckMemoryForLines(const FileSystem& files, const PerSide<LoadedText>& texts) {
@@ -158,7 +156,6 @@ Error CheckMemoryForLines(const FileSystem& files, const PerSide<LoadedText>& te
             return Error(ErrorNumber::Overflow, "The file has too many lines");
         wanted += texts[side].lineFeeds * kBytesForLine;
     }
-    constexpr std::uint64_t kAlwaysTried = std::uint64_t{64} << 20;
     if (wanted <= kAlwaysTried) return {};
     const std::uint64_t free = AvailableMemory(files);
     return free == 0 || wanted <= free ? Error() : TooLarge("The files have too many lines: they are");

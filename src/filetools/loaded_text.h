@@ -67,9 +67,9 @@ LoadedText LoadText(const FileSystem& files, const TextRequest& request, const C
 // then.
 bool SettleLineEnds(PerSide<LoadedText>& texts, const CancelCheck& check);
 
-// Refuses, before anything is tried, what would not fit into memory together: the sizes of both files, and
-// what the comparison needs beside them. OK where the system does not tell how much there is.
-Error CheckMemoryFor(const FileSystem& files, const PerSide<std::string>& paths);
+// Refuses, before anything is tried, what would not fit into memory together: `bytes` of both files, and what
+// the comparison needs beside them. OK where the system does not tell how much there is.
+Error CheckMemoryFor(const FileSystem& files, std::uint64_t bytes);
 // The same for the tables of two texts that are in memory.
 Error CheckMemoryForLines(const FileSystem& files, const PerSide<LoadedText>& texts);
 

@@ -1,6 +1,7 @@
 #include "filetools/moved_blocks.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_map>
 
 #include "filetools/line_table.h"
@@ -70,7 +71,7 @@ class MoveFinder {
             std::size_t from = 0;
             const std::size_t length = LongestFrom(index, from);
             if (length == 0 || !SaysSomething(index, length)) {
-                index += 1;
+                index += std::max<std::size_t>(length, 1);
                 continue;
             }
             std::fill_n(taken_.begin() + static_cast<std::ptrdiff_t>(from), length, true);
@@ -92,7 +93,7 @@ class MoveFinder {
     std::size_t LengthAt(std::size_t left, std::size_t right) {
         std::size_t length = 0;
         while (left + length < taken_.size() && right + length < lines_[Side::Right].numbers.size() &&
-               length < longest_) {
+               length < kLongest) {
             for (const Side side : kBothSides) {
                 const std::size_t at = side == Side::Left ? left : right;
                 const auto distance =
@@ -127,7 +128,7 @@ class MoveFinder {
     }
 
     // Longer blocks are told in parts, so that trying many places stays cheap.
-    static constexpr std::size_t longest_ = 10'000;
+    static constexpr std::size_t kLongest = 10'000;
 
     PacedCheck pace_;
     PerSide<LineReader> readers_;
@@ -138,15 +139,28 @@ class MoveFinder {
 
 }  // namespace
 
-std::vector<MovedBlock> FindMovedBlocks(const FileDiff& diff, const CancelCheck& check) {
-    return MoveFinder(diff, check).Run();
+MovedBlocks::MovedBlocks(std::vector<MovedBlock> blocks) : blocks_(std::move(blocks)) {
+    for (const Side side : kBothSides) {
+        inOrder_[side].resize(blocks_.size());
+        std::iota(inOrder_[side].begin(), inOrder_[side].end(), 0U);
+        std::sort(inOrder_[side].begin(), inOrder_[side].end(), [&](std::uint32_t one, std::uint32_t two) {
+            return blocks_[one].first[side] < blocks_[two].first[side];
+        });
+    }
 }
 
-const MovedBlock* MovedBlockAt(const std::vector<MovedBlock>& blocks, Side side, LineNumber line) {
-    const auto found = std::find_if(blocks.begin(), blocks.end(), [&](const MovedBlock& block) {
-        return line >= block.first[side] && line - block.first[side] < block.count;
-    });
-    return found == blocks.end() ? nullptr : &*found;
+const MovedBlock* MovedBlocks::At(Side side, LineNumber line) const {
+    const std::vector<std::uint32_t>& order = inOrder_[side];
+    const auto behind = std::upper_bound(
+        order.begin(), order.end(), line,
+        [&](LineNumber wanted, std::uint32_t block) { return wanted < blocks_[block].first[side]; });
+    if (behind == order.begin()) return nullptr;
+    const MovedBlock& block = blocks_[*(behind - 1)];
+    return line - block.first[side] < block.count ? &block : nullptr;
+}
+
+MovedBlocks FindMovedBlocks(const FileDiff& diff, const CancelCheck& check) {
+    return MovedBlocks(MoveFinder(diff, check).Run());
 }
 
 }  // namespace vantrel

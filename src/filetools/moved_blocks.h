@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "filetools/file_diff_engine.h"
@@ -12,13 +13,23 @@ struct MovedBlock {
     LineNumber count = 0;
 };
 
-// The blocks that moved, in the order of the right side; no line is in two of them. A block counts when it
-// says something: at least kLeastMovedCharacters letters and digits. `lines` are the lines of the two texts.
-// The work is bounded by the number of changed lines.
-inline constexpr int kLeastMovedCharacters = 20;
-std::vector<MovedBlock> FindMovedBlocks(const FileDiff& diff, const CancelCheck& check);
+// The blocks that moved, in the order of the right side; no line is in two of them.
+class MovedBlocks {
+  public:
+    MovedBlocks() = default;
+    explicit MovedBlocks(std::vector<MovedBlock> blocks);
+    const std::vector<MovedBlock>& All() const { return blocks_; }
+    // The block that holds line `line` (index from 0) of `side`, null for none.
+    const MovedBlock* At(Side side, LineNumber line) const;
 
-// The block that holds line `line` (index from 0) of `side`, null for none.
-const MovedBlock* MovedBlockAt(const std::vector<MovedBlock>& blocks, Side side, LineNumber line);
+  private:
+    std::vector<MovedBlock> blocks_;
+    PerSide<std::vector<std::uint32_t>> inOrder_;  // of the lines of each side
+};
+
+// A block counts when it says something: at least kLeastMovedCharacters letters and digits. Very long ones
+// are told in parts. The work is bounded by the number of changed lines.
+inline constexpr int kLeastMovedCharacters = 20;
+MovedBlocks FindMovedBlocks(const FileDiff& diff, const CancelCheck& check);
 
 }  // namespace vantrel

@@ -57,6 +57,24 @@ char16_t UnitAt(std::string_view bytes, std::size_t at, bool big) {
     return static_cast<char16_t>(big ? first << 8 | second : second << 8 | first);
 }
 
+bool IsAsciiText(unsigned unit) {
+    return (unit >= 0x20 && unit < 0x7F) || (unit >= '\t' && unit <= '\r');
+}
+
+// Whether what is taken for wide characters is rather pairs of ASCII ones, as in a list of names with NULs
+// between.
+bool LooksLikeAsciiPairs(std::string_view bytes, bool big) {
+    std::size_t wide = 0;
+    std::size_t pairs = 0;
+    for (std::size_t at = 0; at + 1 < std::min(bytes.size(), kSample); at += 2) {
+        const char16_t unit = UnitAt(bytes, at, big);
+        if (unit < 0x100) continue;
+        ++wide;
+        pairs += IsAsciiText(unit >> 8) && IsAsciiText(unit & 0xFF) ? 1 : 0;
+    }
+    return pairs * 4 > wide * 3;
+}
+
 // Whole characters, none of them U+0000, and in the sample none that no text holds.
 bool IsPlausibleUtf16(std::string_view bytes, bool big, const CancelCheck& check) {
     if (bytes.size() % 2 != 0) return false;
@@ -91,6 +109,12 @@ const std::vector<std::string_view>& OfferedEncodings() {
 }
 
 std::string KnownEncoding(std::string_view name) {
+    // Options behind a comma, which ICU would take, are no names.
+    const auto isOfNames = [](char letter) {
+        return (letter >= '0' && letter <= '9') || ((letter | 0x20) >= 'a' && (letter | 0x20) <= 'z') ||
+               letter == '-' || letter == '_' || letter == '.' || letter == ':';
+    };
+    if (!std::all_of(name.begin(), name.end(), isOfNames)) return {};
     const std::string wanted(name);
     for (const std::string_view offered : OfferedEncodings())
         if (ucnv_compareNames(std::string(offered).c_str(), wanted.c_str()) == 0) return std::string(offered);
@@ -131,7 +155,8 @@ EncodingGuess GuessEncoding(std::string_view bytes, const ByteScan& scan, const 
     const std::size_t mark = MarkLengthOf(bytes, kUtf8);
     if (scan.hasNul) {
         const int big = mark != 0 ? -1 : DetectorsUtf16(bytes);
-        if (big < 0 || !IsPlausibleUtf16(bytes, big == 1, check)) return {std::string(kUtf8), 0, true};
+        if (big < 0 || LooksLikeAsciiPairs(bytes, big == 1) || !IsPlausibleUtf16(bytes, big == 1, check))
+            return {std::string(kUtf8), 0, true};
         return {std::string(big == 1 ? kUtf16Big : kUtf16Little), 0, false};
     }
     if (mark != 0 || !scan.hasHighBytes || IsValidUtf8(bytes, check))

@@ -49,6 +49,7 @@ class BadArgumentsTest : public ::testing::Test {
         if (command == "history") return {command, "--program-folder", folder / "program"};
         if (command == "files") return {command, folder / "left/file", folder / "left/file"};
         if (command == "hexdump") return {command, folder / "left/file"};
+        if (command == "diff") return {command, folder / "left/file", folder / "left/file"};
         std::vector<std::string> arguments{command};
         if (command == "sync")
             for (const auto* each : {"--sync-method", "MakeRightSameAsLeft", "--yes"})
@@ -75,7 +76,7 @@ class BadArgumentsTest : public ::testing::Test {
 };
 
 TEST_F(BadArgumentsTest, EveryOptionTakesAValueOrNone) {
-    for (const std::string command : {"compare", "sync", "history", "files", "hexdump"}) {
+    for (const std::string command : {"compare", "sync", "history", "files", "hexdump", "diff"}) {
         const auto options = OptionsInHelp(command);
         EXPECT_GE(options.size(), 2U) << command;
         for (const ShownOption& option : options) {
@@ -114,11 +115,12 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
         {"--select", {""}, "NAME"},
         {"--max-delete", {"", "all", "-1", "101%", "1.5"}, "N|P%"},
         {"--program-folder", {""}, "DIR"},
+        {"--encoding", {"", "none", "utf8,", "utf8,none", "utf8,utf8,utf8"}, "NAME[,NAME]"},
     };
     // Any text is a list of patterns; a method's name is looked up when the settings file has been read.
     std::set<std::string> known{"--include", "--exclude", "--sync-method"};
     for (const auto& each : cases) known.insert(each.option);
-    for (const std::string command : {"compare", "sync", "history", "files", "hexdump"}) {
+    for (const std::string command : {"compare", "sync", "history", "files", "hexdump", "diff"}) {
         std::set<std::string> has;
         for (const ShownOption& option : OptionsInHelp(command)) {
             if (!option.takesValue) continue;
@@ -156,6 +158,7 @@ TEST_F(BadArgumentsTest, WhatIsNamedMustBeThere) {
 TEST_F(BadArgumentsTest, OperandsAreCounted) {
     ExpectRefused("compare", {folder / "program"}, "too many operands: '" + folder / "program" + "'");
     ExpectRefused("sync", {folder / "program"}, "too many operands: '" + folder / "program" + "'");
+    ExpectRefused("diff", {"--unified", "--format=json"}, "--unified and --format json exclude each other");
     ExpectRefused("history", {folder / "left"}, "too many operands: '" + folder / "left" + "'");
     for (const auto* command : {"compare", "sync"}) {
         const ProgramRun run = RunProgram({command, folder / "left"});

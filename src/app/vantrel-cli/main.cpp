@@ -23,6 +23,7 @@ struct SubCommand {
 constexpr std::array kSubCommands = {
     SubCommand{"compare", "compare two folders", RunCompare},
     SubCommand{"sync", "bring two folders into line", RunSync},
+    SubCommand{"diff", "compare two text files line by line", RunDiff},
     SubCommand{"history", "tell which synchronizations there were", RunHistory},
     SubCommand{"files", "compare two files by all there is to compare", RunFiles},
     SubCommand{"hexdump", "print the bytes of a file", RunHexdump},
