@@ -31,24 +31,23 @@ Converter OpenConverter(const std::string& name) {
     return U_SUCCESS(status) ? std::move(converter) : nullptr;
 }
 
-// -1: the bytes leave the matter open.
-int DetectorsUtf16(std::string_view bytes) {
+// The forms of UTF-16 that the detector holds for possible, the likelier one first.
+std::vector<std::string_view> DetectorsUtf16(std::string_view bytes) {
+    std::vector<std::string_view> possible;
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<UCharsetDetector, void (*)(UCharsetDetector*)> detector(ucsdet_open(&status),
                                                                                   ucsdet_close);
-    if (U_FAILURE(status)) return -1;
+    if (U_FAILURE(status)) return possible;
     const std::string_view sample = bytes.substr(0, kSample);
     ucsdet_setText(detector.get(), sample.data(), static_cast<std::int32_t>(sample.size()), &status);
     std::int32_t found = 0;
     const UCharsetMatch** const matches = ucsdet_detectAll(detector.get(), &found, &status);
-    if (U_FAILURE(status)) return -1;
-    for (std::int32_t index = 0; index < found; ++index) {
+    for (std::int32_t index = 0; U_SUCCESS(status) && index < found; ++index) {
         const char* const name = ucsdet_getName(matches[index], &status);
-        if (U_FAILURE(status) || name == nullptr) return -1;
-        if (name == kUtf16Little) return 0;
-        if (name == kUtf16Big) return 1;
+        for (const std::string_view wide : {kUtf16Little, kUtf16Big})
+            if (U_SUCCESS(status) && name == wide) possible.push_back(wide);
     }
-    return -1;
+    return possible;
 }
 
 char16_t UnitAt(std::string_view bytes, std::size_t at, bool big) {
@@ -64,15 +63,15 @@ bool IsAsciiText(unsigned unit) {
 // Whether what is taken for wide characters is rather pairs of ASCII ones, as in a list of names with NULs
 // between.
 bool LooksLikeAsciiPairs(std::string_view bytes, bool big) {
+    std::size_t narrow = 0;
     std::size_t wide = 0;
     std::size_t pairs = 0;
     for (std::size_t at = 0; at + 1 < std::min(bytes.size(), kSample); at += 2) {
         const char16_t unit = UnitAt(bytes, at, big);
-        if (unit < 0x100) continue;
-        ++wide;
-        pairs += IsAsciiText(unit >> 8) && IsAsciiText(unit & 0xFF) ? 1 : 0;
+        ++(unit < 0x100 ? narrow : wide);
+        if (IsAsciiText(unit >> 8) && IsAsciiText(unit & 0xFF)) ++pairs;
     }
-    return pairs * 4 > wide * 3;
+    return pairs * 4 > wide * 3 && pairs >= narrow;
 }
 
 // Whole characters, none of them U+0000, and in the sample none that no text holds.
@@ -154,10 +153,13 @@ EncodingGuess GuessEncoding(std::string_view bytes, const ByteScan& scan, const 
     }
     const std::size_t mark = MarkLengthOf(bytes, kUtf8);
     if (scan.hasNul) {
-        const int big = mark != 0 ? -1 : DetectorsUtf16(bytes);
-        if (big < 0 || LooksLikeAsciiPairs(bytes, big == 1) || !IsPlausibleUtf16(bytes, big == 1, check))
-            return {std::string(kUtf8), 0, true};
-        return {std::string(big == 1 ? kUtf16Big : kUtf16Little), 0, false};
+        for (const std::string_view encoding :
+             mark != 0 ? std::vector<std::string_view>() : DetectorsUtf16(bytes)) {
+            const bool big = encoding == kUtf16Big;
+            if (!LooksLikeAsciiPairs(bytes, big) && IsPlausibleUtf16(bytes, big, check))
+                return {std::string(encoding), 0, false};
+        }
+        return {std::string(kUtf8), 0, true};
     }
     if (mark != 0 || !scan.hasHighBytes || IsValidUtf8(bytes, check))
         return {std::string(kUtf8), mark, false};
