@@ -43,7 +43,8 @@ class TokenSet {
 
 // Leaves out what the other side does not hold: such lines match nothing. Two rounds over different bits of
 // the tokens leave few of them.
-PerSide<Candidates> SetAside(const PerSide<LineTable>& tables) {
+PerSide<Candidates> SetAside(const PerSide<LineTable>& tables, const CancelCheck& check) {
+    PacedCheck pace(check, 1'000'000);
     PerSide<Candidates> found;
     PerSide<std::vector<std::uint32_t>> tokens;
     const std::size_t room = std::max(tables[Side::Left].Count(), tables[Side::Right].Count());
@@ -52,6 +53,7 @@ PerSide<Candidates> SetAside(const PerSide<LineTable>& tables) {
     for (const Side side : kBothSides) {
         const std::vector<std::uint32_t>& all = tables[side].tokens;
         for (std::size_t index = 0; index < all.size(); ++index) {
+            pace.Count();
             if (!sets[Other(side)].MayHold(all[index])) continue;
             found[side].lines.push_back(static_cast<std::uint32_t>(index));
             found[side].tokens.push_back(all[index]);
@@ -63,6 +65,7 @@ PerSide<Candidates> SetAside(const PerSide<LineTable>& tables) {
         Candidates& mine = found[side];
         std::size_t kept = 0;
         for (std::size_t index = 0; index < mine.lines.size(); ++index) {
+            pace.Count();
             if (!sets[Other(side)].MayHold(mine.tokens[index])) continue;
             mine.lines[kept] = mine.lines[index];
             mine.tokens[kept++] = mine.tokens[index];
@@ -74,7 +77,10 @@ PerSide<Candidates> SetAside(const PerSide<LineTable>& tables) {
 }
 
 PerSide<Marks> Match(const PerSide<LineTable>& tables, const MatchLimits& limits, const CancelCheck& check) {
-    const PerSide<Candidates> candidates = SetAside(tables);
+    if (auto near =
+            MatchTokensIfNear({{tables[Side::Left].tokens, tables[Side::Right].tokens}}, limits, check))
+        return std::move(*near);
+    const PerSide<Candidates> candidates = SetAside(tables, check);
     const PerSide<Marks> unmatched =
         MatchTokens({{candidates[Side::Left].tokens, candidates[Side::Right].tokens}}, limits, check);
     PerSide<Marks> changed;
@@ -86,6 +92,28 @@ PerSide<Marks> Match(const PerSide<LineTable>& tables, const MatchLimits& limits
     return changed;
 }
 
+// Goes through stretches of matched lines, which are equally long on both sides: their first lines and their
+// number.
+template <typename Take>
+void ForEachMatchedStretch(const PerSide<Marks>& changed, Take&& take) {
+    const Marks& left = changed[Side::Left];
+    const Marks& right = changed[Side::Right];
+    std::size_t one = 0;
+    std::size_t two = 0;
+    while (true) {
+        while (one < left.size() && left[one] != 0) ++one;
+        while (two < right.size() && right[two] != 0) ++two;
+        std::size_t count = 0;
+        while (one + count < left.size() && two + count < right.size() && left[one + count] == 0 &&
+               right[two + count] == 0)
+            ++count;
+        if (count == 0) return;
+        take(one, two, count);
+        one += count;
+        two += count;
+    }
+}
+
 // Looks at every pair of matched lines, and marks those that are not alike. Their number.
 std::size_t CheckPairs(const PerSide<LineTable>& tables, const LineLikeness& likeness,
                        PerSide<Marks>& changed, const CancelCheck& check) {
@@ -93,18 +121,23 @@ std::size_t CheckPairs(const PerSide<LineTable>& tables, const LineLikeness& lik
     LineReader right(likeness, Side::Right);
     PacedCheck pace(check, std::size_t{8} << 20);
     std::size_t wrong = 0;
-    std::size_t other = 0;
-    for (std::size_t index = 0; index < changed[Side::Left].size(); ++index) {
-        if (changed[Side::Left][index] != 0) continue;
-        while (changed[Side::Right][other] != 0) ++other;
-        const std::string_view line = tables[Side::Left].Line(index);
-        if (!left.IsLike(line, right, tables[Side::Right].Line(other))) {
-            changed[Side::Left][index] = changed[Side::Right][other] = 1;
-            ++wrong;
+    constexpr std::size_t kMostAtOnce = 65'536;
+    ForEachMatchedStretch(changed, [&](std::size_t one, std::size_t two, std::size_t count) {
+        for (std::size_t done = 0; done < count; done += std::min(kMostAtOnce, count - done)) {
+            const std::size_t some = std::min(kMostAtOnce, count - done);
+            const std::string_view all = tables[Side::Left].Lines(one + done, some);
+            pace.Count(all.size() + some);
+            // Lines that are the same are the same in one piece.
+            if (all == tables[Side::Right].Lines(two + done, some)) continue;
+            for (std::size_t line = done; line < done + some; ++line) {
+                if (left.IsLike(tables[Side::Left].Line(one + line), right,
+                                tables[Side::Right].Line(two + line)))
+                    continue;
+                changed[Side::Left][one + line] = changed[Side::Right][two + line] = 1;
+                ++wrong;
+            }
         }
-        ++other;
-        pace.Count(line.size() + 16);
-    }
+    });
     return wrong;
 }
 

@@ -52,6 +52,21 @@ void AppendFoldedCharacter(std::string_view line, std::size_t& at, std::string& 
     to.append(units, static_cast<std::size_t>(length));
 }
 
+// Somewhat more lines than there are likely to be, from samples of all parts of the text.
+std::size_t ExpectedLines(std::string_view text) {
+    constexpr std::size_t kSamples = 64;
+    constexpr std::size_t kSample = 4'096;
+    if (text.size() <= kSamples * kSample)
+        return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+    std::size_t inSamples = 0;
+    for (std::size_t sample = 0; sample < kSamples; ++sample) {
+        const char* const from = text.data() + (text.size() - kSample) / (kSamples - 1) * sample;
+        inSamples += static_cast<std::size_t>(std::count(from, from + kSample, '\n'));
+    }
+    const std::size_t expected = text.size() / (kSamples * kSample) * (inSamples + 1);
+    return expected + expected / 16;
+}
+
 }  // namespace
 
 LineReader::LineReader(const LineLikeness& likeness, Side side)
@@ -96,15 +111,9 @@ LineTable MakeLineTable(std::string_view text, const LineLikeness& likeness, Sid
                         const CancelCheck& check) {
     LineTable table;
     table.text = text;
-    constexpr std::size_t kSample = std::size_t{64} << 10;
-    const std::size_t sample = std::min(text.size(), kSample);
-    if (sample > 0) {
-        const auto inSample =
-            static_cast<std::size_t>(std::count(text.data(), text.data() + sample, '\n')) + 1;
-        const std::size_t expected = text.size() / sample * inSample + inSample;
-        table.starts.reserve(expected + expected / 16 + 1);
-        table.tokens.reserve(expected + expected / 16);
-    }
+    const std::size_t expected = ExpectedLines(text);
+    table.starts.reserve(expected + 1);
+    table.tokens.reserve(expected);
     LineReader reader(likeness, side);
     PacedCheck pace(check, std::size_t{4} << 20);
     for (std::size_t at = 0; at < text.size();) {

@@ -46,8 +46,9 @@ struct LineTable {
     std::vector<std::uint32_t> tokens;
 
     std::size_t Count() const { return tokens.size(); }
-    std::string_view Line(std::size_t index) const {
-        return text.substr(starts[index], starts[index + 1] - starts[index]);
+    std::string_view Line(std::size_t index) const { return Lines(index, 1); }
+    std::string_view Lines(std::size_t first, std::size_t count) const {
+        return text.substr(starts[first], starts[first + count] - starts[first]);
     }
 };
 LineTable MakeLineTable(std::string_view text, const LineLikeness& likeness, Side side, std::uint64_t seed,

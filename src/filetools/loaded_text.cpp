@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{256} << 10;
 
+// Converted between two looks at the cancel flag.
+constexpr std::ptrdiff_t kConverted = std::ptrdiff_t{4} << 20;
 // So much is never refused.
 constexpr std::uint64_t kAlwaysTried = std::uint64_t{64} << 20;
 
@@ -129,15 +131,25 @@ bool SettleLineEnds(PerSide<LoadedText>& texts, const CancelCheck& check) {
     const bool ignored = left != right && keepsToOne(left) && keepsToOne(right);
     for (const Side side : kBothSides) {
         LoadedText& text = texts[side];
+        const bool leavesOut = text.lineEnds == LineEnds::CrLf && ignored;
+        if (text.lineEnds != LineEnds::Cr && !leavesOut) continue;
         char* const begin = text.bytes_.get() + text.skipped_;
         char* const end = text.bytes_.get() + text.size_;
-        if (text.lineEnds == LineEnds::Cr) {
-            text.lineFeeds = static_cast<std::uint64_t>(std::count(begin, end, '\r'));
-            std::replace(begin, end, '\r', '\n');
-        } else if (text.lineEnds == LineEnds::CrLf && ignored) {
-            text.size_ = text.skipped_ + static_cast<std::size_t>(std::remove(begin, end, '\r') - begin);
+        char* to = begin;
+        for (char* from = begin; from < end;) {
+            char* const pieceEnd = from + std::min<std::ptrdiff_t>(end - from, kConverted);
+            if (leavesOut) {
+                char* const kept = std::remove(from, pieceEnd, '\r');
+                to = to == from ? kept : std::move(from, kept, to);
+            } else {
+                text.lineFeeds += static_cast<std::uint64_t>(std::count(from, pieceEnd, '\r'));
+                std::replace(from, pieceEnd, '\r', '\n');
+                to = pieceEnd;
+            }
+            from = pieceEnd;
+            if (check) check();
         }
-        if (check) check();
+        text.size_ = text.skipped_ + static_cast<std::size_t>(to - begin);
     }
     return ignored;
 }

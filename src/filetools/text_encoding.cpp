@@ -69,7 +69,7 @@ bool LooksLikeAsciiPairs(std::string_view bytes, bool big) {
     for (std::size_t at = 0; at + 1 < std::min(bytes.size(), kSample); at += 2) {
         const char16_t unit = UnitAt(bytes, at, big);
         ++(unit < 0x100 ? narrow : wide);
-        if (IsAsciiText(unit >> 8) && IsAsciiText(unit & 0xFF)) ++pairs;
+        if (IsAsciiText(unit >> 8) && ((unit & 0xFF) == 0 || IsAsciiText(unit & 0xFF))) ++pairs;
     }
     return pairs * 4 > wide * 3 && pairs >= narrow;
 }

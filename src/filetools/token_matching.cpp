@@ -1,7 +1,6 @@
 #include "filetools/token_matching.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "filetools/token_box.h"
 
@@ -13,6 +12,8 @@ namespace {
 constexpr double kLeastSteps = 65'536;
 constexpr double kWordsForStep = 4;
 constexpr double kWordsForPair = 12;
+// The most steps to find out whether two texts are nearly the same.
+constexpr double kMostNearSteps = 16'000'000;
 // A table of so many words is made whatever was spent before.
 constexpr double kLeastWindow = 1 << 20;
 // Anchors are taken where there is one for so many lines of the shorter stretch.
@@ -29,20 +30,40 @@ class Matcher {
     }
 
     PerSide<std::vector<std::uint8_t>> Run() {
-        work_.push_back({{{{0, 0}}, {{tokens_[Side::Left].size(), tokens_[Side::Right].size()}}}});
+        work_.push_back({Whole()});
+        Finish();
+        return std::move(marks_);
+    }
+
+    // The same where few tokens differ; otherwise nothing, after little work.
+    std::optional<PerSide<std::vector<std::uint8_t>>> RunIfNear() {
+        TokenBox box = Whole();
+        Trim(box);
+        const auto tokens = static_cast<double>(box.Size(Side::Left) + box.Size(Side::Right));
+        if (box.IsEmpty(Side::Left) || box.IsEmpty(Side::Right))
+            MarkAll(box);
+        else if (!FindPath(box, std::min(std::clamp(tokens / 4, kLeastSteps / 16, kMostNearSteps),
+                                         static_cast<double>(limits_.pathSteps))))
+            return std::nullopt;
+        Finish();
+        return std::move(marks_);
+    }
+
+  private:
+    TokenBox Whole() const { return {{{0, 0}}, {{tokens_[Side::Left].size(), tokens_[Side::Right].size()}}}; }
+
+    void Finish() {
         while (!work_.empty()) {
             Work next = work_.back();
             work_.pop_back();
             Trim(next.box);
             if (next.box.IsEmpty(Side::Left) || next.box.IsEmpty(Side::Right))
                 MarkAll(next.box);
-            else if (next.isRest || !FindPath(next.box))
-                DivideHard(next.box);
+            else if (next.isRest || !FindPath(next.box, StepsFor(next.box)))
+                DivideHard(next.box, next.isRest);
         }
-        return std::move(marks_);
     }
 
-  private:
     void Trim(TokenBox& box) const {
         const Tokens left = tokens_[Side::Left];
         const Tokens right = tokens_[Side::Right];
@@ -75,18 +96,25 @@ class Matcher {
             for (const Side side : kBothSides) marks_[side][box.begin[side] + pair[side]] = 0;
     }
 
-    bool FindPath(const TokenBox& box) {
-        const auto steps = static_cast<std::int64_t>(std::min(
-            std::max(box.Words() / kWordsForStep, kLeastSteps), static_cast<double>(limits_.pathSteps)));
+    // As many as another way would cost. Where that is too dear, few at first.
+    double StepsFor(const TokenBox& box) const {
+        const double words = box.Words();
+        const auto most = static_cast<double>(limits_.pathSteps);
+        return std::min(std::max(words / kWordsForStep, kLeastSteps),
+                        words <= static_cast<double>(limits_.tableWords) ? most : most / 8);
+    }
+
+    bool FindPath(const TokenBox& box, double steps) {
         PerSide<std::size_t> point;
-        if (!FindPathPoint(box.Of(tokens_, Side::Left), box.Of(tokens_, Side::Right), steps, pace_, point))
+        if (!FindPathPoint(box.Of(tokens_, Side::Left), box.Of(tokens_, Side::Right),
+                           static_cast<std::int64_t>(steps), pace_, point))
             return false;
         Push(box, point, false);
         return true;
     }
 
     // The two sides of the box have little in common, or much that is the same.
-    void DivideHard(const TokenBox& box) {
+    void DivideHard(const TokenBox& box, bool pathWasTried) {
         const Tokens left = box.Of(tokens_, Side::Left);
         const Tokens right = box.Of(tokens_, Side::Right);
         const double words = box.Words();
@@ -101,6 +129,7 @@ class Matcher {
             return TakePairs(box, PairsByTable(left, right, pace_));
         }
         if (CutAtAnchors(box)) return;
+        if (!pathWasTried && FindPath(box, static_cast<double>(limits_.pathSteps))) return;
         const double window = std::max(affordable / 8, kLeastWindow);
         wordsLeft_ -= window;
         Push(box, FindWindow(left, right, static_cast<std::int64_t>(window), pace_), true);
@@ -143,6 +172,12 @@ class Matcher {
 PerSide<std::vector<std::uint8_t>> MatchTokens(const PerSide<Tokens>& tokens, const MatchLimits& limits,
                                                const CancelCheck& check) {
     return Matcher(tokens, limits, check).Run();
+}
+
+std::optional<PerSide<std::vector<std::uint8_t>>> MatchTokensIfNear(const PerSide<Tokens>& tokens,
+                                                                    const MatchLimits& limits,
+                                                                    const CancelCheck& check) {
+    return Matcher(tokens, limits, check).RunIfNear();
 }
 
 }  // namespace vantrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -15,5 +16,10 @@ namespace vantrel {
 // sides, in order.
 PerSide<std::vector<std::uint8_t>> MatchTokens(const PerSide<std::span<const std::uint32_t>>& tokens,
                                                const MatchLimits& limits, const CancelCheck& check);
+
+// The same where so little differs that it is found at once; nothing otherwise.
+std::optional<PerSide<std::vector<std::uint8_t>>> MatchTokensIfNear(
+    const PerSide<std::span<const std::uint32_t>>& tokens, const MatchLimits& limits,
+    const CancelCheck& check);
 
 }  // namespace vantrel
