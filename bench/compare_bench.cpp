@@ -1,7 +1,7 @@
 // Whole comparisons by vantrel-cli against the tools that a user would take instead. Started by bench/run:
 //   compare_bench VANTREL-CLI FOLDER [ROUNDS [PART...]]
-// FOLDER is an empty folder for the corpora; ROUNDS are 7 without it; PART is one of flat, trees, large,
-// cold.
+// FOLDER is an empty folder for the corpora; ROUNDS are 7 without it; PART is one of flat, trees, deep,
+// mixed, large, cold. With another program in $VANTREL_BASELINE, "--jobs 1" is held against that.
 #include <fcntl.h>
 #include <openssl/evp.h>
 #include <unistd.h>
@@ -18,6 +18,8 @@
 #include <vector>
 
 #include "corpus.h"
+#include "platform/files/volumes.h"
+#include "platform/workers.h"
 #include "timed_command.h"
 
 namespace vantrel::bench {
@@ -25,6 +27,7 @@ namespace {
 
 constexpr std::size_t kFiles = 100'000;
 constexpr std::size_t kFolders = 2'000;
+constexpr std::size_t kMixedFiles = 1'500;
 constexpr std::size_t kLargeFiles = 16;
 constexpr std::size_t kLargeSize = std::size_t{128} << 20;
 
@@ -35,27 +38,41 @@ class Bench {
 
     void Flat() {
         MakeFlatPair(folder_ + "/flat", kFiles);
-        Report("100,000 files a side in one folder, size and date",
-               {Cli("flat", {}), Find("flat", 1.3), Rsync("flat", {"-rn"}, 1.0)}, rounds_);
+        BySizeAndDate("100,000 files a side in one folder", "flat");
+        ByContents("flat", 0.5);
+        Alone("flat", {});
         Drop("flat");
     }
     void Trees() {
         MakeTreePair(folder_ + "/trees", kFiles, kFolders);
-        Report("100,000 files a side in 2,000 folders, size and date",
-               {Cli("trees", {}), Find("trees", 1.2), Rsync("trees", {"-rnti", "--delete"}, 0.7)}, rounds_);
-        Report("The same trees, contents", {Cli("trees", {"--method", "contents"}), Diff("trees", 0.7)},
-               rounds_);
+        BySizeAndDate("100,000 files a side in 2,000 folders", "trees");
+        ByContents("trees", 0.5);
+        Alone("trees", {});
+        Alone("trees", {"--method", "contents"});
+    }
+    void Deep() {
+        MakeDeepPair(folder_ + "/deep", kFiles / 2);
+        BySizeAndDate("50,000 small files a side in a deep tree", "deep");
+        ByContents("deep", 0.5);
+        Drop("deep");
+    }
+    void Mixed() {
+        MakeMixedPair(folder_ + "/mixed", kMixedFiles);
+        BySizeAndDate("1,500 files a side, 5 % of them of 1 to 50 MiB", "mixed");
+        ByContents("mixed", 0.5);
+        Report("The same, CRC-32", {Cli("mixed", {"--method", "crc"}), Diff("mixed", 0.5)}, rounds_);
+        Report("The same, SHA-1", {Cli("mixed", {"--method", "sha"}), HashPass("mixed", 0.6)}, rounds_);
+        Drop("mixed");
     }
     void Large() {
         MakeLargePair(folder_ + "/large", kLargeFiles, kLargeSize);
-        Report("16 pairs of 128 MiB, contents", {Cli("large", {"--method", "contents"}), Diff("large", 0.85)},
+        Report("16 pairs of 128 MiB, contents", {Cli("large", {"--method", "contents"}), Diff("large", 0.5)},
                rounds_);
-        Report("16 pairs of 128 MiB, CRC-32", {Cli("large", {"--method", "crc"}), Diff("large", 1.5)},
+        Report("16 pairs of 128 MiB, CRC-32", {Cli("large", {"--method", "crc"}), Diff("large", 0.5)},
                rounds_);
-        Report("16 pairs of 128 MiB, SHA-1",
-               {Cli("large", {"--method", "sha"}),
-                {"one SHA-1 pass over each side", {}, [this] { HashAll(); }, 1.1}},
+        Report("16 pairs of 128 MiB, SHA-1", {Cli("large", {"--method", "sha"}), HashPass("large", 0.6)},
                rounds_);
+        Alone("large", {"--method", "contents"});
         Drop("large");
     }
     // Only root may empty the cache.
@@ -66,7 +83,7 @@ class Bench {
             return;
         }
         Report("The same trees, contents, cold cache",
-               {Cli("trees", {"--method", "contents"}), Diff("trees", 0.5)}, std::min(rounds_, 3), [] {
+               {Cli("trees", {"--method", "contents"}), Diff("trees", 0.15)}, std::min(rounds_, 3), [] {
                    sync();
                    std::ofstream("/proc/sys/vm/drop_caches") << "3";
                });
@@ -76,6 +93,29 @@ class Bench {
     std::string Left(const std::string& corpus) const { return folder_ + "/" + corpus + "/left"; }
     std::string Right(const std::string& corpus) const { return folder_ + "/" + corpus + "/right"; }
 
+    void BySizeAndDate(const std::string& title, const std::string& corpus) const {
+        Report(title + ", size and date",
+               {Cli(corpus, {}), Find(corpus, 0.6), Rsync(corpus, {"-rnti", "--delete"}, 0.35)}, rounds_);
+    }
+    void ByContents(const std::string& corpus, double limit) const {
+        Report("The same, contents", {Cli(corpus, {"--method", "contents"}), Diff(corpus, limit)}, rounds_);
+    }
+    // What the one thread takes without workers, against an earlier program.
+    void Alone(const std::string& corpus, const std::vector<std::string>& options) const {
+        const char* const baseline = std::getenv("VANTREL_BASELINE");
+        if (baseline == nullptr) return;
+        std::vector<std::string> alone = options;
+        alone.insert(alone.end(), {"--jobs", "1"});
+        Contender before = Cli(corpus, options);
+        before.name = "the baseline";
+        before.command[0] = baseline;
+        before.limit = 1.05;
+        Report("The same with --jobs 1", {Cli(corpus, alone), before}, rounds_);
+    }
+
+    Contender HashPass(const std::string& corpus, double limit) const {
+        return {"one SHA-1 pass over each side", {}, [this, corpus] { HashAll(corpus); }, limit};
+    }
     Contender Cli(const std::string& corpus, const std::vector<std::string>& options) const {
         std::vector<std::string> command = {cli_, "compare", "--format", "json"};
         command.insert(command.end(), options.begin(), options.end());
@@ -100,12 +140,13 @@ class Bench {
     }
 
     // What the library needs for the same bytes: every file read once in large pieces and hashed.
-    void HashAll() const {
+    void HashAll(const std::string& corpus) const {
         std::vector<unsigned char> buffer(std::size_t{1} << 20);
         EVP_MD* sha1 = EVP_MD_fetch(nullptr, "SHA1", nullptr);
         EVP_MD_CTX* context = EVP_MD_CTX_new();
-        for (const std::string& side : {Left("large"), Right("large")}) {
-            for (const auto& entry : std::filesystem::directory_iterator(side)) {
+        for (const std::string& side : {Left(corpus), Right(corpus)}) {
+            for (const auto& entry : std::filesystem::recursive_directory_iterator(side)) {
+                if (!entry.is_regular_file()) continue;
                 const int fd = open(entry.path().c_str(), O_RDONLY | O_CLOEXEC);
                 EVP_DigestInit_ex2(context, sha1, nullptr);
                 for (ssize_t got; (got = read(fd, buffer.data(), buffer.size())) > 0;)
@@ -128,8 +169,17 @@ struct Part {
     std::string_view name;
     void (Bench::*run)();
 };
-constexpr std::array kParts = {Part{"flat", &Bench::Flat}, Part{"trees", &Bench::Trees},
+constexpr std::array kParts = {Part{"flat", &Bench::Flat},   Part{"trees", &Bench::Trees},
+                               Part{"deep", &Bench::Deep},   Part{"mixed", &Bench::Mixed},
                                Part{"large", &Bench::Large}, Part{"cold", &Bench::Cold}};
+
+// As in "ext4".
+std::string FileSystemOf(const std::string& folder) {
+    SystemCalls calls;
+    const FileSystem files(calls);
+    SystemVolumes volumes(files);
+    return volumes.GetFileSystemName(volumes.GetDriveName(folder));
+}
 
 int Run(const std::vector<std::string>& arguments) {
     if (arguments.size() < 2) {
@@ -138,6 +188,7 @@ int Run(const std::vector<std::string>& arguments) {
     }
     Bench bench(arguments[0], arguments[1],
                 arguments.size() > 2 ? std::max(1, std::atoi(arguments[2].c_str())) : 7);
+    std::printf("%zu processors, %s\n", ProcessorCount(), FileSystemOf(arguments[1]).c_str());
     std::printf(
         "Medians of interleaved runs (least to most), and peak memory. Caches are warm unless said.\n");
     for (const Part& part : kParts)

@@ -120,6 +120,48 @@ void MakeTreePair(const std::string& folder, std::size_t files, std::size_t fold
     }
 }
 
+void MakeDeepPair(const std::string& folder, std::size_t files) {
+    constexpr std::size_t kPerFolder = 10, kBelow = 4, kLevels = 8;
+    MakeSides(folder);
+    std::vector<std::string> all = {""};
+    for (std::size_t next = 0; all.size() * kPerFolder < files; ++next) {
+        const auto level = std::count(all[next].begin(), all[next].end(), '/');
+        if (level >= static_cast<std::ptrdiff_t>(kLevels)) continue;
+        for (std::size_t below = 0; below < kBelow; ++below) {
+            all.push_back(all[next] + Numbered("/level %zu", below));
+            for (const char* side : kSides) MakeFolder(folder + side + all.back());
+        }
+    }
+    std::mt19937 random(4);
+    const std::string bytes = RandomBytes(std::size_t{1} << 20, 5);
+    for (std::size_t number = 0; number < files; ++number) {
+        const std::size_t size = random() % 4096, offset = random() % (bytes.size() - size);
+        WritePair(folder, all[number % all.size()] + Numbered("/note %06zu.txt", number),
+                  bytes.substr(offset, size), number);
+    }
+}
+
+void MakeMixedPair(const std::string& folder, std::size_t files) {
+    constexpr std::size_t kPerFolder = 50, kMebibyte = std::size_t{1} << 20;
+    MakeSides(folder);
+    std::mt19937 random(6);
+    const std::string bytes = RandomBytes(50 * kMebibyte, 7);
+    std::string name;
+    for (std::size_t number = 0; number < files; ++number) {
+        if (number % kPerFolder == 0) {
+            name = Numbered("/album %04zu", number / kPerFolder);
+            for (const char* side : kSides) MakeFolder(folder + side + name);
+        }
+        const bool large = number % 20 == 3;
+        const std::size_t size = large ? kMebibyte * (1 + random() % 50) : random() % 16384;
+        std::string content = bytes.substr(random() % (bytes.size() - size + 1), size);
+        for (const char* side : kSides) {
+            WriteFile(folder + side + name + Numbered("/track %06zu.flac", number), content, kBaseTime);
+            if (large && number % 200 == 3) content.back() ^= 1;
+        }
+    }
+}
+
 void MakeLargePair(const std::string& folder, std::size_t files, std::size_t size) {
     MakeSides(folder);
     for (std::size_t number = 0; number < files; ++number) {

@@ -15,6 +15,11 @@ if(VANTREL_STRICT)
     target_link_options(vantrel_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(VANTREL_WATCH_THREADS)
+    target_compile_options(vantrel_options INTERFACE -Werror -fsanitize=thread -fno-omit-frame-pointer -O1 -g1)
+    target_link_options(vantrel_options INTERFACE -fsanitize=thread)
+endif()
+
 find_program(MOLD mold)
 if(MOLD)
     target_link_options(vantrel_options INTERFACE -fuse-ld=mold)

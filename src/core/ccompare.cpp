@@ -14,6 +14,7 @@ CCompare::CCompare(const Options& options) {
 void CCompare::TakeOptions(const Options& options) {
     CompareMethod = options.compareType;
     ChunkSize = options.chunkSize;
+    Jobs = options.jobs;
     IncludeFilters = options.includeFileTypes;
     ExcludeFilters = options.excludeFileTypes;
     ExcludeSystemFiles = options.excludeSystemFiles;

@@ -36,6 +36,7 @@ class CCompare {
     std::string ExcludeFilters;  // comma-separated patterns
     std::string IncludeFilters;
     vantrel::CompareMethod CompareMethod{};
+    std::int32_t Jobs{};  // workers, as WorkerCount takes them
     bool ExcludeHiddenFolders{};
     bool ExcludeSystemFolders{};
     SizeRule Sizes{};

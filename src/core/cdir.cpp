@@ -91,7 +91,32 @@ void CDir::DropContent() {
     id_ = {};
 }
 
-ScanOutcome CDir::PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context) {
+Error CDir::Read(ListingState& state, FolderReading* begun) {
+    const EntrySink take = [this, &state](const FolderEntry& entry) { return TakeEntry(entry, state); };
+    if (!begun) {
+        OpenFolder folder;
+        if (Error error = tools_.files.Open(path_, folder); !error.IsOk()) return error;
+        id_ = folder.Id();
+        indexed_ = false;
+        return folder.ForEach(take);
+    }
+    const auto whileWaiting = [&state] {
+        if (!state.context.IsCancelled()) return;
+        state.cancelled = true;
+        throw ComparisonCancelled();
+    };
+    try {
+        if (Error error = begun->Open(whileWaiting); !error.IsOk()) return error;
+        id_ = begun->Id();
+        indexed_ = false;
+        return begun->ForEach(take, whileWaiting);
+    } catch (const ComparisonCancelled&) {
+        return {};
+    }
+}
+
+ScanOutcome CDir::PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context,
+                                        FolderReading* begun) {
     if (context.display) context.display->SetFilterPanel(options.HasNoFilters() ? "No Filters" : "Filters");
     DropContent();
 
@@ -102,12 +127,7 @@ ScanOutcome CDir::PopulateSelfWithFiles(const ScanOptions& options, const Compar
         context.progress.SetBarRange(0);
 
         ListingState state{context, NameFilter::ForScan(options)};
-        OpenFolder folder;
-        ThrowIfFailed(tools_.files.Open(path_, folder));
-        id_ = folder.Id();
-        indexed_ = false;
-        ThrowIfFailed(
-            folder.ForEach([this, &state](const FolderEntry& entry) { return TakeEntry(entry, state); }));
+        ThrowIfFailed(Read(state, begun));
         performance.EndPerformanceCheck();
         if (performance.MilliSecondsElapsed() > kSlowScanMilliseconds && state.filesSeen < kFewFiles)
             context.compare.SlowConnection = true;

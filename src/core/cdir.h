@@ -9,6 +9,7 @@
 #include "core/comparison_context.h"
 #include "core/filters.h"
 #include "core/result_list.h"
+#include "platform/files/folder_reading.h"
 #include "platform/text_pool.h"
 
 namespace vantrel {
@@ -20,7 +21,8 @@ enum class ScanOutcome {
 };
 
 // One scanned folder: one level of it, not a tree. Files, sub-folders and what is neither stand in the order
-// of their keys, and those whose names differ in letter case only in the order of the names.
+// of their keys, and those whose names differ in letter case only in the order of the names. It belongs to
+// the one thread.
 class CDir {
   public:
     // `Name` begins with the folder marker, as in "\Sub"; so does the key.
@@ -61,7 +63,9 @@ class CDir {
     // Scans Path. The number of files is not known before the listing and is not worth a second one: the bar
     // of the progress window is a busy one, whose value counts the files. An error, also one in the middle of
     // the listing, is reported as "CDir.PopulateSelfWithFiles".
-    ScanOutcome PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context);
+    // `begun` is a reading of the folder by workers, with StatPolicy::All; without one it is read here.
+    ScanOutcome PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context,
+                                      FolderReading* begun = nullptr);
     // DriveName keeps its value.
     void Clear();
     // Entries that occupy their names, and of which a file or a folder of the name would be taken in.
@@ -86,6 +90,7 @@ class CDir {
 
   private:
     struct ListingState;
+    Error Read(ListingState& state, FolderReading* begun);
     bool TakeEntry(const FolderEntry& entry, ListingState& state);
     void AddFile(const FolderEntry& entry, const ComparisonContext& context);
     void AddOther(const FolderEntry& entry, bool keptAsFile);

@@ -22,4 +22,10 @@ struct CFile {
     std::int32_t ModifiedDateLow() const { return LastWrite.Low(); }
 };
 
+// One half of a pair, as the scan saw it.
+struct ScannedFile {
+    Currency size;       // by the size rule
+    FileTime lastWrite;  // UTC
+};
+
 }  // namespace vantrel

@@ -3,17 +3,20 @@
 #include "core/ccompare.h"
 #include "core/compare_ports.h"
 #include "core/toolbox.h"
+#include "platform/workers.h"
 
 namespace vantrel {
 
 // Thrown inside a comparison when the user cancelled it; caught by FolderComparison and by nothing else.
 struct ComparisonCancelled : Cancelled {};
 
-// What every step of a running comparison works with. Nothing in it is owned.
+// What every step of a running comparison works with. Nothing in it is owned, and all of it is the one
+// thread's: what workers are handed is taken from it beforehand.
 struct ComparisonContext {
     const Toolbox& tools;
     CCompare& compare;
     CompareProgress& progress;
+    Workers& workers;                      // without threads all is done by the one thread
     ComparisonDisplay* display = nullptr;  // none without a window
 
     // Lets events through, then reads the cancel flag. Cheap enough for every file.

@@ -8,6 +8,7 @@
 
 #include "core/ccompare.h"
 #include "core/content_progress.h"
+#include "core/pair_reader.h"
 #include "core/toolbox.h"
 #include "platform/currency.h"
 #include "platform/files/file_system.h"
@@ -15,10 +16,10 @@
 namespace vantrel {
 
 // Reads pairs of files of equal size and says whether they differ. One object serves a whole comparison: its
-// two buffers are kept from pair to pair. Each holds no more than a chunk, between kLeastReadUnit and
-// kReadUnit: a larger chunk is read in pieces, several small ones at once, and its answer, its percentages
+// two buffers are kept from pair to pair. Each holds no more than a chunk, between the two units of
+// ReadingRule: a larger chunk is read in pieces, several small ones at once, and its answer, its percentages
 // and its errors are told by chunk all the same. A difference that stands before a read error in one large
-// chunk counts.
+// chunk counts. It belongs to the one thread.
 //
 // Of a pair the two files are taken as they are when they are opened. What the answer means:
 // - true: a difference was found, or the user cancelled (CompareCancelled is then set), or what could be said
@@ -35,8 +36,6 @@ namespace vantrel {
 // same way, but its pair counts as different whatever its date.
 class ContentComparator {
   public:
-    static constexpr std::size_t kReadUnit = std::size_t{1} << 20;
-    static constexpr std::size_t kLeastReadUnit = std::size_t{16} << 10;
     static constexpr std::size_t kPrefetchedPairs = 32;
     static constexpr std::uint64_t kPrefetchedBytes = std::uint64_t{4} << 20;  // of each file
 
@@ -53,6 +52,9 @@ class ContentComparator {
 
     // Whether bytes come from a disk now rather than from memory, so that announcing pairs pays.
     bool ReadingWaits() const { return readingWaits_; }
+    // To be called for each pair that was compared elsewhere, of which so many bytes were read: it is found
+    // out by their pace.
+    void LookWhetherReadingWaits(std::uint64_t bytes = 0);
     // Compares two files that are open without a stat, and short enough for one buffer: the quickest way
     // while reading does not wait. True only when all bytes of both were read and are alike, which every
     // method calls alike; `size` is then their size. Otherwise nothing is said and nothing logged. `shown` is
@@ -73,8 +75,6 @@ class ContentComparator {
     }
 
   private:
-    void LookWhetherReadingWaits();
-    class Buffers;
     class Run;
     struct Pair;
 
@@ -88,7 +88,7 @@ class ContentComparator {
     bool readingWaits_ = false;
     std::uint32_t pairsSinceVerdict_ = 0;  // since readingWaits_ was found out last
     std::uint32_t lastVerdict_ = 0;
-    std::unique_ptr<Buffers> buffers_;
+    PairBuffers buffers_;
     FileCloser closer_;
 };
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "core/compare_ports.h"
+#include "core/pair_reader.h"
 
 namespace vantrel {
 
@@ -29,6 +31,27 @@ class FileNameProgress : public ContentProgress {
 
   private:
     CompareProgress& progress_;
+};
+
+// The percentages of one file of `size` bytes, told as its blocks are begun. All must outlive the object.
+class ReadingShown {
+  public:
+    ReadingShown(const ReadingRule& rule, std::uint64_t size, ContentProgress& progress,
+                 std::string_view shown)
+        : rule_(rule), size_(size), progress_(progress), shown_(shown) {}
+
+    // The block that ends at `blockEnd` is begun.
+    void Show(std::uint64_t blockEnd);
+    // All blocks up to the one that ends at `end` were begun, some of them told before.
+    void ShowUpTo(std::uint64_t end);
+
+  private:
+    const ReadingRule& rule_;
+    std::uint64_t size_;
+    ContentProgress& progress_;
+    std::string_view shown_;
+    std::uint64_t told_ = 0;
+    int percentage_ = -1;
 };
 
 }  // namespace vantrel

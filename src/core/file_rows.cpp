@@ -1,7 +1,10 @@
 #include "core/file_rows.h"
 
 #include <algorithm>
+#include <memory>
+#include <optional>
 
+#include "core/level_contents.h"
 #include "core/occupied_names.h"
 
 namespace vantrel {
@@ -91,6 +94,101 @@ void AddOccupied(const MergedFile& name, const PerSide<const CDir*>& dirs, const
     }
 }
 
+// The rows of the files, and what is read ahead for them.
+class FileRows {
+  public:
+    FileRows(const std::vector<MergedFile>& names, const PerSide<const CDir*>& dirs, PairComparison& pairs,
+             const ComparisonContext& context)
+        : names_(names), dirs_(dirs), pairs_(pairs), context_(context) {
+        if (!pairs.ReadsContents()) return;
+        // Files are opened relative to their folder. Where that does not go, each is opened by its path.
+        bool areOpen = true;
+        for (const Side side : kBothSides) {
+            folders_[side] = std::make_shared<OpenFolder>();
+            areOpen = context.tools.files.Open(dirs[side]->Path(), *folders_[side]).IsOk() && areOpen;
+        }
+        if (context.workers.Count() == 0 || !areOpen) return;
+        contents_.emplace(pairs.Ahead(), PairRun::Folders{{folders_[Side::Left], folders_[Side::Right]}},
+                          names.size(),
+                          [this](std::size_t i, PairToRead& pair) { return Describe(i, pair); });
+    }
+
+    void AddTo(ComparisonResults& found) {
+        for (std::size_t i = 0; i < names_.size(); ++i) {
+            if (contents_)
+                contents_->Advance();
+            else
+                Prefetch();
+            const MergedFile& name = names_[i];
+            context_.progress.SetBarValue(static_cast<std::int64_t>(i) + 1);
+            context_.ThrowIfCancelled();
+            context_.progress.SetFileName(name.text);
+
+            if (name.IsOccupied()) {
+                AddOccupied(name, dirs_, context_, found);
+                continue;
+            }
+            const PairTypes types = TypesOf(i);
+            for (const Side side : kBothSides) {
+                if (name.file[side])
+                    found.hold[side].Add(
+                        RowFor(name, *name.file[side], side == Side::Left ? types.left : types.right));
+                else
+                    found.hold[side].AddPlaceholder();
+            }
+        }
+    }
+
+  private:
+    bool Describe(std::size_t i, PairToRead& pair) const {
+        const MergedFile& name = names_[i];
+        if (!IsPair(name) || !pairs_.NeedsContents(FilesOf(name))) return false;
+        for (const Side side : kBothSides) {
+            const CFile& file = *name.file[side];
+            pair[side] = {file.FileName, file.seen ? file.seen->id.inode : 0, file.isLink, file.Size};
+        }
+        return true;
+    }
+
+    PairTypes TypesOf(std::size_t i) {
+        const MergedFile& name = names_[i];
+        if (!IsPair(name)) return {ResultType::Orphan, ResultType::Orphan};
+        const PerSide<ScannedFile> files = FilesOf(name);
+        if (contents_ && pairs_.NeedsContents(files)) {
+            const PairVerdict verdict = pairs_.Take(*contents_, i, name.file[Side::Left]->FileName, [this] {
+                contents_->Advance();
+                context_.ThrowIfCancelled();
+            });
+            if (verdict.kind != PairVerdict::Kind::LookCloser)
+                return pairs_.ClassifyRead(files, verdict.kind != PairVerdict::Kind::Alike);
+        }
+        return pairs_.Classify(files, [&](Side side) { return PathOf(dirs_, name, side); });
+    }
+
+    // Where the one thread reads: the coming pairs, opened ahead.
+    void Prefetch() {
+        for (; pairs_.ReadsContents() && ahead_ < names_.size() && pairs_.WantsPrefetch(); ++ahead_) {
+            const MergedFile& coming = names_[ahead_];
+            if (!IsPair(coming) || !pairs_.NeedsContents(FilesOf(coming))) continue;
+            context_.ThrowIfCancelled();
+            PerSide<ReadFile> files;
+            for (const Side side : kBothSides)
+                if (folders_[side]->IsOpen())
+                    (void)folders_[side]->OpenScannedFile(coming.file[side]->FileName, files[side]);
+            pairs_.Prefetch(PathOf(dirs_, coming, Side::Left), PathOf(dirs_, coming, Side::Right),
+                            std::move(files));
+        }
+    }
+
+    const std::vector<MergedFile>& names_;
+    const PerSide<const CDir*>& dirs_;
+    PairComparison& pairs_;
+    const ComparisonContext& context_;
+    PerSide<std::shared_ptr<OpenFolder>> folders_;
+    std::optional<LevelContents> contents_;  // where workers compare
+    std::size_t ahead_ = 0;
+};
+
 }  // namespace
 
 void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const PerSide<const CDir*>& dirs,
@@ -107,42 +205,7 @@ void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const P
         }
     }
 
-    // Files are opened relative to their folder. Where that does not go, each is opened by its path.
-    PerSide<OpenFolder> folders;
-    for (const Side side : kBothSides)
-        if (pairs.ReadsContents()) (void)context.tools.files.Open(dirs[side]->Path(), folders[side]);
-    std::size_t ahead = 0;
-    for (std::size_t i = 0; i < allFileNames.size(); ++i) {
-        for (; pairs.ReadsContents() && ahead < allFileNames.size() && pairs.WantsPrefetch(); ++ahead) {
-            const MergedFile& coming = allFileNames[ahead];
-            if (!IsPair(coming) || !pairs.NeedsContents(FilesOf(coming))) continue;
-            context.ThrowIfCancelled();
-            PerSide<ReadFile> files;
-            for (const Side side : kBothSides)
-                if (folders[side].IsOpen())
-                    (void)folders[side].OpenScannedFile(coming.file[side]->FileName, files[side]);
-            pairs.Prefetch(PathOf(dirs, coming, Side::Left), PathOf(dirs, coming, Side::Right),
-                           std::move(files));
-        }
-        const MergedFile& name = allFileNames[i];
-        context.progress.SetBarValue(static_cast<std::int64_t>(i) + 1);
-        context.ThrowIfCancelled();
-        context.progress.SetFileName(name.text);
-
-        if (name.IsOccupied()) {
-            AddOccupied(name, dirs, context, found);
-            continue;
-        }
-        PairTypes types{ResultType::Orphan, ResultType::Orphan};
-        if (IsPair(name))
-            types = pairs.Classify(FilesOf(name), [&](Side side) { return PathOf(dirs, name, side); });
-        for (const Side side : kBothSides) {
-            if (name.file[side])
-                hold[side].Add(RowFor(name, *name.file[side], side == Side::Left ? types.left : types.right));
-            else
-                hold[side].AddPlaceholder();
-        }
-    }
+    FileRows(allFileNames, dirs, pairs, context).AddTo(found);
 }
 
 }  // namespace vantrel

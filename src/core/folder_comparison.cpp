@@ -1,5 +1,8 @@
 #include "core/folder_comparison.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "core/file_rows.h"
 #include "core/sub_folder_analysis.h"
 #include "platform/files/nesting.h"
@@ -13,6 +16,11 @@ constexpr std::int32_t kChunkForSlowConnections = 10'000;
 constexpr PerSide<std::string_view> kExamining{{"Examining the left folder.  Press ESC to cancel...",
                                                 "Examining the right folder. Press ESC to cancel..."}};
 
+// What does not answer is waited for no longer than a user waits for a cancel.
+constexpr std::chrono::milliseconds kPatience{1'000};
+constexpr std::string_view kLeftBehind =
+    "A folder or file did not answer.  What was reading it was left behind.";
+
 constexpr std::array<std::string_view, 4> kComparing{
     "Comparing Size and Date/Time.  Press ESC to cancel...",
     "Comparing Contents.  Press ESC to cancel...",
@@ -24,7 +32,8 @@ constexpr std::array<std::string_view, 4> kComparing{
 
 ComparisonReport FolderComparison::Compare(const PerSide<std::string>& paths, ComparisonDisplay* display) {
     ComparisonReport report;
-    const Run run{paths, {tools_, compare_, progress_, display}};
+    Workers workers(WorkerCount(compare_.Jobs));
+    const Run run{paths, {tools_, compare_, progress_, workers, display}};
     // The comparison is worth more than its log.
     const Error notEmptied = tools_.log.Recreate();
     tools_.reporter.Guard("frmMain.CompareDirs", [&] {
@@ -41,6 +50,8 @@ ComparisonReport FolderComparison::Compare(const PerSide<std::string>& paths, Co
             compare_.CompareCancelled = true;
         report.outcome = completed ? CompareOutcome::Completed : CompareOutcome::NoResult;
     });
+    report.leftBehind = workers.End(kPatience);
+    if (report.leftBehind > 0) tools_.log.AppendNote(std::string(kLeftBehind));
     const Error notWritten = tools_.log.TakeFailure();
     report.unlogged = notEmptied.IsOk() ? notWritten : notEmptied;
     return report;
@@ -54,8 +65,7 @@ bool FolderComparison::Carry(const Run& run, ComparisonResults& found) {
 
     if (run.context.display) run.context.display->BeginScan();
     tools_.loop.Yield();
-    for (const Side side : kBothSides)
-        if (!Scan(side, run)) return false;
+    if (!ScanBoth(run)) return false;
     if (!OfferSmallerChunks()) return false;
 
     if (!CompareContent(run.context, found)) return false;
@@ -83,7 +93,26 @@ bool FolderComparison::AreOneFolder(const PerSide<std::string>& paths) const {
     return info[Side::Left].id == info[Side::Right].id;
 }
 
-bool FolderComparison::Scan(Side side, const Run& run) {
+// With workers both folders are read at the same time from the beginning.
+bool FolderComparison::ScanBoth(const Run& run) {
+    PerSide<std::optional<FolderReading>> readings;
+    for (const Side side : kBothSides) {
+        if (run.context.workers.Count() == 0) break;
+        readings[side].emplace(
+            run.context.workers,
+            [files = tools_.files, path = NormalizePath(run.paths[side])](OpenFolder& folder) {
+                return files.Open(path, folder);
+            },
+            StatPolicy::All);
+    }
+    const auto begun = [&](Side side) { return readings[side] ? &*readings[side] : nullptr; };
+    for (const Side side : kBothSides)
+        if (!Scan(side, run, begun(side), begun(Other(side)))) return false;
+    return true;
+}
+
+// `other` goes on meanwhile.
+bool FolderComparison::Scan(Side side, const Run& run, FolderReading* begun, FolderReading* other) {
     CDir& dir = Dir(side);
     const std::string& path = run.paths[side];
     const ComparisonContext& context = run.context;
@@ -102,7 +131,9 @@ bool FolderComparison::Scan(Side side, const Run& run) {
     if (!path.empty() && context.display) context.display->SetPathText(side, dir.Path());
     if (side == Side::Left) compare_.SlowConnection = false;
     context.ThrowIfCancelled();
-    if (dir.PopulateSelfWithFiles(ScanOptions::Of(compare_), context) != ScanOutcome::Complete) return false;
+    if (other) other->HandIn();
+    if (dir.PopulateSelfWithFiles(ScanOptions::Of(compare_), context, begun) != ScanOutcome::Complete)
+        return false;
     context.ThrowIfCancelled();
     return true;
 }
@@ -122,9 +153,18 @@ bool FolderComparison::OfferSmallerChunks() {
     return answer != MessageAnswer::Cancel;
 }
 
+// Null where neither folder is on a disk that rotates, or nobody asks.
+std::shared_ptr<std::mutex> FolderComparison::TurnsOnDisk(const ComparisonContext& context) const {
+    if (context.workers.Count() == 0 || compare_.CompareMethod == CompareMethod::SizeAndDate) return nullptr;
+    const bool rotates = std::any_of(dirs_.begin(), dirs_.end(), [this](const CDir& dir) {
+        return tools_.volumes.IsOnRotatingDisk(dir.Path());
+    });
+    return rotates ? std::make_shared<std::mutex>() : nullptr;
+}
+
 bool FolderComparison::CompareContent(const ComparisonContext& context, ComparisonResults& found) {
     const PerSide<const CDir*> dirs{{&dirs_[0], &dirs_[1]}};
-    PairComparison pairs(context);
+    PairComparison pairs(context, TurnsOnDisk(context));
     {
         const std::vector<MergedFile> allFileNames = MergeFiles(dirs, context);
         tools_.loop.Yield();

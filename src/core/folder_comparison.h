@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -20,12 +22,13 @@ enum class CompareOutcome {
 
 struct ComparisonReport {
     CompareOutcome outcome = CompareOutcome::Failed;
-    ComparisonResults results;  // of a completed run, otherwise empty
-    Error unlogged;             // why the log is not whole
+    ComparisonResults results;   // of a completed run, otherwise empty
+    Error unlogged;              // why the log is not whole
+    std::size_t leftBehind = 0;  // readers that did not answer when the run ended (Workers::LeftBehind)
 };
 
 // The one routine that turns two paths into results. What follows a run (showing the results, sound, summary,
-// reminders) is its caller's.
+// reminders) is its caller's. It belongs to the one thread; each run has workers of its own.
 class FolderComparison {
   public:
     // All must outlive the object.
@@ -50,10 +53,12 @@ class FolderComparison {
         const ComparisonContext context;
     };
     bool Carry(const Run& run, ComparisonResults& found);
+    bool ScanBoth(const Run& run);
     bool CheckPaths(const Run& run);
     bool AreOneFolder(const PerSide<std::string>& paths) const;
-    bool Scan(Side side, const Run& run);
+    bool Scan(Side side, const Run& run, FolderReading* begun, FolderReading* other);
     bool OfferSmallerChunks();
+    std::shared_ptr<std::mutex> TurnsOnDisk(const ComparisonContext& context) const;
     bool CompareContent(const ComparisonContext& context, ComparisonResults& found);
 
     const Toolbox tools_;

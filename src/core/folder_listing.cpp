@@ -37,6 +37,7 @@ void FolderListing::Fill(const FolderEntry& found, Entry& entry) {
     entry.hasStat = found.hasStat;
     entry.reason = found.reason;
     entry.seen = found.seen;
+    entry.inode = found.id.inode;
     if (!found.isLink) return;
     targets_.push_back({found.size, found.lastWrite});
     entry.target = static_cast<std::uint32_t>(targets_.size());
@@ -82,12 +83,12 @@ void FolderListing::Take(const FolderEntry& entry, const NameFilter* filter) {
 // False where it is gone.
 bool FolderListing::LookAt(Entry& entry) {
     FolderEntry found;
-    if (!source_.folder.IsOpen()) {
+    if (!source_.IsOpen()) {
         found.reason = UnknownReason::NotTold;
         Fill(found, entry);
         return true;
     }
-    if (!source_.folder.LookAt(Name(entry), found)) return false;
+    if (!source_.folder->LookAt(Name(entry), found)) return false;
     Fill(found, entry);
     // A folder that took the name since is not known yet.
     if (found.kind == EntryKind::Folder) entry.reason = UnknownReason::NotTold;
@@ -100,10 +101,10 @@ bool FolderListing::LookAt(std::size_t position) {
     return LookAt(entries_[order_[position].index]);
 }
 
-void FolderListing::LookAtRest(const ComparisonContext& context) {
+void FolderListing::LookAtRest(const Check& check) {
     for (Entry& entry : entries_) {
         if (entry.isFolder || entry.hasStat) continue;
-        context.ThrowIfCancelled();
+        check();
         (void)LookAt(entry);
     }
 }
@@ -115,28 +116,27 @@ void FolderListing::Learn(std::size_t position, const Seen& seen) {
     totalSize_ += Currency::FromWhole(static_cast<std::int64_t>(seen.size));
 }
 
-Error FolderListing::List(const NameFilter* filter, StatPolicy statPolicy, const ComparisonContext& context,
-                          std::string& lastName) {
-    bool cancelled = false;
-    Error error = source_.folder.ForEach(
+Error FolderListing::List(const NameFilter* filter, StatPolicy statPolicy, const Check& check) {
+    Error error = source_.folder->ForEach(
         [&](const FolderEntry& entry) {
-            cancelled = context.IsCancelled();
-            if (cancelled) return false;
+            check();
             Take(entry, filter);
             return true;
         },
         statPolicy);
-    if (cancelled) throw ComparisonCancelled();
-    if (!error.IsOk()) {
-        const std::vector<Entry>& some = entries_.empty() ? aside_ : entries_;
-        if (!some.empty()) lastName = Name(some.back());
-        return error;
-    }
+    if (error.IsOk()) Order(check);
+    return error;
+}
+
+std::string_view FolderListing::LastName() const {
+    const std::vector<Entry>& some = entries_.empty() ? aside_ : entries_;
+    return some.empty() ? std::string_view() : Name(some.back());
+}
+
+void FolderListing::Order(const Check& check) {
     OrderByKey(
         entries_.size(), [this](std::size_t i) { return Key(entries_[i]); },
-        [this](std::size_t i) { return Name(entries_[i]); }, [&context] { context.ThrowIfCancelled(); },
-        order_);
-    return {};
+        [this](std::size_t i) { return Name(entries_[i]); }, check, order_);
 }
 
 }  // namespace vantrel

@@ -1,26 +1,32 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "core/comparison_context.h"
 #include "core/filters.h"
 #include "core/name_order.h"
+#include "platform/currency.h"
 #include "platform/files/file_system.h"
 
 namespace vantrel {
 
 // The entries of the folder that one level of a walk holds on one side. It is used again for folder after
-// folder, so that a walk hardly allocates.
+// folder, so that a walk hardly allocates. Of one thread at a time: a worker may fill it and hand it over.
 class FolderListing {
   public:
+    // Called for each entry and in long sorts. What it throws, as a cancel, ends what called it.
+    using Check = std::function<void()>;
+
     struct Source {
-        OpenFolder folder;
+        std::shared_ptr<OpenFolder> folder;  // workers may hold it as well
         std::string
             path;  // below the sub-folder, real names, with "/" at its end; empty: the sub-folder itself
         FileId id;
         bool isThere = false;  // false: this side has no folder at this level
+        bool IsOpen() const { return folder && folder->IsOpen(); }
     };
     struct Entry {
         std::uint32_t nameAt, nameSize, keyAt, keySize;  // in the text; the key of a folder ends in "/"
@@ -30,7 +36,8 @@ class FolderListing {
         bool hasStat;     // `seen` is known
         bool keptAsFile;  // a file of this name would be kept
         UnknownReason reason;
-        Seen seen;  // of the entry itself
+        std::uint64_t inode;  // for the order on the disk, also without a stat
+        Seen seen;            // of the entry itself
     };
 
     void Clear();
@@ -39,12 +46,14 @@ class FolderListing {
 
     // Lists the folder. What the filter keeps becomes entries, and so does what is no file and no folder and
     // could be either for the filter; folders that it drops are kept aside, because they count in the size.
-    // Without a filter there are folders aside, and what could not be looked at, only. Throws
-    // ComparisonCancelled. At an error the entries are not to be used, and `lastName` is what was found last,
-    // which may be empty. With StatPolicy::NonFilesOnly the files that the filter keeps may come out without
-    // a stat.
-    Error List(const NameFilter* filter, StatPolicy statPolicy, const ComparisonContext& context,
-               std::string& lastName);
+    // Without a filter there are folders aside, and what could not be looked at, only. At an error the
+    // entries are not to be used, and LastName is what was found last. With StatPolicy::NonFilesOnly the
+    // files that the filter keeps may come out without a stat.
+    Error List(const NameFilter* filter, StatPolicy statPolicy, const Check& check);
+    // The same in steps, for what is listed by others: each entry, and at the folder's end the order.
+    void Take(const FolderEntry& entry, const NameFilter* filter);
+    void Order(const Check& check);
+    std::string_view LastName() const;  // may be empty
 
     // Bytes of all files that were looked at, whether kept or not.
     Currency TotalSize() const { return totalSize_; }
@@ -53,9 +62,8 @@ class FolderListing {
     // Looks at an entry that has no stat. False where it is gone. What turns out to be no file gets its
     // reason.
     bool LookAt(std::size_t position);
-    // Looks at all files that have no stat yet, for their sizes; also after an error of List. Throws
-    // ComparisonCancelled.
-    void LookAtRest(const ComparisonContext& context);
+    // Looks at all files that have no stat yet, for their sizes; also after an error of List.
+    void LookAtRest(const Check& check);
     // All entries that the folder named, whatever became of them.
     std::uint64_t Named() const { return named_; }
     // In the order of keys, and of names where keys are equal.
@@ -89,7 +97,6 @@ class FolderListing {
         FileTime lastWrite;
     };
     bool LookAt(Entry& entry);
-    void Take(const FolderEntry& entry, const NameFilter* filter);
     Entry MakeEntry(const FolderEntry& entry);
     void Fill(const FolderEntry& found, Entry& entry);
 

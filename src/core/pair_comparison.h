@@ -3,26 +3,25 @@
 #include <string>
 #include <utility>
 
+#include "core/cfile.h"
 #include "core/classification.h"
 #include "core/comparison_context.h"
 #include "core/content_comparator.h"
+#include "core/level_contents.h"
 
 namespace vantrel {
 
-// One half of a pair, as the scan saw it.
-struct ScannedFile {
-    Currency size;       // by the size rule
-    FileTime lastWrite;  // UTC
-};
-
-// Decides the types of pairs of files under the options of a run.
+// Decides the types of pairs of files under the options of a run. It belongs to the one thread.
 class PairComparison {
   public:
-    explicit PairComparison(const ComparisonContext& context)
+    // `turn` is that of ContentsAhead.
+    explicit PairComparison(const ComparisonContext& context, std::shared_ptr<std::mutex> turn = nullptr)
         : context_(context),
           method_(context.compare.CompareMethod),
           comparator_(context.tools, context.compare),
-          shownName_(context.progress) {}
+          shownName_(context.progress),
+          ahead_(context.workers, ReadingRule(method_, context.compare.ChunkSize), context.compare.Sizes,
+                 std::move(turn)) {}
 
     bool ReadsContents() const { return method_ != CompareMethod::SizeAndDate; }
     bool NeedsContents(const PerSide<ScannedFile>& pair) const {
@@ -38,6 +37,18 @@ class PairComparison {
         return ClassifyPair(method_, Difference(pair), pair[Side::Left].size != pair[Side::Right].size,
                             contentsDiffer);
     }
+
+    // The same of a pair whose contents were read already.
+    PairTypes ClassifyRead(const PerSide<ScannedFile>& pair, bool contentsDiffer) const {
+        return ClassifyPair(method_, Difference(pair), pair[Side::Left].size != pair[Side::Right].size,
+                            contentsDiffer);
+    }
+
+    // What workers compare ahead, and the taking of a verdict: its percentages are shown as if the pair were
+    // read here. `shown` is the name for them. What `whileWaiting` throws comes out.
+    ContentsAhead& Ahead() { return ahead_; }
+    PairVerdict Take(LevelContents& contents, std::size_t position, std::string_view shown,
+                     const LevelContents::WhileWaiting& whileWaiting);
 
     // Pairs that need contents may be prefetched, in the order in which they will be classified and
     // without leaving one out; while as many as can be are prefetched, nothing more is wanted.
@@ -63,6 +74,7 @@ class PairComparison {
     CompareMethod method_;
     ContentComparator comparator_;
     FileNameProgress shownName_;
+    ContentsAhead ahead_;
 };
 
 }  // namespace vantrel

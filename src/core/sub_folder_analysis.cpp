@@ -9,6 +9,24 @@
 namespace vantrel {
 namespace {
 
+PerSide<std::string_view> RealNames(const MergedFolder& name) {
+    PerSide<std::string_view> real;
+    for (const Side side : kBothSides)
+        if (name.folder[side]) real[side] = name.folder[side]->RealName();
+    return real;
+}
+
+// Of those that will be walked.
+std::vector<PerSide<std::string>> RealNames(const std::vector<MergedFolder>& names) {
+    std::vector<PerSide<std::string>> all;
+    for (const MergedFolder& name : names) {
+        if (name.IsOccupied()) continue;
+        const PerSide<std::string_view> real = RealNames(name);
+        all.push_back({{std::string(real[Side::Left]), std::string(real[Side::Right])}});
+    }
+    return all;
+}
+
 // The rows of a folder whose name is occupied on the other side by what is no file and no folder.
 void AddOccupied(const MergedFolder& name, const PerSide<const CDir*>& dirs, const ComparisonContext& context,
                  ComparisonResults& results) {
@@ -42,14 +60,17 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
     PerSide<TreeWalk::Root> roots;
     for (const Side side : kBothSides) {
         roots[side].path = dirs_[side]->Path();
-        ThrowIfFailed(context_.tools.files.Open(roots[side].path, roots[side].folder));
+        roots[side].folder = std::make_shared<OpenFolder>();
+        ThrowIfFailed(context_.tools.files.Open(roots[side].path, *roots[side].folder));
         for (const Side list : kBothSides) {
             results.hold[list].SharePool(dirs_[side]->Texts());
             results.hold[list].SharePool(dirs_[side]->SeenObjects());
         }
     }
-    const NameFilter filter = NameFilter::ForWalk(ScanOptions::Of(context_.compare));
-    TreeWalk walk(context_, pairs_, filter, roots);
+    TreeWalk walk(context_, pairs_,
+                  std::make_shared<const NameFilter>(NameFilter::ForWalk(ScanOptions::Of(context_.compare))),
+                  roots);
+    walk.Announce(RealNames(names));
     const auto texts = std::make_shared<TextPool>();
 
     for (std::size_t i = 0; i < names.size(); ++i) {
@@ -59,9 +80,7 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
             AddOccupied(names[i], dirs_, context_, results);
             continue;
         }
-        PerSide<std::string_view> real;
-        for (const Side side : kBothSides)
-            if (names[i].folder[side]) real[side] = names[i].folder[side]->RealName();
+        const PerSide<std::string_view> real = RealNames(names[i]);
         CSubFolderDiffs diffs(std::string(names[i].text),
                               roots[Side::Left].path + std::string(real[Side::Left]), texts);
         const Answer answer = AreFoldersIdentical(walk, real, diffs);

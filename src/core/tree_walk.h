@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "core/comparison_results.h"
-#include "core/folder_listing.h"
-#include "core/level_pairs.h"
+#include "core/listings_ahead.h"
 #include "core/pair_comparison.h"
 #include "core/side.h"
 #include "core/sub_folder_diffs.h"
+#include "core/walk_level.h"
 
 namespace vantrel {
 
@@ -22,17 +22,22 @@ namespace vantrel {
 // that is no file and no folder, with its counterpart. A link without a counterpart is one object, whatever
 // it leads to.
 //
-// The walk keeps its levels itself, so its depth is bounded by memory alone, and holds few folders open.
+// The walk keeps its levels itself, so its depth is bounded by memory alone, and holds few folders open. It
+// belongs to the one thread; workers list folders and compare files ahead of it, and it takes what they found
+// in its own order.
 class TreeWalk {
   public:
     // One side's folder above the sub-folder, open, with its path.
     struct Root {
-        OpenFolder folder;
+        std::shared_ptr<OpenFolder> folder;
         std::string path;  // with "/" at its end
     };
-    // `filter` is that of a walk. All must outlive the object.
-    TreeWalk(const ComparisonContext& context, PairComparison& pairs, const NameFilter& filter,
-             const PerSide<Root>& roots);
+    // `filter` is that of a walk. The rest must outlive the object.
+    TreeWalk(const ComparisonContext& context, PairComparison& pairs,
+             std::shared_ptr<const NameFilter> filter, const PerSide<Root>& roots);
+
+    // The names of the walks that will follow, in this order, for those who read ahead.
+    void Announce(const std::vector<PerSide<std::string>>& names);
 
     struct Outcome {
         PerSide<Currency> size;  // bytes of all files, whatever the filters say, as far as they are known
@@ -52,50 +57,42 @@ class TreeWalk {
 
   private:
     using Item = LevelItem;
-    enum class Mode : std::uint8_t {
-        Compare,
-        Size,       // no records; what cannot be listed makes the walk incomplete
-        AsideSize,  // in a folder that the options exclude: its troubles are only noted
-    };
-    struct Level {
-        PerSide<FolderListing> listing;
-        std::vector<Item> items;  // with Mode::Compare: every entry of both listings once
-        std::size_t next = 0;
-        std::size_t ahead = 0;  // how far pairs were prefetched; never beyond the next folder
-        PerSide<std::size_t> nextForSize, nextAside;
-        PerSide<std::size_t> branchLength;  // before this level
-        PerSide<Elsewhere> elsewhere;       // that of all that is in it, or would be made in it
-        Mode mode = Mode::Compare;
-    };
+    using Mode = WalkMode;
+    using Level = WalkLevel;
     static constexpr std::size_t kLevelsHeldOpen = 64;
 
-    Level& Push(Mode mode);
+    AheadFolder* Enter(AheadFolder* above, const PerSide<std::string_view>& names, Mode mode);
+    Level& Push(Mode mode, AheadFolder* folder);
     void Pop();
     bool Step(Level& level);
     void TakeItem(Level& level, Item item);
     void TakeFolders(Level& level, const Item& item);
     bool StepForSize(Level& level);
     void Descend(Level& level, const Item& item, Mode mode);
-    void DescendAside(Level& level, Side side, const FolderListing::Entry& entry, Mode mode);
+    void DescendAside(Level& level, Side side, const FolderListing::Entry& entry, Mode mode,
+                      AheadFolder* above);
+    void OpenFirst(Level& first, Side side, std::string_view name);
     void Finish(Level& child);
     void CountObjects(const Level& child);
+    PerSide<bool> List(Level& child);
+    void Advance();
     enum class Opening { Opened, OnBranch, Failed };
     Opening OpenInto(Level& child, Side side, Level& parent, const FolderListing::Entry& entry);
     Opening AddSource(Level& child, Side side, Error error, OpenFolder folder, std::string path);
+    bool JoinBranch(Level& child, Side side, FileId id);
     Error Reopen(Side side, FolderListing::Source& source) const;
     void Prefetch(Level& level);
     static const FolderListing::Entry& EntryOf(const Level& level, const Item& item, Side side) {
-        return level.listing[side].At(item.at[side]);
+        return level.EntryOf(item, side);
     }
-    static bool IsOccupied(const Level& level, const Item& item);
-    static bool IsFolder(const Level& level, const Item& item);
     static bool OpenFile(const Level& level, const Item& item, Side side, ReadFile& file);
     bool LearnByOpening(Level& level, const Item& item, Side side, ReadFile& file);
     bool AreAlikeAtOnce(Level& level, const Item& item);
-    void Learn(Level& level, const Item& item, Side side, const ReadFile& file);
+    bool TakeVerdict(Level& level, const Item& item);
+    void Learn(Level& level, const Item& item, Side side, const Seen& seen);
     void LookAtFiles(Level& level, Item& item);
-    PerSide<ScannedFile> FilesOf(const Level& level, const Item& item) const;
     std::string FilePath(const Level& level, const Item& item, Side side) const;
+    PerSide<ScannedFile> FilesOf(const Level& level, const Item& item) const;
     void CompareFiles(Level& level, const Item& item);
     void JudgeOccupied(Level& level, const Item& item);
     void RecordUnknown(Level& level, const Item& item, const PerSide<UnknownReason>& reasons);
@@ -109,8 +106,10 @@ class TreeWalk {
 
     const ComparisonContext& context_;
     PairComparison& pairs_;
-    const NameFilter& filter_;
+    std::shared_ptr<const NameFilter> filter_;
     const PerSide<Root>& roots_;
+    // Called for each entry, and while something is waited for. Both throw ComparisonCancelled.
+    std::function<void()> check_, whileWaiting_;
     PerSide<std::string> base_;  // full path of the sub-folder, with "/" at its end
     PerSide<std::vector<FileId>> branch_;
     std::vector<std::unique_ptr<Level>> levels_;
@@ -119,6 +118,8 @@ class TreeWalk {
     CSubFolderDiffs* diffs_ = nullptr;
     std::vector<UnlistedFolder> unlisted_;
     PerSide<std::string> pathScratch_;
+    std::unique_ptr<ListingsAhead> ahead_;  // none without workers
+    std::size_t sinceAdvance_ = 0;          // verdicts taken
 };
 
 }  // namespace vantrel

@@ -19,12 +19,13 @@ void TreeWalk::JudgeOccupied(Level& level, const Item& item) {
         reasons[side] = entry.reason;
     }
     const OccupiedVerdict verdict = Judge(name, [&] {
+        static const OpenFolder kNone;
         PerSide<const OpenFolder*> folders;
         PerSide<std::string_view> names;
         for (const Side side : kBothSides) {
             FolderListing& listing = level.listing[side];
-            if (!listing.From().folder.IsOpen()) (void)Reopen(side, listing.From());
-            folders[side] = &listing.From().folder;
+            if (!listing.From().IsOpen()) (void)Reopen(side, listing.From());
+            folders[side] = listing.From().IsOpen() ? listing.From().folder.get() : &kNone;
             names[side] = listing.Name(EntryOf(level, item, side));
         }
         return HoldSameText(folders, names);
@@ -43,7 +44,7 @@ void TreeWalk::JudgeOccupied(Level& level, const Item& item) {
             for (const Side side : kBothSides) {
                 if (!item.Has(side) || !EntryOf(level, item, side).isFolder) continue;
                 const FolderListing::Entry entry = EntryOf(level, item, side);
-                DescendAside(level, side, entry, Mode::AsideSize);
+                DescendAside(level, side, entry, Mode::AsideSize, nullptr);
             }
             break;
     }

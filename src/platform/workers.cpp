@@ -4,6 +4,8 @@
 #include <csignal>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <system_error>
 #include <thread>
 
@@ -16,10 +18,13 @@ struct Workers::State {
     std::condition_variable ended;
     std::deque<Work> work;
     bool ending = false;
+    bool leftBehind = false;  // those that run were given up
     std::size_t running = 0;  // threads that have not ended
 };
 
 namespace {
+
+std::atomic<std::size_t> leftBehind{0};
 
 // A thread begins with the signal mask of the one that makes it. Those that tell of a fault of the thread
 // itself stay as they are.
@@ -46,6 +51,11 @@ std::size_t ProcessorCount() {
     if (sched_getaffinity(0, sizeof allowed, &allowed) == 0)
         return static_cast<std::size_t>(std::max(1, CPU_COUNT(&allowed)));
     return std::max(1U, std::thread::hardware_concurrency());
+}
+
+std::size_t WorkerCount(std::int32_t jobs) {
+    const std::size_t count = jobs > 0 ? static_cast<std::size_t>(jobs) : ProcessorCount();
+    return count > 1 ? count : 0;
 }
 
 Workers::Workers(std::size_t count) : count_(0), state_(std::make_shared<State>()) {
@@ -77,14 +87,30 @@ std::size_t Workers::End(std::chrono::milliseconds patience) {
     std::deque<Work> dropped;
     dropped.swap(state_->work);
     state_->wanted.notify_all();
-    state_->ended.wait_for(lock, patience, [this] { return state_->running == 0; });
+    if (!state_->leftBehind) {
+        state_->ended.wait_for(lock, patience, [this] { return state_->running == 0; });
+        leftBehind += state_->running;
+        state_->leftBehind = true;
+    }
     return state_->running;
 }
 
+std::size_t Workers::LeftBehind() {
+    return leftBehind;
+}
+
+void Workers::EndProcessIfLeftBehind(int status) {
+    if (LeftBehind() == 0) return;
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
 bool Workers::Add(Work work) {
-    const std::lock_guard lock(state_->mutex);
-    if (count_ == 0 || state_->ending) return false;
-    state_->work.push_back(std::move(work));
+    {
+        const std::lock_guard lock(state_->mutex);
+        if (count_ == 0 || state_->ending) return false;
+        state_->work.push_back(std::move(work));
+    }
     state_->wanted.notify_one();
     return true;
 }
@@ -109,6 +135,7 @@ void Workers::Loop(const std::shared_ptr<State>& state) {
         lock.lock();
     }
     --state->running;
+    if (state->leftBehind) --leftBehind;
     state->ended.notify_all();
 }
 

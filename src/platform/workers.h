@@ -30,7 +30,11 @@ class StopFlag {
 // The processors that this process may use, at least 1.
 std::size_t ProcessorCount();
 
-// A few threads below the one that all else runs in. What runs in them is handed in by JobQueue below: jobs
+// The threads for so many jobs at a time as the user asked for: 0 means as many as there are processors, and
+// 1 that the one thread does all itself.
+std::size_t WorkerCount(std::int32_t jobs);
+
+// A few threads below the one that all else runs in. What runs in them is handed in by PendingJob below: jobs
 // that are functions over values, touch nothing but files, and own all that they need for as long as they
 // may run. Made, used and destroyed by the one thread. Signals are left to that thread.
 class Workers {
@@ -52,10 +56,15 @@ class Workers {
     // still touch (SystemCalls) must not be destroyed: the process ends without its destructors. Jobs that
     // were not begun, and those handed in afterwards, run where they are taken.
     std::size_t End(std::chrono::milliseconds patience = kPatience);
+    // Threads of this process that were left behind and have not ended since. Any thread may ask.
+    static std::size_t LeftBehind();
+    // At the very end of main: where there are any the process ends here, without taking down anything that
+    // they could touch when they come back.
+    static void EndProcessIfLeftBehind(int status);
 
   private:
     template <typename Result>
-    friend class JobQueue;
+    friend class PendingJob;
     using Work = std::function<void()>;  // never throws
     struct State;
 
@@ -68,62 +77,47 @@ class Workers {
     std::shared_ptr<State> state_;
 };
 
-// Jobs whose results are taken in the order in which they were handed in, however they came to be ready. All
-// of it is called by the one thread; a queue that goes drops the jobs that were not begun, asks those that
-// run to stop, and does not wait for them.
+// One job and its result. All of it is called by the one thread. A handle that goes drops its job: it is not
+// begun any more, or asked to stop and not waited for.
 template <typename Result>
-class JobQueue {
+class PendingJob {
   public:
-    struct Limits {
-        std::size_t jobs = 64;                           // handed in and not taken
-        std::uint64_t bytes = std::uint64_t{256} << 20;  // that these hold in memory, by their own account
-    };
     using Job = std::function<Result(const StopFlag&)>;
 
-    JobQueue(Workers& workers, Limits limits) : workers_(workers), limits_(limits) {}
-    ~JobQueue() { Clear(); }
-    JobQueue(const JobQueue&) = delete;
-    JobQueue& operator=(const JobQueue&) = delete;
-
-    bool IsEmpty() const { return waiting_.empty(); }
-    std::size_t Size() const { return waiting_.size(); }
-    // Whether a job of `bytes` may be handed in now; one alone always may.
-    bool HasRoom(std::uint64_t bytes = 0) const {
-        return waiting_.empty() || (waiting_.size() < limits_.jobs && bytes_ + bytes <= limits_.bytes);
+    PendingJob() = default;
+    PendingJob(Workers& workers, Job job) : workers_(&workers), task_(std::make_shared<Task>()) {
+        task_->job = std::move(job);
+        workers.Add([task = task_] { task->RunOnce(); });
     }
-    // `bytes` is what its result may hold until it is taken.
-    void Add(Job job, std::uint64_t bytes = 0) {
-        auto task = std::make_shared<Task>();
-        task->job = std::move(job);
-        task->stop = stop_;
-        task->bytes = bytes;
-        workers_.Add([task] { task->RunOnce(); });
-        bytes_ += bytes;
-        waiting_.push_back(std::move(task));
+    PendingJob(PendingJob&&) noexcept = default;
+    PendingJob& operator=(PendingJob&& other) noexcept {
+        Drop();
+        workers_ = other.workers_;
+        task_ = std::move(other.task_);
+        return *this;
     }
-    // Whether the oldest job's result is there to be taken without waiting.
-    bool IsReady() const { return !waiting_.empty() && waiting_.front()->IsDone(); }
+    ~PendingJob() { Drop(); }
 
-    // The result of the oldest job, which there must be. Until it is ready `whileWaiting` is called, at least
-    // every 15 milliseconds; what it throws (a cancel) comes out and leaves the job where it is. Without
-    // workers the job runs now. What the job threw comes out here, once.
+    // Whether there is a job whose result was not taken.
+    bool IsThere() const { return task_ != nullptr; }
+    // Whether its result can be taken without waiting.
+    bool IsReady() const { return task_ && task_->IsDone(); }
+
+    // The result of the job, which there must be. Until it is ready `whileWaiting` is called, at least every
+    // 15 milliseconds; what it throws (a cancel) comes out and leaves the job where it is. Without workers
+    // the job runs now. What the job threw comes out here, once.
     template <typename WhileWaiting>
-    Result TakeNext(WhileWaiting&& whileWaiting) {
-        const std::shared_ptr<Task> task = waiting_.front();
-        if (!workers_.HasThreads()) task->RunOnce();
-        while (!task->WaitFor(kPace)) whileWaiting();
-        waiting_.pop_front();
-        bytes_ -= task->bytes;
+    Result Take(WhileWaiting&& whileWaiting) {
+        if (!workers_->HasThreads()) task_->RunOnce();
+        while (!task_->WaitFor(kPace)) whileWaiting();
+        const std::shared_ptr<Task> task = std::move(task_);
         if (task->failure) std::rethrow_exception(std::exchange(task->failure, nullptr));
         return std::move(*task->result);
     }
 
-    // Drops what is not taken, as at the end.
-    void Clear() {
-        stop_.Request();
-        stop_ = StopFlag();
-        waiting_.clear();
-        bytes_ = 0;
+    void Drop() {
+        if (task_) task_->stop.Request();
+        task_ = nullptr;
     }
 
   private:
@@ -133,7 +127,6 @@ class JobQueue {
     struct Task {
         Job job;
         StopFlag stop;
-        std::uint64_t bytes = 0;
         std::optional<Result> result;
         std::exception_ptr failure;
 
@@ -148,9 +141,11 @@ class JobQueue {
                 }
             }
             job = nullptr;  // what it owns goes where it was used
-            const std::lock_guard lock(mutex);
-            done = true;
-            ready.notify_one();
+            {
+                const std::lock_guard lock(mutex);
+                done = true;
+            }
+            ready.notify_one();  // whoever waits can go on at once
         }
         bool IsDone() const {
             const std::lock_guard lock(mutex);
@@ -167,10 +162,67 @@ class JobQueue {
         bool done = false;
     };
 
+    Workers* workers_ = nullptr;
+    std::shared_ptr<Task> task_;
+};
+
+// Jobs whose results are taken in the order in which they were handed in, however they came to be ready. All
+// of it is called by the one thread; a queue that goes drops what was not taken.
+template <typename Result>
+class JobQueue {
+  public:
+    struct Limits {
+        std::size_t jobs = 64;                           // handed in and not taken
+        std::uint64_t bytes = std::uint64_t{256} << 20;  // that these hold in memory, by their own account
+    };
+    using Job = typename PendingJob<Result>::Job;
+
+    JobQueue(Workers& workers, Limits limits) : workers_(workers), limits_(limits) {}
+    JobQueue(const JobQueue&) = delete;
+    JobQueue& operator=(const JobQueue&) = delete;
+
+    bool IsEmpty() const { return waiting_.empty(); }
+    std::size_t Size() const { return waiting_.size(); }
+    // Whether a job of `bytes` may be handed in now; one alone always may.
+    bool HasRoom(std::uint64_t bytes = 0) const {
+        return waiting_.empty() || (waiting_.size() < limits_.jobs && bytes_ + bytes <= limits_.bytes);
+    }
+    // `bytes` is what its result may hold until it is taken.
+    void Add(Job job, std::uint64_t bytes = 0) {
+        waiting_.push_back({PendingJob<Result>(workers_, std::move(job)), bytes});
+        bytes_ += bytes;
+    }
+    // Whether the oldest job's result is there to be taken without waiting.
+    bool IsReady() const { return !waiting_.empty() && waiting_.front().job.IsReady(); }
+
+    // The result of the oldest job, which there must be; PendingJob::Take tells the rest.
+    template <typename WhileWaiting>
+    Result TakeNext(WhileWaiting&& whileWaiting) {
+        struct Leave {
+            JobQueue& queue;
+            ~Leave() {
+                if (queue.waiting_.front().job.IsThere()) return;
+                queue.bytes_ -= queue.waiting_.front().bytes;
+                queue.waiting_.pop_front();
+            }
+        } const leave{*this};
+        return waiting_.front().job.Take(whileWaiting);
+    }
+
+    // Drops what is not taken, as at the end.
+    void Clear() {
+        waiting_.clear();
+        bytes_ = 0;
+    }
+
+  private:
+    struct Waiting {
+        PendingJob<Result> job;
+        std::uint64_t bytes;
+    };
     Workers& workers_;
     Limits limits_;
-    StopFlag stop_;
-    std::deque<std::shared_ptr<Task>> waiting_;
+    std::deque<Waiting> waiting_;
     std::uint64_t bytes_ = 0;
 };
 

@@ -279,6 +279,13 @@ constexpr auto kTable = std::to_array<OptionLine>({
     Flag(kExtrasSection, "TrueSizes", "False", &O::trueSizes),
     Flag(kExtrasSection, "TrueSizesOffered", "False", &O::trueSizesOffered),
     Flag(kExtrasSection, "GoOnAfterFailure", "False", &O::goOnAfterFailure),
+    OptionLine{kExtrasSection,
+               "Jobs",
+               "0",
+               OptionKind::Number,
+               NumberField{&O::jobs, 0, kMost},
+               ShownBy::CheckMark,
+               {}},
 });
 
 }  // namespace

@@ -107,6 +107,7 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
         {"--true-sizes", {"True", ""}, "yes|no"},
         {"--chunk-size", {"0", "-1", "12x", " 1", "", "99999999999"}, "N"},
         {"--only", {"", "size,", "crc32", "size contents"}, "LIST"},
+        {"--jobs", {"0", "-1", "two", ""}, "N"},
         {"--offset", {"", "-1", "1x", "0x"}, "N"},
         {"--length", {"", "all", "99999999999999999999"}, "N"},
         {"--view", {"other", "custom", ""}, "all|different|similar"},

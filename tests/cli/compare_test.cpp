@@ -84,9 +84,11 @@ TEST_F(CompareCommandTest, ExitStatusSaysWhatWasFoundWhateverIsShown) {
     folder.Write("right/file", "Same size", 1'600'000'000);
     EXPECT_EQ(0, Compare({}).status);
     for (const auto* method : {"contents", "crc", "sha"}) {
-        const ProgramRun run = Compare({"--method", method, "--chunk-size=2", "--format=json"});
-        EXPECT_EQ(1, run.status) << method;
-        EXPECT_THAT(run.out, HasSubstr("Binary"));
+        for (const auto* jobs : {"--jobs=1", "--jobs=4"}) {
+            const ProgramRun run = Compare({"--method", method, "--chunk-size=2", "--format=json", jobs});
+            EXPECT_EQ(1, run.status) << method;
+            EXPECT_THAT(run.out, HasSubstr("Binary"));
+        }
     }
     const ProgramRun hidden = Compare({"--method", "contents", "--view", "similar", "--format", "json"});
     EXPECT_EQ(1, hidden.status);

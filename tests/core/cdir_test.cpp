@@ -109,7 +109,8 @@ TEST(CDir, ACancelledScanKeepsWhatItFound) {
     CDir dir(bench.tools.Get());
     dir.SetPath(bench.folder / "left");
     bench.tools.loop.cancelAt = 11;
-    const ComparisonContext context{bench.tools.Get(), bench.compare, bench.progress};
+    Workers none(0);
+    const ComparisonContext context{bench.tools.Get(), bench.compare, bench.progress, none};
     EXPECT_EQ(dir.PopulateSelfWithFiles({}, context), ScanOutcome::Cancelled);
     EXPECT_EQ(dir.FileCount(), 10U);
     EXPECT_EQ(bench.progress.range, 0);

@@ -36,15 +36,24 @@ TEST(FolderComparison, AgreesWithTheOracleOnRandomTrees) {
             bench.compare.SetCompareSubFolders(options % 5 != 4);
             const ExpectedResult expected = Expect(bench);
 
-            ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
-            std::string why;
-            EXPECT_TRUE(IsConsistent(bench.results.hold, &why)) << why;
-            ASSERT_THAT(bench.Rows(), ElementsAreArray(expected.rows))
-                << "tree " << tree << ", options " << options;
-            ASSERT_THAT(bench.Records(), ElementsAreArray(expected.records))
-                << "tree " << tree << ", options " << options;
-            EXPECT_EQ(bench.compare.ErrorsDuringCompare, expected.trouble);
-            bench.tools.messages.shown.clear();
+            std::string log;
+            for (const int jobs : {1, 4}) {
+                SCOPED_TRACE("tree " + std::to_string(tree) + ", options " + std::to_string(options) + ", " +
+                             std::to_string(jobs) + " jobs");
+                bench.compare.Jobs = jobs;
+                ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+                std::string why;
+                EXPECT_TRUE(IsConsistent(bench.results.hold, &why)) << why;
+                ASSERT_THAT(bench.Rows(), ElementsAreArray(expected.rows));
+                ASSERT_THAT(bench.Records(), ElementsAreArray(expected.records));
+                EXPECT_EQ(bench.compare.ErrorsDuringCompare, expected.trouble);
+                // With workers the log is the same, too.
+                if (jobs == 1)
+                    log = bench.Log();
+                else
+                    EXPECT_EQ(log, bench.Log());
+                bench.tools.messages.shown.clear();
+            }
         }
     }
 }

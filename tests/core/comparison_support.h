@@ -28,7 +28,10 @@ class RecordingProgress : public CompareProgress {
   public:
     void Show() override { shown = true; }
     void SetMessage(std::string_view text) override { messages.emplace_back(text); }
-    void SetFileName(std::string_view text) override { fileName = text; }
+    void SetFileName(std::string_view text) override {
+        fileName = text;
+        if (text.find("% - ") != std::string_view::npos) percentages.emplace_back(text);
+    }
     void SetBarRange(std::int64_t maximum) override { range = maximum; }
     void SetBarValue(std::int64_t value) override { bar = value; }
     void SetAnimation(std::string_view supportFile) override { animation = supportFile; }
@@ -37,6 +40,7 @@ class RecordingProgress : public CompareProgress {
 
     bool shown = false;
     std::vector<std::string> messages;
+    std::vector<std::string> percentages;  // of all that fileName was
     std::string fileName, animation;
     std::int64_t range = -1, bar = -1;
 };
@@ -46,6 +50,7 @@ class ComparisonBench {
   public:
     ComparisonBench() : ComparisonBench(DefaultCalls()) {}
     explicit ComparisonBench(SystemCalls& calls) : tools(calls), comparison(tools.Get(), compare, progress) {
+        compare.Jobs = 1;  // so that all calls come in one order; tests with workers say so
         for (const Side side : kBothSides) {
             folder.MakeFolder(NameOf(side));
             display.paths[side] = folder / NameOf(side);

@@ -23,6 +23,7 @@ constexpr std::int64_t kTicks = 132'444'736'000'000'000;
 void UseTrueSizes(CCompare& compare) {
     Options options;
     options.trueSizes = true;
+    options.jobs = 1;
     compare.TakeOptions(options);
 }
 

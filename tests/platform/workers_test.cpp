@@ -118,12 +118,14 @@ TEST(Workers, AThreadThatHangsIsLeftBehind) {
         });
         seen->begun.get_future().wait();
         EXPECT_EQ(1U, workers.End(std::chrono::milliseconds(20)));
+        EXPECT_EQ(1U, Workers::LeftBehind());
         Queue later(workers, {});
         later.Add([](const StopFlag&) { return 3; });
         EXPECT_EQ(3, later.TakeNext([] {}));
         seen->release.set_value();
     }
     seen->ended.get_future().wait();
+    while (Workers::LeftBehind() != 0) std::this_thread::yield();
 }
 
 }  // namespace

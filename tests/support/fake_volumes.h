@@ -18,6 +18,7 @@ class FakeVolumes : public Volumes {
         Currency space = kUnknownSpace;
         bool exists = true;  // false: paths lie on it, and it cannot be found
         bool ready = true;
+        bool rotates = false;
     };
     std::map<std::string, Drive, std::less<>> drives = {{"/", {}}};
 
@@ -41,6 +42,10 @@ class FakeVolumes : public Volumes {
     }
     bool OnSameDrive(std::string_view a, std::string_view b) override {
         return GetDriveName(a) == GetDriveName(b);
+    }
+    bool IsOnRotatingDisk(std::string_view path) override {
+        const auto drive = drives.find(GetDriveName(path));
+        return drive != drives.end() && drive->second.rotates;
     }
 
   private:

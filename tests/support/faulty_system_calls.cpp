@@ -29,6 +29,7 @@ std::size_t FaultySystemCalls::Count(Call call) const {
 }
 
 int FaultySystemCalls::Next(Call call, const char* path) {
+    const std::lock_guard lock(mutex_);
     sequence_.push_back({call, path != nullptr ? path : ""});
     const std::size_t ofKind = ++counts_[call];
     if (const auto fault = faults_.find(sequence_.size()); fault != faults_.end()) return -fault->second;

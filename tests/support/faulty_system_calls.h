@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -53,7 +54,8 @@ enum class Call {
 };
 
 // The real system, where single calls fail as told. A call that is to fail does nothing, except that a close
-// does close.
+// does close. Any thread may make calls; what else there is belongs to the test, while no other thread makes
+// any, except that `before` may change faults.
 class FaultySystemCalls : public SystemCalls {
   public:
     struct Record {
@@ -77,7 +79,8 @@ class FaultySystemCalls : public SystemCalls {
     // The most that one read or write gives; 0: no limit.
     std::size_t readLimit = 0;
     std::size_t writeLimit = 0;
-    // Called before each call that does not fail: the place to change the disk in between.
+    // Called before each call that does not fail, of one thread at a time: the place to change the disk in
+    // between.
     std::function<void(const Record&)> before;
 
     int OpenAt(int folder, const char* path, int flags, mode_t mode) override;
@@ -122,6 +125,7 @@ class FaultySystemCalls : public SystemCalls {
   private:
     // 0, or minus the errno value that the call being made must give.
     int Next(Call call, const char* path);
+    std::recursive_mutex mutex_;  // `before` may make calls of its own
 
     std::map<std::size_t, int> faults_;
     std::map<std::pair<Call, std::size_t>, int> faultsOfKind_;

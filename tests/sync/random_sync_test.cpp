@@ -114,10 +114,14 @@ bool Converges(int method) {
     return method != 3;
 }
 
-TEST(RandomSync, LeavesOnDiskWhatTheTableSays) {
+// With workers below the comparison, and without.
+class RandomSync : public ::testing::TestWithParam<int> {};
+
+TEST_P(RandomSync, LeavesOnDiskWhatTheTableSays) {
     for (int round = 0; round < PairCount(); ++round) {
         std::mt19937 random(static_cast<unsigned>(round));
         SyncWorld world;
+        world.compare.Jobs = GetParam();
         MakeRandomTrees(world, random);
         ChooseTable(world, round, random);
         const PerSide<Tree> before = ReadTrees(world);
@@ -146,6 +150,8 @@ TEST(RandomSync, LeavesOnDiskWhatTheTableSays) {
             << "round " << round;
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Jobs, RandomSync, ::testing::Values(1, 4));
 
 }  // namespace
 }  // namespace vantrel

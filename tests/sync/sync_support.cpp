@@ -44,6 +44,7 @@ SyncWorld::SyncWorld(SystemCalls* calls)
              {tools.folder / "Trash", 0}}),
       wrappers(shell, tools.messages),
       sync(tools.Get(), wrappers, busy, {tools.folder / "Trash", 0}) {
+    compare.Jobs = 1;  // so that all calls come in one order
     tools.folder.MakeFolder("left");
     tools.folder.MakeFolder("right");
 }

@@ -42,7 +42,7 @@ constexpr std::array<std::pair<std::string_view, OutputFormat>, 2> kFormats = {{
     {"json", OutputFormat::Json},
 }};
 
-bool TakeChunkSize(std::string_view text, std::optional<std::int32_t>& to) {
+bool TakeCount(std::string_view text, std::optional<std::int32_t>& to) {
     std::int32_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size() || number < 1) return false;
@@ -114,6 +114,7 @@ void PutOver(const CompareRequest& request, Options& options) {
     options.trueSizes = request.trueSizes.value_or(options.trueSizes);
     options.trueSizesOffered |= request.trueSizes.has_value();
     options.chunkSize = request.chunkSize.value_or(options.chunkSize);
+    options.jobs = request.jobs.value_or(options.jobs);
 }
 
 }  // namespace
@@ -138,10 +139,14 @@ std::vector<OptionSpec> ComparisonOptions(CompareRequest& request) {
         {"--ignore-daylight", "yes|no", "take times an hour apart as equal (default no)",
          YesNo(request.ignoreDaylight)},
         {"--chunk-size", "N", "bytes compared at a time (default 500000)",
-         [&](std::string_view text) { return TakeChunkSize(text, request.chunkSize); }},
+         [&](std::string_view text) { return TakeCount(text, request.chunkSize); }},
         {"--true-sizes", "yes|no",
          "use true sizes for files of 2 GiB and more; otherwise\nsuch sizes cannot be trusted (default no)",
          YesNo(request.trueSizes)},
+        {"--jobs", "N",
+         "files and folders looked at at the same time\n(default: one for each processor; 1: one after "
+         "the\nother)",
+         [&](std::string_view text) { return TakeCount(text, request.jobs); }},
     };
 }
 

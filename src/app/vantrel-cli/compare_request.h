@@ -31,6 +31,7 @@ struct CompareRequest {
     std::optional<bool> ignoreTwoSeconds, ignoreDaylight;
     std::optional<std::int32_t> chunkSize;
     std::optional<bool> trueSizes;
+    std::optional<std::int32_t> jobs;
 };
 
 // The options of what every command has that compares: how it compares, then settings file and format. They

@@ -71,6 +71,8 @@ ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare
     if (!report.unlogged.IsOk()) tools.reporter.ReportError("frmMain.CompareDirs", report.unlogged);
     const Error unrecorded = RecordUnlistedFolders(tools, report.results.unlisted);
     if (!unrecorded.IsOk()) tools.reporter.ReportError("frmMain.CompareDirs", unrecorded);
+    if (report.leftBehind > 0)
+        engine.Messages().Say("a folder or file did not answer; what was reading it was left behind");
     if (report.outcome == CompareOutcome::Completed) {
         RemindAboutFileSystems(tools, compare, report.results.folders);
         TellWhatToExpect(engine.Messages(), compare, report.results);

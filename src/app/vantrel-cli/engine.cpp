@@ -19,7 +19,7 @@ PrivateFolder::~PrivateFolder() {
 }
 
 Engine::Engine(const std::string& programFolder)
-    : files_(calls_),
+    : files_(SystemCallsOfProcess()),
       volumes_(files_),
       folders_(FindProgramFolders(files_, programFolder)),
       messages_(progress_),

@@ -37,7 +37,6 @@ class Engine {
     std::string FullPath(std::string_view operand) const;
 
   private:
-    SystemCalls calls_;
     FileSystem files_;
     SystemVolumes volumes_;
     SystemClock clock_;

@@ -9,6 +9,7 @@
 
 #include "commands.h"
 #include "exit_status.h"
+#include "platform/workers.h"
 
 namespace {
 
@@ -58,13 +59,19 @@ int Run(const std::vector<std::string_view>& arguments) {
     return kTrouble;
 }
 
-}  // namespace
-
-int main(int count, char** values) {
+int RunGuarded(const std::vector<std::string_view>& arguments) {
     try {
-        return Run({values + std::min(count, 1), values + count});
+        return Run(arguments);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "vantrel-cli: %s\n", error.what());
         return kTrouble;
     }
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    const int status = RunGuarded({values + std::min(count, 1), values + count});
+    vantrel::Workers::EndProcessIfLeftBehind(status);
+    return status;
 }

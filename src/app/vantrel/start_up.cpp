@@ -16,6 +16,7 @@
 #include "platform/files/system_calls.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
+#include "platform/workers.h"
 #include "settings/cini_file.h"
 #include "single_instance.h"
 
@@ -71,7 +72,7 @@ SplashServices ForSplash(Application& application) {
 class Program {
   public:
     explicit Program(std::string appVersion)
-        : files_(calls_),
+        : files_(SystemCallsOfProcess()),
           volumes_(files_),
           folders_(FindProgramFolders(files_)),
           sound_(files_),
@@ -94,7 +95,6 @@ class Program {
     Application& Get() { return application_; }
 
   private:
-    SystemCalls calls_;
     FileSystem files_;
     SystemVolumes volumes_;
     SystemClock clock_;
@@ -140,7 +140,9 @@ int Main(int argc, char** argv) {
     TakeWriteErrorsAsValues();
     DoWithoutMissingBus();
     GuardedApplication qt(argc, argv);
-    return RunGuarded(RunProgram);
+    const int status = RunGuarded(RunProgram);
+    Workers::EndProcessIfLeftBehind(status);
+    return status;
 }
 
 }  // namespace vantrel

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -58,7 +60,7 @@ struct FolderEntry {
     EntryKind kind = EntryKind::Other;
     bool isLink = false;
     UnknownReason reason = UnknownReason::None;  // why the kind is Other
-    // False: only the name, the kind File and, of the attributes, kHidden are known yet.
+    // False: only the name, the kind File, the inode in `id` and, of the attributes, kHidden are known yet.
     bool hasStat = true;
     std::uint8_t attributes = 0;
     // Of what a link leads to; of the link where that cannot be found out, and its size is then 0.
@@ -90,8 +92,25 @@ struct FileSystemTraits {
     bool readsWholePages = false;
 };
 
+// Names that the listing of a folder gave, before anything else was asked about them.
+class ListedNames {
+  public:
+    std::size_t Count() const { return names_.size(); }
+
+  private:
+    friend class OpenFolder;
+    struct Name {
+        std::uint64_t inode;
+        std::uint32_t at;  // in `text_`, which holds them NUL-ended in the system's bytes
+        unsigned char type;
+    };
+    std::string text_;
+    std::vector<Name> names_;
+};
+
 // A folder held open: its listing and the stats of its entries are made relative to it, and it stays the same
-// folder whatever happens to its path meanwhile. Links are followed for kind, size and time.
+// folder whatever happens to its path meanwhile. Links are followed for kind, size and time. Any threads may
+// call its const operations at once, and one of them may meanwhile list it.
 class OpenFolder {
   public:
     OpenFolder() = default;
@@ -107,6 +126,15 @@ class OpenFolder {
     // reason, at the end where it was asked about twice. What a killed copy has left under a temporary name
     // of ours is left out: none of it is a whole file.
     Error ForEach(const EntrySink& sink, StatPolicy statPolicy = StatPolicy::All);
+    // The same in steps. The first reads names from the folder's start, or from where the last call ended,
+    // until there are `wanted` of them or the folder is at its end.
+    Error ListNames(bool fromStart, std::size_t wanted, ListedNames& names, bool& atEnd);
+    // Then those from `first` to before `last` are looked at and handed to the sink as by ForEach, but that
+    // what is not there goes to `gone`, in the system's bytes. False where the sink stopped.
+    bool LookAtNames(const ListedNames& names, std::size_t first, std::size_t last, StatPolicy statPolicy,
+                     const EntrySink& sink, std::set<std::string>& gone) const;
+    // At the end these are looked for once more.
+    void HandOutGone(const std::set<std::string>& gone, const EntrySink& sink) const;
     // Looks at the entry `name` as ForEach does and fills all of `entry` but its name. False where it is
     // gone, from a listing too.
     bool LookAt(std::string_view name, FolderEntry& entry) const;
@@ -126,6 +154,9 @@ class OpenFolder {
     friend class FileSystem;
     friend class ReadFile;
     void LookOnceMore(const char* name, FolderEntry& entry) const;
+    bool Examine(const char* name, unsigned char type, std::uint64_t inode, StatPolicy statPolicy,
+                 FolderEntry& entry) const;
+    Error BeginListing();
     // 0 or minus the errno value. What `above` knows of its file system holds for a folder of the same one.
     static int OpenAt(SystemCalls& calls, int base, const char* path, const OpenFolder* above,
                       OpenFolder& out);
@@ -135,11 +166,11 @@ class OpenFolder {
     FileId id_;
     FileSystemTraits traits_;
     bool listed_ = false;
-    mutable bool keepsAccessTimes_ = true;  // until that is refused for a file
+    mutable std::atomic<bool> keepsAccessTimes_{true};  // until that is refused for a file
 };
 
 // A regular file open for reading. Never anything else: FIFOs, devices and sockets are refused without
-// waiting.
+// waiting. Of one thread at a time, as the classes below.
 class ReadFile {
   public:
     ReadFile() = default;
@@ -154,8 +185,8 @@ class ReadFile {
     // Reads up to `size` bytes at `offset`, going on after short reads; `got` is less than `size` only at the
     // file's end.
     Error ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std::size_t& got);
-    // Tells the kernel that the first `length` bytes (0: all) are wanted soon.
-    void Prefetch(std::uint64_t length = 0);
+    // Tells the kernel that the first `length` bytes (0: all), or those from `offset` on, are wanted soon.
+    void Prefetch(std::uint64_t length = 0, std::uint64_t offset = 0);
 
   private:
     friend class FileSystem;
@@ -178,6 +209,7 @@ class UnstatedFile {
     bool IsOpen() const { return file_.IsOpen(); }
     // Asks the system about it and hands it over as a file. What is no regular file is refused.
     Error Stat(ReadFile& out) &&;
+    void Prefetch(std::uint64_t length) { file_.Prefetch(length); }
     // Reads a small file with as few calls as can be. False unless all of it was read for certain: it has
     // `size` bytes or more, or none, or an error stands in the way. Of what is no regular file nothing waits:
     // pipes, sockets and terminals cannot be read at an offset.
@@ -210,7 +242,7 @@ class FileCloser {
 };
 
 // The files and folders of this machine. All paths are absolute and in the engine's form; a trailing "/" is
-// allowed. Paths may be longer than the system's limit for one call.
+// allowed. Paths may be longer than the system's limit for one call. Any thread may call it.
 class FileSystem {
   public:
     explicit FileSystem(SystemCalls& calls) : calls_(calls) {}

@@ -23,6 +23,8 @@ namespace vantrel {
 namespace {
 
 constexpr std::size_t kListingBuffer = std::size_t{256} << 10;
+// Of a listing in steps: more than that the system gives for few names at a time.
+constexpr std::size_t kNamesBuffer = std::size_t{64} << 10;
 
 // A buffer for one listing. It is kept for the next one, which in a walk of many folders follows at once; a
 // listing within a listing gets its own.
@@ -122,7 +124,7 @@ OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept {
     std::swap(id_, other.id_);
     std::swap(traits_, other.traits_);
     std::swap(listed_, other.listed_);
-    std::swap(keepsAccessTimes_, other.keepsAccessTimes_);
+    keepsAccessTimes_ = other.keepsAccessTimes_.exchange(keepsAccessTimes_);
     return *this;
 }
 
@@ -144,45 +146,91 @@ void OpenFolder::LookOnceMore(const char* name, FolderEntry& entry) const {
         entry = NotTold(name);
 }
 
-Error OpenFolder::ForEach(const EntrySink& sink, StatPolicy statPolicy) {
-    if (listed_) {
-        if (const off_t result = calls_->Seek(fd_, 0, SEEK_SET); result < 0)
-            return Error::FromErrnoOfFolder(static_cast<int>(-result), {});
-    }
+// From the folder's start, where it has been listed before.
+Error OpenFolder::BeginListing() {
+    const off_t result = listed_ ? calls_->Seek(fd_, 0, SEEK_SET) : 0;
     listed_ = true;
+    return Error::FromErrnoOfFolder(result < 0 ? static_cast<int>(-result) : 0, {});
+}
+
+// False where it is gone.
+bool OpenFolder::Examine(const char* name, unsigned char type, std::uint64_t inode, StatPolicy statPolicy,
+                         FolderEntry& entry) const {
+    if (statPolicy != StatPolicy::NonFilesOnly || type != DT_REG ||
+        traits_.dosAttributes != DosAttributeSource::None)
+        return vantrel::LookAt(*calls_, fd_, name, traits_.dosAttributes, entry) == Look::Seen;
+    entry.kind = EntryKind::File;
+    entry.hasStat = false;
+    entry.id.inode = inode;
+    if (name[0] == '.') entry.attributes = kHidden;
+    return true;
+}
+
+Error OpenFolder::ForEach(const EntrySink& sink, StatPolicy statPolicy) {
+    if (Error error = BeginListing(); !error.IsOk()) return error;
     ListingBuffer buffer;
     std::set<std::string> gone;
     bool stopped = false;
-    const auto handOut = [&](std::string_view bytes, FolderEntry& entry) {
-        stopped = !HandOut(sink, bytes, entry);
-        return !stopped;
-    };
     const int result =
         ForEachRawEntry(*calls_, fd_, buffer.Data(), kListingBuffer, [&](const dirent64& found) {
             if (IsTemporaryCopyName(found.d_name)) return true;
             FolderEntry entry;
-            if (statPolicy == StatPolicy::NonFilesOnly && found.d_type == DT_REG &&
-                traits_.dosAttributes == DosAttributeSource::None) {
-                entry.kind = EntryKind::File;
-                entry.hasStat = false;
-                if (found.d_name[0] == '.') entry.attributes = kHidden;
-            } else if (vantrel::LookAt(*calls_, fd_, found.d_name, traits_.dosAttributes, entry) ==
-                       Look::Gone) {
+            if (!Examine(found.d_name, found.d_type, found.d_ino, statPolicy, entry)) {
                 gone.emplace(found.d_name);
                 return true;
             }
-            return handOut(found.d_name, entry);
+            stopped = !HandOut(sink, found.d_name, entry);
+            return !stopped;
         });
     if (result != 0) return Error::FromErrnoOfFolder(-result, {});
-    if (gone.empty() || stopped) return {};
+    if (!stopped) HandOutGone(gone, sink);
+    return {};
+}
+
+Error OpenFolder::ListNames(bool fromStart, std::size_t wanted, ListedNames& names, bool& atEnd) {
+    if (fromStart)
+        if (Error error = BeginListing(); !error.IsOk()) return error;
+    ListingBuffer buffer;
+    atEnd = false;
+    while (names.Count() < wanted && !atEnd) {
+        const ssize_t size = calls_->GetDents(fd_, buffer.Data(), kNamesBuffer);
+        if (size < 0) return Error::FromErrnoOfFolder(static_cast<int>(-size), {});
+        atEnd = size == 0;
+        ForEachEntryIn(buffer.Data(), size, [&](const dirent64& found) {
+            if (IsTemporaryCopyName(found.d_name)) return true;
+            names.names_.push_back(
+                {found.d_ino, static_cast<std::uint32_t>(names.text_.size()), found.d_type});
+            names.text_.append(found.d_name).push_back('\0');
+            return true;
+        });
+    }
+    return {};
+}
+
+bool OpenFolder::LookAtNames(const ListedNames& names, std::size_t first, std::size_t last,
+                             StatPolicy statPolicy, const EntrySink& sink,
+                             std::set<std::string>& gone) const {
+    for (std::size_t i = first; i < last; ++i) {
+        const ListedNames::Name& name = names.names_[i];
+        const char* const bytes = names.text_.c_str() + name.at;
+        FolderEntry entry;
+        if (!Examine(bytes, name.type, name.inode, statPolicy, entry))
+            gone.emplace(bytes);
+        else if (!HandOut(sink, bytes, entry))
+            return false;
+    }
+    return true;
+}
+
+void OpenFolder::HandOutGone(const std::set<std::string>& gone, const EntrySink& sink) const {
+    if (gone.empty()) return;
     const std::set<std::string> absent = NotListed(*calls_, fd_, gone);
     for (const std::string& name : gone) {
         if (absent.contains(name)) continue;
         FolderEntry entry;
         LookOnceMore(name.c_str(), entry);
-        if (!handOut(name, entry)) break;
+        if (!HandOut(sink, name, entry)) return;
     }
-    return {};
 }
 
 Error OpenFolder::ReadLink(std::string_view name, std::string& target) const {

@@ -54,9 +54,10 @@ Error ReadFile::ReadAt(std::uint64_t offset, void* buffer, std::size_t size, std
     return {};
 }
 
-void ReadFile::Prefetch(std::uint64_t length) {
+void ReadFile::Prefetch(std::uint64_t length, std::uint64_t offset) {
     // A file system that cannot be told is no error: the file is read all the same.
-    if (fd_ >= 0) calls_->Advise(fd_, 0, static_cast<off_t>(length), POSIX_FADV_WILLNEED);
+    if (fd_ >= 0)
+        calls_->Advise(fd_, static_cast<off_t>(offset), static_cast<off_t>(length), POSIX_FADV_WILLNEED);
 }
 
 bool UnstatedFile::ReadWhole(void* buffer, std::size_t size, std::size_t& got) {
@@ -106,10 +107,10 @@ int ReadFile::OpenIn(const OpenFolder& folder, const char* name, int flags) {
     flags |= kOpenFlags;
     // The system lets the owner of a file have this, and no other user: in a folder of somebody else's files
     // it is asked for once.
-    if (folder.keepsAccessTimes_) {
+    if (folder.keepsAccessTimes_.load(std::memory_order_relaxed)) {
         fd_ = calls_->OpenAt(folder.fd_, name, flags | O_NOATIME, 0);
         if (fd_ != -EPERM) return std::min(fd_, 0);
-        folder.keepsAccessTimes_ = false;
+        folder.keepsAccessTimes_.store(false, std::memory_order_relaxed);
     }
     fd_ = calls_->OpenAt(folder.fd_, name, flags, 0);
     return std::min(fd_, 0);

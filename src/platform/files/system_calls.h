@@ -13,7 +13,7 @@ namespace vantrel {
 
 // The calls that the platform layer makes on files, one virtual function each, so that a test can let any
 // single one fail. Each returns 0 or a count, or minus the errno value. Paths are NUL-ended bytes as on disk.
-// EINTR is retried here.
+// EINTR is retried here. Any thread may call it, those that derive from it included.
 class SystemCalls {
   public:
     virtual ~SystemCalls() = default;
@@ -59,6 +59,10 @@ class SystemCalls {
     virtual int FstatFs(int fd, struct statfs& out);
     virtual int Access(const char* path, int mode);  // for the effective user
 };
+
+// The real ones of this process. Never destroyed: a thread that hangs in one of them may come back at any
+// time.
+SystemCalls& SystemCallsOfProcess();
 
 // From now on a write into a broken pipe, or beyond the greatest size that the user's limits leave to a file,
 // fails with an error instead of ending the process in the middle of its work. What the process starts is not

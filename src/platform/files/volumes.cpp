@@ -205,4 +205,14 @@ bool SystemVolumes::OnSameDrive(std::string_view a, std::string_view b) {
     return !first.empty() && first == DeviceOf(files_.Calls(), mounts, b);
 }
 
+bool SystemVolumes::IsOnRotatingDisk(std::string_view path) {
+    const std::vector<Mount> mounts = ReadMounts(files_);
+    const Mount* const mount = FindMountOf(files_.Calls(), mounts, path);
+    if (mount == nullptr) return false;
+    const std::string folder = "/sys/dev/block/" + BlockDeviceOf(files_.Calls(), *mount);
+    std::string flag = ReadSmall(files_, folder + "/queue/rotational");
+    if (flag.empty()) flag = ReadSmall(files_, folder + "/../queue/rotational");  // of a partition
+    return flag.starts_with('1');
+}
+
 }  // namespace vantrel

@@ -30,6 +30,9 @@ class Volumes {
     virtual Currency GetAvailableDriveSpace(std::string_view drive) = 0;
     // Whether two paths lie on one file system, also under two mount points of it.
     virtual bool OnSameDrive(std::string_view a, std::string_view b) = 0;
+    // Whether the bytes of `path` come from a disk that has to move to another place for them. Where that
+    // cannot be told they do not.
+    virtual bool IsOnRotatingDisk(std::string_view path) = 0;
 };
 
 // The mounts of this machine. Reads the mount table when asked, not before. Where it does not name the mount
@@ -44,6 +47,7 @@ class SystemVolumes : public Volumes {
     DriveKind GetDriveKind(std::string_view drive) override;
     Currency GetAvailableDriveSpace(std::string_view drive) override;
     bool OnSameDrive(std::string_view a, std::string_view b) override;
+    bool IsOnRotatingDisk(std::string_view path) override;
 
   private:
     const FileSystem& files_;
