@@ -30,12 +30,15 @@ class ShellPowerCutTest : public ShellTest, public ::testing::WithParamInterface
     static bool Command(const std::string& command) {
         return std::system((command + " > /dev/null 2>&1").c_str()) == 0;
     }
-    bool Make() {
+    // Empty, or why there is no such file system here.
+    std::string Make() {
         image_ = drop / "image";
         std::ofstream(image_).flush();
         fs::resize_file(image_, std::uintmax_t{400} << 20);
         drop.MakeFolder("mount");
-        return Command(std::string(GetParam().make) + " " + image_) && MountIt();
+        const std::string make = std::string(GetParam().make) + " " + image_;
+        if (!Command(make)) return "no file system comes of \"" + make + "\"";
+        return MountIt() ? std::string() : "this process may not mount an image";
     }
     bool MountIt() {
         const std::string options = std::string(*GetParam().options ? "," : "") + GetParam().options;
@@ -72,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, ShellPowerCutTest,
 
 TEST_P(ShellPowerCutTest, EveryFileIsWhollyOldOrWhollyNew) {
     constexpr int kFiles = 40;
-    if (!Make()) GTEST_SKIP() << "cannot make or mount such a file system here";
+    if (const std::string why = Make(); !why.empty()) GTEST_SKIP() << why;
     for (int i = 0; i < kFiles; ++i) drop.Write("left/" + std::to_string(i), Content("new", i));
     std::size_t cuts = 0;
     for (std::size_t at = 100; at > 0; at += 83) {
