@@ -20,6 +20,19 @@ Error TheSame(const Place& from, const Place& to) {
             "\"" + from.Path() + "\" and \"" + to.Path() + "\" are the same object"};
 }
 
+// Of two names that the target's file system takes for one the second is left out: it would go over the
+// first, or a folder into it.
+Error RefuseTwin(ShellRun& run, const Place& to) {
+    if (!run.names->HasTwinOf(to)) return {};
+    const int result = TakesTwinsForOne(run.shared, to);
+    if (result < 0) return Error::FromErrno(-result, to.Path());
+    if (result == 0) return {};
+    return {ErrorNumber::FileAlreadyExists,
+            "\"" + to.Path() +
+                "\" is left out: the file system takes this name for that of another object, put there just "
+                "now, which differs in letter case"};
+}
+
 }  // namespace
 
 std::string CopyRecord::KeyOf(const Place& from) {
@@ -38,6 +51,7 @@ Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const 
     int looked = Look(run.calls, to, LinkPolicy::DoNotFollow, look.stat);
     if (looked < 0 && looked != -ENOENT) return Error::FromErrno(-looked, to.Path());
     look.exists = looked == 0;
+    if (Error error = RefuseTwin(run, to); !error.IsOk()) return error;
     if (depth == 0) {
         if (Error error = run.RefuseChanged(to, run.expected->target, look.Now()); !error.IsOk())
             return error;
@@ -129,6 +143,11 @@ ItemOutcome CopyEngine::Copy(const Place& from, const Place& to) {
     return outcome;
 }
 
+ToldCopy CopyEngine::Told(const Place& from, const Place& to, std::uint64_t objects,
+                          std::uint64_t bytes) const {
+    return {from.Path(), to.Path(), objects, bytes, run_.copies, run_.item, record_};
+}
+
 Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const Place& to, bool& mayReplace,
                                  ItemOutcome& outcome) {
     TargetLook look;
@@ -158,16 +177,11 @@ Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const P
         run_.NotePlaced(copied.target, to);
         if (record_) record_->Add(from, copied.source);
         WaitingCopy waiting;
+        static_cast<ToldCopy&>(waiting) = Told(from, to, 1, run_.result.bytesDone - before);
         waiting.written = std::move(copied.written);
         waiting.folder = to.folder->shared_from_this();
         waiting.name = to.name;
         if (look.exists) waiting.replaces = std::make_unique<Statx>(look.stat);
-        waiting.source = from.Path();
-        waiting.target = to.Path();
-        waiting.bytes = run_.result.bytesDone - before;
-        waiting.owner = run_.copies;
-        waiting.item = run_.item;
-        waiting.record = record_;
         run_.shared.batch->Add(std::move(waiting));
         return {};
     }
@@ -178,13 +192,13 @@ Error CopyEngine::CopyFileOrLink(const Place& from, const Statx& source, const P
 }
 
 // Everything that can refuse comes before the target folder is made.
-Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, Folder& target,
-                           Statx& sourceStat, FinalRights& final, bool& made,
-                           std::vector<std::string>& names) {
+Error CopyEngine::OpenBoth(const Place& from, const Place& to, Opened& opened) {
+    Folder& source = opened.source;
+    opened.made = {};
     if (Error error = run_.RefuseTooDeep(from); !error.IsOk()) return error;
     if (Error error = OpenFolderAt(calls_, from, LinkPolicy::DoNotFollow, source); !error.IsOk())
         return error;
-    if (const int looked = LookAtOpen(calls_, source.fd.Get(), sourceStat); looked < 0)
+    if (const int looked = LookAtOpen(calls_, source.fd.Get(), opened.stat); looked < 0)
         return Error::FromErrno(-looked, source.path);
     if (Error error = RefuseTrash(run_.shared, source); !error.IsOk()) return error;
     if (run_.targetFolders.contains(source.id)) {
@@ -195,61 +209,61 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Folder& source, F
         if (Error error = RefuseIntoItself(calls_, source.id, *to.folder, source.path); !error.IsOk())
             return error;
     }
+    // Two folders of one name, from different places, become one.
+    if (run_.shared.batch->HoldsFolder(to)) run_.shared.batch->Publish();
     TargetLook look;
-    if (Error error = LookAtTarget(run_, from, sourceStat, to, depth_, look); !error.IsOk()) return error;
+    if (Error error = LookAtTarget(run_, from, opened.stat, to, depth_, look); !error.IsOk()) return error;
     if (depth_ == 0) {
-        if (Error error = run_.RefuseChanged(from, run_.expected->source, &sourceStat); !error.IsOk())
+        if (Error error = run_.RefuseChanged(from, run_.expected->source, &opened.stat); !error.IsOk())
             return error;
     }
-    names.clear();
-    if (const int listed = ListNames(calls_, source, names); listed < 0)
+    opened.names.clear();
+    if (const int listed = ListNames(calls_, source, opened.names); listed < 0)
         return Error::FromErrno(-listed, source.path);
 
     if (!look.exists) {
-        Error error = MakeFolderLike(run_.shared, source, sourceStat, to, final);
-        if (!error.IsOk()) return error;
-        made = true;
+        Error error =
+            MakeFolderLike(run_.shared, source, opened.stat, to, NameComes::WithRights, opened.made);
+        opened.target = opened.made.folder;
+        return error;
     }
-    Error error = OpenFolderAt(calls_, to, made ? LinkPolicy::DoNotFollow : LinkPolicy::Follow, target);
+    const auto target = std::make_shared<Folder>();
+    opened.target = target;
+    Error error = OpenFolderAt(calls_, to, LinkPolicy::Follow, *target);
     if (!error.IsOk()) return error;
-    if (made) return {};
-    if (error = RefuseTrash(run_.shared, target); !error.IsOk()) return error;
+    if (error = RefuseTrash(run_.shared, *target); !error.IsOk()) return error;
     if (!run_.request.ignoreLetterCase) return {};
-    const int learned = LearnNames(calls_, target);
-    return learned < 0 ? Error::FromErrno(-learned, target.path) : Error();
+    const int learned = LearnNames(calls_, *target);
+    return learned < 0 ? Error::FromErrno(-learned, target->path) : Error();
 }
 
 ItemOutcome CopyEngine::CopyFolder(const Place& from, const Place& to) {
     const ShellRun::Level level(run_);
-    Folder source;
-    const auto shared = std::make_shared<Folder>();
-    Folder& target = *shared;
-    Statx sourceStat{};
-    FinalRights final;
-    std::vector<std::string> names;
-    bool made = false;
-    ItemOutcome outcome = run_.Attempt(from, [&](ItemOutcome&) {
-        return OpenBoth(from, to, source, target, sourceStat, final, made, names);
-    });
-    if (outcome != ItemOutcome::Done) {
-        if (made) calls_.UnlinkAt(to.Fd(), to.name.c_str(), AT_REMOVEDIR);
-        return outcome;
-    }
-    run_.targetFolders.insert(target.id);
-    if (!made) SweepTemporaryFiles(run_.shared, target);
+    Opened opened;
+    ItemOutcome outcome = run_.Attempt(from, [&](ItemOutcome&) { return OpenBoth(from, to, opened); });
+    if (outcome != ItemOutcome::Done) return outcome;
+    const bool made = opened.made.folder != nullptr;
+    run_.targetFolders.insert(opened.target->id);
+    run_.NoteFolder(to);
+    if (!made) SweepTemporaryFiles(run_.shared, *opened.target);
 
     ++depth_;
-    for (const std::string& name : names) {
-        const ItemOutcome child = Copy({&source, name}, TargetPlace(calls_, target, name));
+    for (const std::string& name : opened.names) {
+        const ItemOutcome child = Copy({&opened.source, name}, TargetPlace(calls_, *opened.target, name));
         outcome = Worse(outcome, child);
         if (child == ItemOutcome::NotReached) break;
     }
     --depth_;
-    // The times come after the content, which changes them.
-    if (made) run_.shared.batch->AddTimes(shared, sourceStat, final);
+    if (made) {
+        WaitingFolder folder;
+        static_cast<ToldCopy&>(folder) = Told(from, to, outcome == ItemOutcome::Done ? 1 : 0, 0);
+        folder.made = std::move(opened.made);
+        folder.like = opened.stat;
+        run_.shared.batch->Add(std::move(folder));
+    }
     if (outcome == ItemOutcome::Done) {
         run_.CountObject();
-        if (record_) record_->Add(from, sourceStat);
+        if (record_) record_->Add(from, opened.stat);
     }
     return outcome;
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "shell/copy_batch.h"
 #include "shell/copy_file.h"
 #include "shell/shell_run.h"
 
@@ -57,8 +58,16 @@ class CopyEngine {
     Error CopyFileOrLink(const Place& from, const Statx& source, const Place& to, bool& mayReplace,
                          ItemOutcome& outcome);
     ItemOutcome CopyFolder(const Place& from, const Place& to);
-    Error OpenBoth(const Place& from, const Place& to, Folder& source, Folder& target, Statx& sourceStat,
-                   FinalRights& final, bool& made, std::vector<std::string>& names);
+    // A folder that is copied: its source and what is in it, and the folder that it goes to.
+    struct Opened {
+        Folder source;
+        Statx stat{};
+        std::vector<std::string> names;
+        std::shared_ptr<const Folder> target;
+        MadeFolder made;  // without a folder where the target stood
+    };
+    ToldCopy Told(const Place& from, const Place& to, std::uint64_t objects, std::uint64_t bytes) const;
+    Error OpenBoth(const Place& from, const Place& to, Opened& opened);
 
     ShellRun& run_;
     SystemCalls& calls_;

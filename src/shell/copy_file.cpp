@@ -281,25 +281,33 @@ int KeepTimes(Shared& shared, const Statx& fromStat, int to) {
 }
 
 Error MakeFolderLike(Shared& shared, const Folder& source, const Statx& sourceStat, const Place& to,
-                     FinalRights& final) {
+                     NameComes nameComes, MadeFolder& made) {
     SystemCalls& calls = shared.calls;
     const auto ofTarget = [&](int failed) { return Error::FromErrno(-failed, to.Path()); };
     if (const int failed = shared.NoteWritten(*to.folder); failed < 0) return ofTarget(failed);
-    TemporaryFile made(shared, *to.folder);
-    if (const int failed = made.CreateFolder(); failed < 0) return ofTarget(failed);
-    Folder folder;
-    if (Error error = OpenFolderAt(calls, made.Where(), LinkPolicy::DoNotFollow, folder); !error.IsOk())
+    auto written = std::make_unique<TemporaryFile>(shared, *to.folder);
+    if (const int failed = written->CreateFolder(); failed < 0) return ofTarget(failed);
+    auto folder = std::make_shared<Folder>();
+    if (Error error = OpenFolderAt(calls, written->Where(), LinkPolicy::DoNotFollow, *folder); !error.IsOk())
         return error;
+    folder->path = to.Path();
+    const int fd = folder->fd.Get();
     Statx stat{};
-    if (const int failed = LookAtOpen(calls, folder.fd.Get(), stat); failed < 0) return ofTarget(failed);
+    if (const int failed = LookAtOpen(calls, fd, stat); failed < 0) return ofTarget(failed);
+    int failed = CopyRights(calls, source.fd.Get(), sourceStat, fd, stat, to.folder->hasDefaultAcl);
+    if (failed < 0) return ofTarget(failed);
+    folder->hasDefaultAcl = calls.GetXattr(fd, "system.posix_acl_default", nullptr, 0) > 0;
+    made = {folder, to.folder->shared_from_this(), to.name, {}, {}};
+    if (geteuid() == 0) return written->Publish(to, nullptr);
+
     // Without the right to enter and to write nothing could be put into it.
-    Statx wanted = sourceStat;
-    final.wait = (wanted.stx_mode & 0700) != 0700 && geteuid() != 0;
-    final.mode = sourceStat.stx_mode & 07777;
-    if (final.wait) wanted.stx_mode |= 0700;
-    const int failed =
-        CopyRights(calls, source.fd.Get(), wanted, folder.fd.Get(), stat, to.folder->hasDefaultAcl);
-    return failed < 0 ? ofTarget(failed) : made.Publish(to, nullptr);
+    if (failed = LookAtOpen(calls, fd, stat); failed < 0) return ofTarget(failed);
+    if ((stat.stx_mode & 0700) == 0700) return written->Publish(to, nullptr);
+    made.finalMode = stat.stx_mode & 07777;
+    if (failed = calls.Fchmod(fd, *made.finalMode | 0700); failed < 0) return ofTarget(failed);
+    if (nameComes == NameComes::AtOnce) return written->Publish(to, nullptr);
+    made.unnamed = std::move(written);
+    return {};
 }
 
 Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const CopyFileOptions& options,

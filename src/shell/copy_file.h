@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "shell/shell_run.h"
 #include "shell/temporary_files.h"
@@ -37,14 +38,21 @@ int CopyRights(SystemCalls& calls, int from, const Statx& fromStat, int to, cons
 // The times; where they cannot be held they are counted.
 int KeepTimes(Shared& shared, const Statx& fromStat, int to);
 
-// What a folder that was made gets only when all is in it: a mode that would keep the user himself out.
-struct FinalRights {
-    bool wait = false;
-    mode_t mode = 0;
+struct MadeFolder {
+    std::shared_ptr<const Folder> folder;  // open, and of the path that it has or is to get
+    std::shared_ptr<const Folder> above;
+    std::string name;
+    // What keeps the user himself out it gets only when all is in it.
+    std::optional<mode_t> finalMode;
+    // It stands under a temporary name until then; null: it has its name.
+    std::unique_ptr<TemporaryFile> unnamed;
 };
-// Makes the folder `to`, where nothing stands, with the owner, mode and attributes of `source`. Under its
-// name it never has others than these, or those of FinalRights.
+enum class NameComes : std::uint8_t {
+    WithRights,  // a folder has its name from the moment when it has its mode, and not before
+    AtOnce,      // what is put into it is no copy, and must not stand where a kill leaves what is swept away
+};
+// Makes the folder `to`, where nothing stands, with the owner, mode and attributes of `source`.
 Error MakeFolderLike(Shared& shared, const Folder& source, const Statx& sourceStat, const Place& to,
-                     FinalRights& final);
+                     NameComes nameComes, MadeFolder& made);
 
 }  // namespace vantrel::shell

@@ -12,13 +12,21 @@ namespace vantrel::shell {
 
 namespace {
 
+bool IsInLeftover(std::string_view path) {
+    for (;;) {
+        const std::size_t slash = path.rfind('/');
+        if (IsTemporaryCopyName(path.substr(slash + 1))) return true;
+        if (slash == std::string_view::npos) return false;
+        path = path.substr(0, slash);
+    }
+}
+
 // What was seen at a path below the source: what is not in the list was not there.
 const Sighting& SeenAt(const ShellRun& run, const std::string& below) {
     static const Sighting kNotKnown, kNothing = Sighting::Nothing();
     if (below.empty()) return run.expected->source;
-    // Our own leftovers are in no list.
-    const bool isOurs = IsTemporaryCopyName(std::string_view(below).substr(below.rfind('/') + 1));
-    if (!run.expected->below || isOurs) return kNotKnown;
+    // Our own leftovers, and what is in them, are in no list.
+    if (!run.expected->below || IsInLeftover(below)) return kNotKnown;
     const auto found = run.expected->below->find(below);
     return found == run.expected->below->end() ? kNothing : found->second;
 }

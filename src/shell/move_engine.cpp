@@ -51,7 +51,7 @@ bool MoveEngine::BatchIsFull() const {
 
 void MoveEngine::FinishPending(std::vector<ShellItem>& items) {
     if (pending_.empty()) return;
-    const Error synced = run_.shared.batch->Finish();
+    const Error synced = run_.shared.batch->Finish(*run_.copies);
     for (const Pending& pending : pending_) {
         ShellItem& item = items[pending.item];
         if (run_.lostItems.contains(pending.item)) continue;
@@ -126,6 +126,7 @@ Error MoveEngine::TryRename(const Place& from, const Place& to, bool& mayReplace
     run_.shared.NoteRenamed(source);
     if (look.exists) run_.shared.NoteRenamed(look.stat);
     run_.NotePlaced(IdOf(source), to);
+    run_.shared.batch->GiveTimesAgain(*to.folder);
     return {};
 }
 
@@ -139,7 +140,7 @@ ItemOutcome MoveEngine::MoveInside(const Place& from, const Place& to) {
     CopyRecord record;
     outcome = CopyEngine(run_, &record).Copy(from, to);
     if (outcome != ItemOutcome::Done) return outcome;
-    const Error synced = run_.shared.batch->Finish();
+    const Error synced = run_.shared.batch->Finish(*run_.copies);
     if (record.HasLoss()) return run_.result.cancelled ? ItemOutcome::NotReached : ItemOutcome::Failed;
     if (!synced.IsOk()) {
         run_.RecordFailure(from.Path(), synced);
@@ -171,6 +172,7 @@ ItemOutcome MoveEngine::MergeFolder(const Place& from, const Place& to) {
     });
     if (outcome != ItemOutcome::Done) return outcome;
     run_.targetFolders.insert(target.id);
+    run_.NoteFolder(to);
     SweepTemporaryFiles(run_.shared, target);
     ++depth_;
     for (const std::string& name : names) {

@@ -21,6 +21,18 @@ Error LeadsThroughALink(const std::string& path) {
     return {kChangedSinceSeen, "\"" + path + "\" is no folder, or a link to one. Nothing is done behind it"};
 }
 
+// The parts of `path` below a root that begins with `start`.
+std::vector<std::string_view> PartsBelow(std::string_view start, std::string_view path) {
+    std::vector<std::string_view> parts;
+    std::string_view rest = path.size() < start.size() ? std::string_view() : RemainingString(path, start);
+    while (!rest.empty()) {
+        const std::string_view part = rest.substr(0, rest.find('/'));
+        rest.remove_prefix(std::min(rest.size(), part.size() + 1));
+        if (!part.empty()) parts.push_back(part);
+    }
+    return parts;
+}
+
 }  // namespace
 
 Error Roots::Open() {
@@ -38,8 +50,8 @@ Error Roots::Open() {
 
 Error Roots::Verify() const {
     for (const Root& root : roots_) {
-        Folder now;
-        if (!OpenExistingFolder(files_, root.folder.path, now).IsOk() || now.id != root.folder.id)
+        FileInfo now;
+        if (!files_.Stat(root.folder.path, LinkPolicy::Follow, now).IsOk() || now.id != root.folder.id)
             return RootIsGone(root.folder.path);
     }
     return {};
@@ -54,25 +66,71 @@ const Roots::Root* Roots::RootOf(std::string_view path) const {
     return best;
 }
 
-Error Roots::Walk(const Root& root, std::string_view path, Missing missing, Folder& out) const {
-    SystemCalls& calls = files_.Calls();
-    if (Error error = OpenFolderOnTheWay(calls, {&root.folder, "."}, out); !error.IsOk()) return error;
-    out.path = root.folder.path;
-    std::string_view rest = RemainingString(path, root.start);
-    if (path.size() < root.start.size()) rest = {};
-    while (!rest.empty()) {
-        const std::string_view part = rest.substr(0, rest.find('/'));
-        rest.remove_prefix(std::min(rest.size(), part.size() + 1));
-        if (part.empty()) continue;
+std::vector<std::string> Roots::Counterparts(std::string_view path, std::string_view like) const {
+    const Root* root = RootOf(path);
+    const Root* other = RootOf(like);
+    if (!root || !other) return {};
+    std::vector<std::string> counterparts{other->folder.path};
+    for (const std::string_view part : PartsBelow(other->start, like))
+        counterparts.push_back(JoinPath(counterparts.back(), part));
+    if (counterparts.size() != PartsBelow(root->start, path).size() + 1) return {};
+    return counterparts;
+}
+
+Error Roots::OpenPart(const Place& place, Folder& out) const {
+    const std::shared_ptr<const Folder> unnamed = shared_.batch->Unnamed(place);
+    if (!unnamed) return OpenFolderOnTheWay(shared_.calls, place, out);
+    Error error = OpenFolderOnTheWay(shared_.calls, {unnamed.get(), "."}, out);
+    out.path = unnamed->path;
+    return error;
+}
+
+Error Roots::MakePart(const Place& place, const std::string& like, const FolderMaking& making) const {
+    std::shared_ptr<Folder> source;
+    const Root* root = like.empty() ? nullptr : RootOf(like);
+    Error opened = root ? Walk(*root, like, nullptr, source) : Error();
+    Folder readable;
+    if (source && opened.IsOk())
+        opened = OpenFolderAt(shared_.calls, {source.get(), "."}, LinkPolicy::DoNotFollow, readable);
+    // One that may be entered and not read does not tell what it has.
+    if (!opened.IsOk() && opened.SystemNumber() != EACCES) return opened;
+    if (!readable.fd.IsOpen()) {
+        const int made = shared_.calls.MkdirAt(place.Fd(), place.name.c_str(), 0777);
+        return made < 0 && made != -EEXIST ? Error::FromErrno(-made, place.Path()) : Error();
+    }
+    WaitingFolder folder;
+    if (const int failed = LookAtOpen(shared_.calls, readable.fd.Get(), folder.like); failed < 0)
+        return Error::FromErrno(-failed, like);
+    folder.source = like;
+    folder.target = place.Path();
+    folder.owner = making.owner;
+    folder.item = making.item;
+    Error error = MakeFolderLike(shared_, readable, folder.like, place, making.nameComes, folder.made);
+    if (error.SystemNumber() == EEXIST) return {};  // somebody else has made it meanwhile
+    if (error.IsOk()) shared_.batch->Keep(std::move(folder));
+    return error;
+}
+
+Error Roots::Walk(const Root& root, std::string_view path, const FolderMaking* making,
+                  std::shared_ptr<Folder>& out) const {
+    out = std::make_shared<Folder>();
+    if (Error error = OpenFolderOnTheWay(shared_.calls, {&root.folder, "."}, *out); !error.IsOk())
+        return error;
+    out->path = root.folder.path;
+    const std::vector<std::string> counterparts =
+        making ? Counterparts(path, making->like) : std::vector<std::string>();
+    std::size_t level = 0;
+    for (const std::string_view part : PartsBelow(root.start, path)) {
+        ++level;
         if (part == "." || part == "..")
             return {ErrorNumber::PathNotFound, "\"" + std::string(path) + "\" is no full path"};
-        Folder next;
-        const Place place{&out, NameToSystem(part)};
-        Error error = OpenFolderOnTheWay(calls, place, next);
-        if (error.SystemNumber() == ENOENT && missing == Missing::IsMade) {
-            const int made = calls.MkdirAt(place.Fd(), place.name.c_str(), 0777);
-            if (made < 0 && made != -EEXIST) return Error::FromErrno(-made, place.Path());
-            error = OpenFolderOnTheWay(calls, place, next);
+        auto next = std::make_shared<Folder>();
+        const Place place{out.get(), NameToSystem(part)};
+        Error error = OpenPart(place, *next);
+        if (error.SystemNumber() == ENOENT && making) {
+            const std::string& like = level < counterparts.size() ? counterparts[level] : std::string();
+            if (Error made = MakePart(place, like, *making); !made.IsOk()) return made;
+            error = OpenPart(place, *next);
         }
         if (error.SystemNumber() == ENOTDIR || error.SystemNumber() == ELOOP)
             return LeadsThroughALink(place.Path());
@@ -89,14 +147,19 @@ Error Roots::OpenHolder(std::string_view path, Folder& holder, std::string& name
     if (!root || isRoot || last.empty() || last == "." || last == "..")
         return shell::OpenHolder(files_, path, holder, name);
     name = NameToSystem(last);
-    return Walk(*root, GetParentFolderName(path), Missing::IsAnError, holder);
+    std::shared_ptr<Folder> walked;
+    Error error = Walk(*root, GetParentFolderName(path), nullptr, walked);
+    holder = std::move(*walked);
+    return error;
 }
 
-Error Roots::OpenOrMakeFolder(std::string_view path, Folder& out) const {
+Error Roots::OpenOrMakeFolder(std::string_view path, const FolderMaking& making,
+                              std::shared_ptr<Folder>& out) const {
     const std::string plain = WithoutTrailingSlash(path);
     const Root* root = RootOf(plain);
-    if (!root) return shell::OpenOrMakeFolder(files_, plain, out);
-    return Walk(*root, plain, Missing::IsMade, out);
+    if (root) return Walk(*root, plain, &making, out);
+    out = std::make_shared<Folder>();
+    return shell::OpenOrMakeFolder(files_, plain, *out);
 }
 
 }  // namespace vantrel::shell

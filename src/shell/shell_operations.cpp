@@ -1,5 +1,6 @@
 #include "shell/shell_operations.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -21,13 +22,36 @@ using namespace shell;
 // Copies of single files wait for FinishCopies, which tells what became of them.
 struct SystemShellOperations::State : Shared, CopyOwner {
     using Shared::Shared;
-    Error MayPublish() override { return {}; }
+    Error MayPublish() override { return roots ? roots->Verify() : Error(); }
     bool CancelAsked() override { return false; }
-    bool TriesAgain(const WaitingCopy&, const Error&) override { return false; }
-    void Lost(const WaitingCopy& copy, Loss, const Error& error) override {
+    bool TriesAgain(const ToldCopy&, const Error&) override { return false; }
+    void Lost(const ToldCopy& copy, Loss, const Error& error) override {
         failed.push_back({copy.source, copy.target, error});
     }
 
+    // All that waits is to get its name below the same roots.
+    Error OpenRoots(const std::vector<ShellRoot>& wanted) {
+        const auto same = [](const ShellRoot& one, const ShellRoot& other) {
+            return one.path == other.path && one.id == other.id;
+        };
+        if (roots && std::ranges::equal(roots->Given(), wanted, same)) return roots->Verify();
+        if (roots) CloseRoots();
+        auto opening = std::make_unique<Roots>(*this, wanted);
+        if (Error error = opening->Open(); !error.IsOk()) return error;
+        roots = std::move(opening);
+        return {};
+    }
+    void CloseRoots() {
+        const Error synced = batch->Finish(*this);
+        batch->Forget(*this);
+        roots.reset();
+        names.Clear();
+        takesTwinsForOne.clear();
+        if (!synced.IsOk() && failed.empty()) failed.push_back({{}, {}, synced});
+    }
+
+    std::unique_ptr<Roots> roots;  // of the single copies; null: there were none since FinishCopies
+    GivenNames names;              // as long
     std::vector<FailedCopy> failed;
 };
 
@@ -39,11 +63,11 @@ class RunCopies : public CopyOwner {
     RunCopies(ShellRun& run, const Roots& roots) : run_(run), roots_(roots) {}
     Error MayPublish() override { return roots_.Verify(); }
     bool CancelAsked() override { return run_.CancelAsked(); }
-    bool TriesAgain(const WaitingCopy& copy, const Error& error) override {
+    bool TriesAgain(const ToldCopy& copy, const Error& error) override {
         return run_.AnswerTrouble(copy.source, error) == ErrorAnswer::Retry;
     }
-    void Lost(const WaitingCopy& copy, Loss loss, const Error& error) override {
-        run_.TakeBack(copy.bytes);
+    void Lost(const ToldCopy& copy, Loss loss, const Error& error) override {
+        run_.TakeBack(copy.objects, copy.bytes);
         if (copy.record) copy.record->NoteLoss();
         if (loss == Loss::NotSafe) {
             run_.RecordFailure(copy.source, error);
@@ -68,7 +92,7 @@ class Dispatcher {
     Dispatcher(Shared& shared, const ShellRequest& request, ShellResult& result)
         : run_(shared, request, result),
           mover_(run_),
-          roots_(shared.files, request.roots),
+          roots_(shared, request.roots),
           copies_(run_, roots_),
           request_(request),
           result_(result) {
@@ -149,9 +173,12 @@ class Dispatcher {
         const std::string folder = full ? GetParentFolderName(request_.target) : request_.target;
         if (folder.empty() || folder.front() != '/')
             return {ErrorNumber::PathNotFound, "\"" + request_.target + "\" is no full path"};
-        const auto opening = std::make_shared<Folder>();
+        const FolderMaking making{
+            source.folder->path, &copies_, run_.item,
+            request_.operation == ShellOperation::Copy ? NameComes::WithRights : NameComes::AtOnce};
+        std::shared_ptr<Folder> opening;
+        if (Error error = roots_.OpenOrMakeFolder(folder, making, opening); !error.IsOk()) return error;
         Folder& opened = *opening;
-        if (Error error = roots_.OpenOrMakeFolder(folder, opened); !error.IsOk()) return error;
         if (!full && request_.ignoreLetterCase) {
             if (const int learned = LearnNames(run_.calls, opened); learned < 0)
                 return Error::FromErrno(-learned, folder);
@@ -216,7 +243,7 @@ class Dispatcher {
 
     // A full disk can show only here: then nothing of the last batch is known to be safe.
     void SyncAtTheEnd() {
-        const Error synced = run_.shared.batch->Finish();
+        const Error synced = run_.shared.batch->Finish(copies_);
         for (const auto& [item, lost] : run_.lostItems) {
             ShellItem& at = result_.items[item];
             at.outcome = Worse(at.outcome, lost.first);
@@ -260,27 +287,30 @@ ShellResult SystemShellOperations::Run(const ShellRequest& request) {
     const ManyOpenFiles manyOpenFiles;
     // What is read, removed or renamed may be what waits for its name.
     state_->batch->Publish();
+    if (request.operation != ShellOperation::Copy) state_->batch->NameKept(*state_);
+    state_->takesTwinsForOne.clear();
     ShellResult result;
     Dispatcher(*state_, request, result).Work();
     return result;
 }
 
 Error SystemShellOperations::CopyOneFile(const OneFile& file) {
-    Roots roots(state_->files, file.roots);
-    if (Error error = roots.Open(); !error.IsOk()) return error;
+    if (Error error = state_->OpenRoots(file.roots); !error.IsOk()) return error;
+    const Roots& roots = *state_->roots;
     Folder fromHolder;
-    const auto shared = std::make_shared<Folder>();
-    Folder& toHolder = *shared;
-    Place source{&fromHolder, {}}, target{&toHolder, {}};
+    auto toHolder = std::make_shared<Folder>();
+    Place source{&fromHolder, {}}, target;
     if (Error error = roots.OpenHolder(file.path, fromHolder, source.name); !error.IsOk()) return error;
     if (file.makesFolders) {
         const std::string above = GetParentFolderName(file.target);
-        if (Error error = roots.OpenOrMakeFolder(above, toHolder); !error.IsOk()) return error;
+        const FolderMaking making{GetParentFolderName(file.path), state_.get()};
+        if (Error error = roots.OpenOrMakeFolder(above, making, toHolder); !error.IsOk()) return error;
         target.name = NameToSystem(GetLastItemInPath(file.target));
-    } else if (Error error = roots.OpenHolder(file.target, toHolder, target.name); !error.IsOk()) {
+    } else if (Error error = roots.OpenHolder(file.target, *toHolder, target.name); !error.IsOk()) {
         return error;
     }
-    SweepTemporaryFiles(*state_, toHolder);
+    target.folder = toHolder.get();
+    SweepTemporaryFiles(*state_, *toHolder);
     if (state_->batch->Holds(source) || state_->batch->Holds(target)) state_->batch->Publish();
     ShellRequest request;
     request.noConfirmation = request.silent = request.noErrorUi = true;
@@ -288,6 +318,7 @@ Error SystemShellOperations::CopyOneFile(const OneFile& file) {
     ShellRun run(*state_, request, result);
     run.expected = &file.expected;
     run.copies = state_.get();
+    run.names = &state_->names;
     Statx stat{};
     if (const int looked = Look(state_->calls, source, LinkPolicy::DoNotFollow, stat); looked < 0)
         return Error::FromErrno(-looked, file.path);
@@ -299,16 +330,15 @@ Error SystemShellOperations::CopyOneFile(const OneFile& file) {
 }
 
 ShellOperations::FinishedCopies SystemShellOperations::FinishCopies() {
-    const Error synced = state_->batch->Finish();
+    state_->CloseRoots();
     FinishedCopies finished;
     finished.failed = std::exchange(state_->failed, {});
-    if (!synced.IsOk() && finished.failed.empty()) finished.failed.push_back({{}, {}, synced});
     finished.timesNotKept = std::exchange(state_->timesNotKept, 0);
     return finished;
 }
 
 Error SystemShellOperations::DeleteOneFile(const OneFile& file) {
-    Roots roots(state_->files, file.roots);
+    Roots roots(*state_, file.roots);
     if (Error error = roots.Open(); !error.IsOk()) return error;
     Folder holder;
     Place place{&holder, {}};

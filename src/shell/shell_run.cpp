@@ -42,6 +42,10 @@ FileId IdOf(const Statx& stat) {
     return {makedev(stat.stx_dev_major, stat.stx_dev_minor), stat.stx_ino};
 }
 
+std::size_t HashOf(const FileId& id) {
+    return Mix(id.device, id.inode);
+}
+
 std::uint64_t MountOf(const Statx& stat) {
     return stat.stx_mask & STATX_MNT_ID ? stat.stx_mnt_id : makedev(stat.stx_dev_major, stat.stx_dev_minor);
 }
@@ -333,10 +337,7 @@ ItemOutcome ShellRun::AskToOverwrite(const Place& from, const Statx& fromStat, c
 
 namespace {
 
-std::size_t HashOf(const FileId& id) {
-    return Mix(id.device, id.inode);
-}
-std::size_t HashOf(const Place& at) {
+std::size_t HashOfPlace(const Place& at) {
     return Mix(HashOf(at.folder->id), std::hash<std::string>()(at.name));
 }
 
@@ -344,11 +345,12 @@ std::size_t HashOf(const Place& at) {
 
 void ShellRun::NotePlaced(const FileId& id, const Place& at) {
     placed_.insert(HashOf(id));
-    placed_.insert(HashOf(at));
+    placed_.insert(HashOfPlace(at));
+    names->Note(at);
 }
 
 bool ShellRun::WasPlaced(const FileId& id, const Place& at) const {
-    return placed_.contains(HashOf(id)) || placed_.contains(HashOf(at));
+    return placed_.contains(HashOf(id)) || placed_.contains(HashOfPlace(at));
 }
 
 }  // namespace vantrel::shell

@@ -15,6 +15,7 @@
 
 #include "platform/files/descriptor.h"
 #include "shell/shell_operations.h"
+#include "shell/twins.h"
 
 // What the engines of the shell operations share. Not for use outside of them.
 namespace vantrel::shell {
@@ -42,6 +43,7 @@ struct Place {
 };
 
 FileId IdOf(const Statx& stat);
+std::size_t HashOf(const FileId& id);
 std::uint64_t MountOf(const Statx& stat);
 bool IsFolder(const Statx& stat);
 bool IsFile(const Statx& stat);
@@ -113,7 +115,8 @@ struct Shared {
         std::set<FileId> ids;
         std::vector<std::string> paths;
     } trashes;
-    std::uint64_t timesNotKept = 0;  // since that was last told
+    std::map<FileId, bool> takesTwinsForOne;  // folders that were asked about, by this request
+    std::uint64_t timesNotKept = 0;           // since that was last told
     // Two buffers, each of kBufferSize.
     static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
     char* Buffer(int which);
@@ -153,6 +156,8 @@ class ShellRun {
     std::size_t item = 0;          // that is being worked on
     // Items with copies that did not come to their names: outcome and error of the first one.
     std::map<std::size_t, std::pair<ItemOutcome, Error>> lostItems;
+    GivenNames ownNames;
+    GivenNames* names = &ownNames;  // where single copies follow each other, theirs
     static const Expectation kNothingExpected;
     // What is expected of the source that is being worked on; never null.
     const Expectation* expected = &kNothingExpected;
@@ -184,7 +189,9 @@ class ShellRun {
     void CountObject();
     void CountBytes(std::uint64_t bytes);
     // Of a copy that had been counted.
-    void TakeBack(std::uint64_t bytes) { --result.objectsDone, result.bytesDone -= bytes; }
+    void TakeBack(std::uint64_t objects, std::uint64_t bytes) {
+        result.objectsDone -= objects, result.bytesDone -= bytes;
+    }
     void TakeBackBytes(std::uint64_t bytesDone) { result.bytesDone = bytesDone; }
 
     // Runs `step(outcome)`, which gives an error or leaves in `outcome` what it came to, until it goes well
@@ -216,6 +223,7 @@ class ShellRun {
     // Remembers that this run has put an object there, and knows it again by its identity (the target's file
     // system can hold two names for equal) and by its name.
     void NotePlaced(const FileId& id, const Place& at);
+    void NoteFolder(const Place& at) { names->Note(at); }
     bool WasPlaced(const FileId& id, const Place& at) const;
 
   private:

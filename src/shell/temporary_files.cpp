@@ -10,9 +10,40 @@
 
 namespace vantrel::shell {
 
+namespace {
+
+// A folder with all in it. What cannot be looked at or removed stays.
+void RemoveFolder(SystemCalls& calls, const Place& place) {
+    const int removed = calls.UnlinkAt(place.Fd(), place.name.c_str(), AT_REMOVEDIR);
+    if (removed != -ENOTEMPTY && removed != -EEXIST) return;
+    Statx stat{};
+    Folder folder;
+    std::vector<std::string> names;
+    if (Look(calls, place, LinkPolicy::DoNotFollow, stat) < 0 || !IsFolder(stat)) return;
+    // A copy in it may have the rights of its source already.
+    if ((stat.stx_mode & 0700) != 0700) calls.FchmodAt(place.Fd(), place.name.c_str(), 0700);
+    if (!OpenFolderAt(calls, place, LinkPolicy::DoNotFollow, folder).IsOk()) return;
+    if (folder.mount != place.folder->mount || ListNames(calls, folder, names) < 0) return;
+    for (const std::string& name : names) {
+        const Place child{&folder, name};
+        if (Look(calls, child, LinkPolicy::DoNotFollow, stat) < 0) continue;
+        if (IsFolder(stat))
+            RemoveFolder(calls, child);
+        else
+            calls.UnlinkAt(child.Fd(), name.c_str(), 0);
+    }
+    calls.UnlinkAt(place.Fd(), place.name.c_str(), AT_REMOVEDIR);
+}
+
+}  // namespace
+
 TemporaryFile::~TemporaryFile() {
     fd_.Close();
-    if (stands_) shared_.calls.UnlinkAt(place_.Fd(), place_.name.c_str(), isFolder_ ? AT_REMOVEDIR : 0);
+    if (!stands_) return;
+    if (isFolder_)
+        RemoveFolder(shared_.calls, place_);
+    else
+        shared_.calls.UnlinkAt(place_.Fd(), place_.name.c_str(), 0);
 }
 
 void TemporaryFile::NextName() {
@@ -92,7 +123,10 @@ void SweepTemporaryFiles(Shared& shared, const Folder& folder) {
                                                 O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0));
             if (!fd.IsOpen() || shared.calls.Lock(fd.Get(), LOCK_EX | LOCK_NB) == -EWOULDBLOCK) continue;
         }
-        shared.calls.UnlinkAt(place.Fd(), name.c_str(), IsFolder(stat) ? AT_REMOVEDIR : 0);
+        if (IsFolder(stat))
+            RemoveFolder(shared.calls, place);
+        else
+            shared.calls.UnlinkAt(place.Fd(), name.c_str(), 0);
     }
 }
 

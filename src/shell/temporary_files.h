@@ -4,8 +4,8 @@
 
 namespace vantrel::shell {
 
-// A file, or a link, under a temporary name in the folder where it is to stand. It goes away at the end
-// unless it was published.
+// A file, link or folder under a temporary name in the folder where it is to stand. It goes away at the end,
+// with all that was put into it, unless it was published.
 class TemporaryFile {
   public:
     // The folder must be held by a shared pointer, in which this takes part.
@@ -39,8 +39,9 @@ class TemporaryFile {
     bool isFolder_ = false;
 };
 
-// Removes from `folder` what a killed process has left there: a file, link or empty folder, with a temporary
-// name of this machine and this user's own, whose process is gone and which nobody holds locked. Done once
+// Removes from `folder` what a killed process has left there: a file, link or folder with all in it, with a
+// temporary name of this machine and this user's own, whose process is gone and which nobody holds locked.
+// In such a folder are copies alone, none of which had counted as done. Done once
 // for each folder in the life of `shared`. What cannot be looked at or removed stays for the next time.
 void SweepTemporaryFiles(Shared& shared, const Folder& folder);
 

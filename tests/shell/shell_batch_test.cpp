@@ -1,11 +1,14 @@
 // Copies come to their names many at a time, after one sync, and folders with the rights that they are to
 // have.
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <filesystem>
+#include <set>
 
 #include "platform/names/temporary_names.h"
+#include "support/plain_user.h"
 #include "support/shell_fixture.h"
 
 namespace vantrel::testing {
@@ -21,6 +24,11 @@ class ShellBatchTest : public ShellTest {
         struct stat stat {};
         EXPECT_EQ(0, lstat(path.c_str(), &stat)) << path;
         return stat;
+    }
+    ShellRoot RootOf(const std::string& name) {
+        FileInfo info;
+        EXPECT_TRUE(files.Stat(drop / name, LinkPolicy::Follow, info).IsOk());
+        return {drop / name, info.id};
     }
     std::size_t Temporaries() {
         return static_cast<std::size_t>(std::ranges::count_if(TreeOf(drop / "right/"), [](const auto& entry) {
@@ -125,44 +133,198 @@ TEST_F(ShellBatchTest, TimesThatCannotBeKeptAreCounted) {
     EXPECT_EQ(1U, shell.FinishCopies().timesNotKept);
 }
 
-// Wherever it ends, a folder has the mode of its source or the one that it had before.
+// Wherever it ends, a folder has the mode of its source or the one that it had before, and the next run
+// clears up and does the rest.
 TEST_F(ShellBatchTest, AKillLeavesNoFolderWithAModeOfItsOwn) {
-    const mode_t old = umask(077);
-    drop.Write("left/Sub/inner/a", "a");
-    drop.Write("left/Sub/closed/b", "b");
-    drop.Write("left/Sub/there/c", "c");
-    const std::map<std::string, mode_t> modes{
-        {"Sub", 0755}, {"Sub/inner", 02711}, {"Sub/closed", 0555}, {"Sub/there", 0777}};
-    for (const auto& [name, mode] : modes) chmod(Left(name).c_str(), mode);
-    std::size_t kills = 0;
-    for (std::size_t n = 1;; n += 3) {
-        fs::remove_all(drop / "right");
-        drop.MakeFolder("right/Sub/there");
-        chmod(Right("Sub").c_str(), 0701);
-        chmod(Right("Sub/there").c_str(), 0710);
-        const pid_t child = fork();
-        if (child == 0) {
-            calls.before = [&](const FaultySystemCalls::Record&) {
-                if (calls.Count() >= n) _exit(9);
-            };
-            Run(Copy, {Left("Sub")}, drop / "right");
-            _exit(0);
+    const std::map<std::string, mode_t> modes{{"Sub", 0755},        {"Sub/inner", 02711},
+                                              {"Sub/closed", 0555}, {"Sub/closed/too", 0500},
+                                              {"Sub/there", 0777},  {"Sub/closed/too/deep", 0755}};
+    const auto openAll = [&](const char* folder) {
+        // Each is opened before the iterator enters it.
+        for (const auto& entry : fs::recursive_directory_iterator(drop / folder)) {
+            if (entry.is_directory()) chmod(entry.path().c_str(), 0700);
         }
-        int status = 0;
-        waitpid(child, &status, 0);
+    };
+    const auto killAtEveryThirdCall = [&] {
+        const mode_t old = umask(077);
+        for (const char* path : {"inner/a", "closed/b", "closed/too/c", "closed/too/deep/d", "there/e"})
+            drop.Write(std::string("left/Sub/") + path, path);
+        for (auto at = modes.rbegin(); at != modes.rend(); ++at) chmod(Left(at->first).c_str(), at->second);
+        std::size_t kills = 0;
+        for (std::size_t n = 1;; n += 3) {
+            openAll("right");
+            fs::remove_all(drop / "right");
+            drop.MakeFolder("right/Sub/there");
+            chmod(Right("Sub").c_str(), 0701);
+            chmod(Right("Sub/there").c_str(), 0710);
+            calls.ResetCount();
+            const pid_t child = fork();
+            if (child == 0) {
+                calls.before = [&](const FaultySystemCalls::Record&) {
+                    if (calls.Count() >= n) _exit(9);
+                };
+                Run(Copy, {Left("Sub")}, drop / "right");
+                _exit(0);
+            }
+            int status = 0;
+            waitpid(child, &status, 0);
+            for (const auto& [name, mode] : modes) {
+                if (!fs::exists(Right(name))) continue;
+                const bool stood = name == "Sub" || name == "Sub/there";
+                const mode_t wanted = !stood ? mode : name == "Sub" ? 0701 : 0710;
+                EXPECT_EQ(wanted, StatOf(Right(name)).st_mode & 07777) << name << ", killed at call " << n;
+            }
+            if (WEXITSTATUS(status) == 0 || HasFailure()) break;
+            ++kills;
+            if (n % 12 != 1 || fs::exists(Right("Sub/closed"))) continue;
+            EXPECT_TRUE(Run(Copy, {Left("Sub")}, drop / "right").AllDone());
+            NoLeftovers(TreeOf(drop / "right/"));
+            EXPECT_EQ(TreeOf(drop / "left/"), TreeOf(drop / "right/"));
+        }
+        umask(old);
+        EXPECT_GT(kills, 20U);
+        for (const char* name : {"Sub/inner", "Sub/closed", "Sub/closed/too"})
+            EXPECT_EQ(StatOf(Left(name)).st_mtim.tv_nsec, StatOf(Right(name)).st_mtim.tv_nsec) << name;
+        for (const char* side : {"left", "right"}) openAll(side);
+    };
+    killAtEveryThirdCall();
+    fs::remove_all(drop / "left");
+    drop.MakeFolder("left");
+    AsPlainUser(drop, killAtEveryThirdCall);
+}
+
+TEST_F(ShellBatchTest, RightsThatAFolderCannotGetAtTheEndAreTold) {
+    AsPlainUser(drop, [&] {
+        drop.Write("left/Sub/a", "a");
+        chmod(Left("Sub").c_str(), 0555);
+        ASSERT_TRUE(Run(Copy, {Left("Sub")}, drop / "right").AllDone());
+        const std::size_t last = calls.Count(Call::Fchmod);
+        for (const bool retried : {false, true}) {
+            chmod(Right("Sub").c_str(), 0755);
+            fs::remove_all(Right("Sub"));
+            calls.ResetCount();
+            calls.FailAt(Call::Fchmod, last, EIO);
+            if (retried) questions.errorAnswers = {ErrorAnswer::Retry};
+            const ShellResult result = Run(Copy, {Left("Sub")}, drop / "right");
+            EXPECT_EQ(retried ? Done : Failed, result.items.at(0).outcome);
+            EXPECT_EQ(retried, result.AllDone());
+            EXPECT_EQ(retried ? 0U : 1U, result.troubles.size());
+            EXPECT_EQ("a", drop.Read("right/Sub/a"));
+        }
+        EXPECT_EQ(0555U, StatOf(Right("Sub")).st_mode & 07777);
+
+        // A second folder of the name finds the first one, which is closed now.
+        drop.Write("left/other/Sub/b", "b");
+        chmod(Right("Sub").c_str(), 0755);
+        fs::remove_all(Right("Sub"));
+        const ShellResult result = Run(Copy, {Left("Sub"), Left("other/Sub")}, drop / "right");
+        EXPECT_EQ(Done, result.items.at(0).outcome);
+        EXPECT_EQ(Failed, result.items.at(1).outcome);
+        EXPECT_EQ((Tree{{"Sub", "d"}, {"Sub/a", "f:a"}}), TreeOf(drop / "right/"));
+        for (const std::string& path : {Left("Sub"), Right("Sub")}) chmod(path.c_str(), 0755);
+    });
+}
+
+// The folders above a single copy that are missing are made as those of the source are, though more copies
+// come into them later.
+TEST_F(ShellBatchTest, FoldersAboveASingleCopyAreLikeThoseOfItsSource) {
+    const auto check = [&] {
+        const std::map<std::string, mode_t> modes{{"Sub", 0750}, {"Sub/deep", 0511}, {"Sub/deep/er", 0705}};
+        drop.Write("left/Sub/deep/er/a", "a");
+        drop.Write("left/Sub/deep/b", "b");
+        drop.Write("left/Sub/deep/c", "c");
         for (const auto& [name, mode] : modes) {
-            if (!fs::exists(Right(name))) continue;
-            const bool stood = name == "Sub" || name == "Sub/there";
-            const mode_t wanted = !stood ? mode : name == "Sub" ? 0701 : 0710;
-            EXPECT_EQ(wanted, StatOf(Right(name)).st_mode & 07777) << name << ", killed at call " << n;
+            const timespec times[2] = {{1'000'000'000, 1}, {1'100'000'000, 2}};
+            utimensat(AT_FDCWD, Left(name).c_str(), times, 0);
         }
-        if (WEXITSTATUS(status) == 0 || HasFailure()) break;
-        ++kills;
+        for (auto at = modes.rbegin(); at != modes.rend(); ++at) chmod(Left(at->first).c_str(), at->second);
+        drop.MakeFolder("right/Sub");
+        chmod(Right("Sub").c_str(), 0700);
+
+        const std::vector<ShellRoot> roots{RootOf("left"), RootOf("right")};
+        SystemShellOperations shell = Service();
+        ShellRequest request;
+        request.noErrorUi = request.targetIsFullPath = true;
+        request.roots = roots;
+        const auto copy = [&](const std::string& name) {
+            return shell.CopyOneFile({Left(name), Right(name), {}, roots, true}).IsOk();
+        };
+        EXPECT_TRUE(copy("Sub/deep/er/a"));
+        EXPECT_TRUE(copy("Sub/deep/b"));
+        // By the way in between, which gives what waits its names.
+        request.sources = {Left("Sub/deep/c")};
+        request.target = Right("Sub/deep/c");
+        EXPECT_TRUE(shell.Run(request).AllDone());
+        EXPECT_TRUE(copy("Sub/deep/er/a"));
+        EXPECT_TRUE(shell.FinishCopies().failed.empty());
+
+        EXPECT_EQ(TreeOf(drop / "left/"), TreeOf(drop / "right/"));
+        EXPECT_EQ(0700U, StatOf(Right("Sub")).st_mode & 07777);
+        for (const char* name : {"Sub/deep", "Sub/deep/er"}) {
+            EXPECT_EQ(modes.at(name), StatOf(Right(name)).st_mode & 07777) << name;
+            EXPECT_EQ(1'100'000'000, StatOf(Right(name)).st_mtim.tv_sec) << name;
+        }
+        // What follows later is somebody else's.
+        drop.Write("left/later", "later");
+        if (geteuid() == 0) {
+            EXPECT_TRUE(shell.CopyOneFile({Left("later"), Right("Sub/deep/later"), {}, roots}).IsOk());
+            EXPECT_TRUE(shell.FinishCopies().failed.empty());
+            EXPECT_NE(1'100'000'000, StatOf(Right("Sub/deep")).st_mtim.tv_sec);
+        }
+
+        fs::permissions(Left("Sub/deep"), fs::perms::owner_all);
+        request.operation = Move;
+        request.sources = {Left("Sub/deep/er/a")};
+        request.target = Right("other/deep/er/a");
+        EXPECT_TRUE(shell.Run(request).AllDone());
+        EXPECT_EQ(0705U, StatOf(Right("other/deep/er")).st_mode & 07777);
+        EXPECT_EQ(0700U, StatOf(Right("other/deep")).st_mode & 07777);
+        for (const std::string& path : {Left("Sub/deep"), Right("Sub/deep")}) chmod(path.c_str(), 0700);
+    };
+    check();
+    for (const char* side : {"left", "right"}) fs::remove_all(drop / side), drop.MakeFolder(side);
+    AsPlainUser(drop, check);
+}
+
+TEST_F(ShellBatchTest, WhatIsInAFolderThatGetsNoNameIsToldToo) {
+    AsPlainUser(drop, [&] {
+        drop.Write("left/Sub/deep/a", "a");
+        drop.Write("left/Sub/b", "b");
+        for (const char* name : {"Sub/deep", "Sub"}) chmod(Left(name).c_str(), 0555);
+        const std::vector<ShellRoot> roots{RootOf("left"), RootOf("right")};
+        SystemShellOperations shell = Service();
+        for (const char* name : {"Sub/deep/a", "Sub/b"})
+            EXPECT_TRUE(shell.CopyOneFile({Left(name), Right(name), {}, roots, true}).IsOk());
+        EXPECT_FALSE(drop.Exists("right/Sub"));
+        drop.Write("right/Sub/somebody's", "work");
+        std::set<std::string> failed;
+        for (const auto& copy : shell.FinishCopies().failed) failed.insert(copy.target);
+        EXPECT_EQ((std::set{Right("Sub"), Right("Sub/deep/a"), Right("Sub/b")}), failed);
+        EXPECT_EQ((Tree{{"Sub", "d"}, {"Sub/somebody's", "f:work"}}), TreeOf(drop / "right/"));
+        for (const char* name : {"Sub", "Sub/deep"}) chmod(Left(name).c_str(), 0755);
+    });
+}
+
+TEST_F(ShellBatchTest, ARootExchangedWhileASingleCopyWaitsIsToldAndGetsNothing) {
+    for (const char* side : {"left", "right"}) {
+        drop.Write("left/a", "new");
+        drop.Write("right/a", "old");
+        const std::vector<ShellRoot> roots{RootOf("left"), RootOf("right")};
+        SystemShellOperations shell = Service();
+        EXPECT_TRUE(shell.CopyOneFile({Left("a"), Right("a"), {}, roots, true}).IsOk());
+        EXPECT_TRUE(shell.CopyOneFile({Left("a"), Right("made/b"), {}, roots, true}).IsOk());
+        fs::rename(drop / side, drop / "aside");
+        drop.MakeFolder(side);
+        const ShellOperations::FinishedCopies finished = shell.FinishCopies();
+        ASSERT_EQ(2U, finished.failed.size());
+        EXPECT_EQ(Right("a"), finished.failed[0].target);
+        EXPECT_EQ(kChangedSinceSeen, finished.First().Number());
+        EXPECT_TRUE(TreeOf(drop.Path() + "/" + side + "/").empty());
+        const bool atTarget = std::string(side) == "right";
+        EXPECT_EQ("old", drop.Read(atTarget ? "aside/a" : "right/a"));
+        NoLeftovers(TreeOf(drop.Path()));
+        for (const char* folder : {"aside", "left", "right"}) fs::remove_all(drop / folder);
     }
-    umask(old);
-    EXPECT_GT(kills, 20U);
-    for (const char* name : {"Sub/inner", "Sub/closed"})
-        EXPECT_EQ(StatOf(Left(name)).st_mtim.tv_nsec, StatOf(Right(name)).st_mtim.tv_nsec) << name;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <random>
 
+#include "platform/names/temporary_names.h"
 #include "support/shell_fixture.h"
 
 namespace vantrel::testing {
@@ -171,6 +172,13 @@ TEST_F(ShellSeenTest, AFolderGoesWithWhatWasSeenInItOnly) {
         fs::remove(Left("Sub/kept/deep/late"));
         EXPECT_TRUE(Run(request).AllDone());
     }
+
+    // What a kill has left of our own is in no list, and goes.
+    make();
+    request = Expecting(Delete, {"Sub"});
+    drop.Write("left/Sub/" + TemporaryCopyName::Make(1) + "/deep/copy", "copy");
+    EXPECT_TRUE(Run(request).AllDone());
+    EXPECT_FALSE(drop.Exists("left/Sub"));
 }
 
 TEST_F(ShellSeenTest, OneNameOfAFileMayGoAfterTheOther) {
