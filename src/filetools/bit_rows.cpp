@@ -8,20 +8,18 @@ Occurrences::Occurrences(std::span<const std::uint32_t> sequence) {
     mask_ = std::bit_ceil(std::max<std::size_t>(2 * sequence.size(), 4)) - 1;
     slots_.resize(mask_ + 1);
     positions_.resize(sequence.size());
-    for (const std::uint32_t token : sequence) {
-        Entry& entry = slots_[SlotOf(token)];
-        entry.token = token;
-        ++entry.count;
+    std::vector<std::uint32_t> slotOf(sequence.size());
+    for (std::size_t index = 0; index < sequence.size(); ++index) {
+        const std::size_t slot = SlotOf(sequence[index]);
+        slotOf[index] = static_cast<std::uint32_t>(slot);
+        slots_[slot].token = sequence[index];
+        ++slots_[slot].count;
     }
-    std::uint32_t start = 0;
-    for (Entry& entry : slots_) {
-        entry.start = start;
-        start += entry.count;
-    }
-    // Filled from the start of each; the starts are set back afterwards.
-    for (std::size_t index = 0; index < sequence.size(); ++index)
-        positions_[slots_[SlotOf(sequence[index])].start++] = static_cast<std::uint32_t>(index);
-    for (Entry& entry : slots_) entry.start -= entry.count;
+    // Each is filled from its end.
+    std::uint32_t end = 0;
+    for (Entry& entry : slots_) entry.start = end += entry.count;
+    for (std::size_t index = sequence.size(); index-- > 0;)
+        positions_[--slots_[slotOf[index]].start] = static_cast<std::uint32_t>(index);
 }
 
 MatchBits::MatchBits(std::span<const std::uint32_t> pattern)

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/side.h"
+#include "filetools/bit_rows.h"
 #include "filetools/cancel_check.h"
 
 namespace vantrel {
@@ -42,11 +43,12 @@ bool FindPathPoint(Tokens left, Tokens right, std::int64_t steps, PacedCheck& pa
 std::vector<TokenPair> PairsByTable(Tokens left, Tokens right, PacedCheck& pace);
 
 // How many pairs of equal tokens there are.
-double CountPairs(Tokens left, Tokens right);
-enum class ChainOver { AllPairs, TokensThatAreUnique };
-// The longest ascending chain over the pairs of equal tokens. Over all of them it is a longest common
-// subsequence.
-std::vector<TokenPair> PairsByChain(Tokens left, Tokens right, ChainOver over, PacedCheck& pace);
+double CountPairs(Tokens left, const Occurrences& onRight);
+// The longest ascending chain over all pairs of equal tokens: a longest common subsequence.
+std::vector<TokenPair> PairsByChain(Tokens left, const Occurrences& onRight, PacedCheck& pace);
+// The same over the tokens that stand once on each side.
+std::vector<TokenPair> UniquePairsByChain(Tokens left, Tokens right, const Occurrences& onRight,
+                                          PacedCheck& pace);
 
 // A point to cut a box at that is too large for all of these: the head of the longer sequence, and as much of
 // the other as matches it best. `words` bounds the table that is made for it.

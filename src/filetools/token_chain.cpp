@@ -5,52 +5,89 @@
 
 namespace vantrel {
 
-double CountPairs(Tokens left, Tokens right) {
-    const Occurrences onRight(right);
+namespace {
+
+constexpr std::uint32_t kNone = 0xFFFF'FFFF;
+
+// Of the chains of each length the one that ends earliest on the right, and how it came there.
+class Chains {
+  public:
+    // Positions on the right of one left position are added in descending order, so that none follows
+    // another.
+    void Add(std::uint32_t left, std::uint32_t right) {
+        std::size_t length = ends_.size();
+        if (length == 0 || ends_.back() < right) {
+            ends_.push_back(right);
+            last_.push_back(kNone);
+        } else {
+            const auto place = std::lower_bound(ends_.begin(), ends_.end(), right);
+            if (*place == right) return;
+            *place = right;
+            length = static_cast<std::size_t>(place - ends_.begin());
+        }
+        last_[length] = static_cast<std::uint32_t>(links_.size());
+        links_.push_back({{{left, right}}, length == 0 ? kNone : last_[length - 1]});
+    }
+
+    std::vector<TokenPair> Longest() const {
+        std::vector<TokenPair> chain;
+        chain.reserve(last_.size());
+        for (std::uint32_t link = last_.empty() ? kNone : last_.back(); link != kNone;
+             link = links_[link].before)
+            chain.push_back(links_[link].pair);
+        std::reverse(chain.begin(), chain.end());
+        return chain;
+    }
+
+  private:
+    struct Link {
+        TokenPair pair;
+        std::uint32_t before;
+    };
+    std::vector<Link> links_;
+    std::vector<std::uint32_t> ends_;  // by length less one: the last position on the right
+    std::vector<std::uint32_t> last_;  // and the last link
+};
+
+}  // namespace
+
+double CountPairs(Tokens left, const Occurrences& onRight) {
     double pairs = 0;
     for (const std::uint32_t token : left) pairs += static_cast<double>(onRight.Of(token).size());
     return pairs;
 }
 
-std::vector<TokenPair> PairsByChain(Tokens left, Tokens right, ChainOver over, PacedCheck& pace) {
-    constexpr std::uint32_t kNone = 0xFFFF'FFFF;
-    struct Link {
-        TokenPair pair;
-        std::uint32_t before;
-    };
-    const bool unique = over == ChainOver::TokensThatAreUnique;
-    const Occurrences onRight(right);
-    const Occurrences onLeft(unique ? left : Tokens());
-    std::vector<Link> links;
-    // Of the chains of each length, the one that ends earliest on the right: its last position and its last
-    // link.
-    std::vector<std::uint32_t> ends;
-    std::vector<std::uint32_t> last;
+std::vector<TokenPair> PairsByChain(Tokens left, const Occurrences& onRight, PacedCheck& pace) {
+    Chains chains;
     for (std::size_t i = 0; i < left.size(); ++i) {
         const std::span<const std::uint32_t> positions = onRight.Of(left[i]);
+        for (auto position = positions.rbegin(); position != positions.rend(); ++position)
+            chains.Add(static_cast<std::uint32_t>(i), *position);
         pace.Count(8 + 4 * positions.size());
-        if (unique && (positions.size() != 1 || onLeft.Of(left[i]).size() != 1)) continue;
-        for (auto position = positions.rbegin(); position != positions.rend(); ++position) {
-            const auto place = std::lower_bound(ends.begin(), ends.end(), *position);
-            const auto length = static_cast<std::size_t>(place - ends.begin());
-            if (place == ends.end()) {
-                ends.push_back(*position);
-                last.push_back(kNone);
-            } else if (*place == *position) {
-                continue;
-            }
-            ends[length] = *position;
-            last[length] = static_cast<std::uint32_t>(links.size());
-            links.push_back(
-                {{{static_cast<std::uint32_t>(i), *position}}, length == 0 ? kNone : last[length - 1]});
-        }
     }
-    std::vector<TokenPair> chain;
-    chain.reserve(last.size());
-    for (std::uint32_t link = last.empty() ? kNone : last.back(); link != kNone; link = links[link].before)
-        chain.push_back(links[link].pair);
-    std::reverse(chain.begin(), chain.end());
-    return chain;
+    return chains.Longest();
+}
+
+std::vector<TokenPair> UniquePairsByChain(Tokens left, Tokens right, const Occurrences& onRight,
+                                          PacedCheck& pace) {
+    // The position on the left of each token that is unique on the right.
+    constexpr std::uint32_t kTwice = kNone - 1;
+    std::vector<std::uint32_t> leftOf(right.size(), kNone);
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        const std::span<const std::uint32_t> positions = onRight.Of(left[i]);
+        pace.Count(8);
+        if (positions.size() != 1) continue;
+        std::uint32_t& place = leftOf[positions.front()];
+        place = place == kNone ? static_cast<std::uint32_t>(i) : kTwice;
+    }
+    std::vector<TokenPair> unique;
+    for (std::size_t j = 0; j < right.size(); ++j)
+        if (leftOf[j] < kTwice) unique.push_back({{leftOf[j], static_cast<std::uint32_t>(j)}});
+    std::sort(unique.begin(), unique.end(),
+              [](const TokenPair& one, const TokenPair& two) { return one[Side::Left] < two[Side::Left]; });
+    Chains chains;
+    for (const TokenPair& pair : unique) chains.Add(pair[Side::Left], pair[Side::Right]);
+    return chains.Longest();
 }
 
 }  // namespace vantrel

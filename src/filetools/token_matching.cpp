@@ -1,6 +1,7 @@
 #include "filetools/token_matching.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "filetools/token_box.h"
 
@@ -16,8 +17,10 @@ constexpr double kWordsForPair = 12;
 constexpr double kMostNearSteps = 16'000'000;
 // A table of so many words is made whatever was spent before.
 constexpr double kLeastWindow = 1 << 20;
-// Anchors are taken where there is one for so many lines of the shorter stretch.
-constexpr std::size_t kLinesForAnchor = 256;
+// Anchors are taken where there is one for so many tokens of the shorter stretch. A run of so many around one
+// belongs to a shortest script as good as always.
+constexpr std::size_t kTokensForAnchor = 512;
+constexpr std::size_t kSureRun = 12;
 
 class Matcher {
   public:
@@ -118,41 +121,61 @@ class Matcher {
         const Tokens left = box.Of(tokens_, Side::Left);
         const Tokens right = box.Of(tokens_, Side::Right);
         const double words = box.Words();
-        const double pairs = CountPairs(left, right);
+        const Occurrences onRight(right);
+        const double pairs = CountPairs(left, onRight);
         if (pairs <= static_cast<double>(limits_.chainPairs) &&
             pairs * kWordsForPair <= std::max(words, kLeastSteps))
-            return TakePairs(box, PairsByChain(left, right, ChainOver::AllPairs, pace_));
+            return TakePairs(box, PairsByChain(left, onRight, pace_));
         const double affordable =
             std::max(std::min(static_cast<double>(limits_.tableWords), wordsLeft_), kLeastWindow);
         if (words <= affordable) {
             wordsLeft_ -= words;
             return TakePairs(box, PairsByTable(left, right, pace_));
         }
-        if (CutAtAnchors(box)) return;
+        const std::vector<TokenPair> unique = UniquePairsByChain(left, right, onRight, pace_);
+        if (CutAtAnchors(box, unique, kSureRun)) return;
         if (!pathWasTried && FindPath(box, static_cast<double>(limits_.pathSteps))) return;
+        if (CutAtAnchors(box, unique, 1)) return;
         const double window = std::max(affordable / 8, kLeastWindow);
         wordsLeft_ -= window;
         Push(box, FindWindow(left, right, static_cast<std::int64_t>(window), pace_), true);
     }
 
     // Too large for a whole answer: tokens that stand once on each side, in the longest chain of theirs, are
-    // taken for fixed points.
-    bool CutAtAnchors(const TokenBox& box) {
-        const std::vector<TokenPair> anchors = PairsByChain(
-            box.Of(tokens_, Side::Left), box.Of(tokens_, Side::Right), ChainOver::TokensThatAreUnique, pace_);
-        if (anchors.size() <= std::min(box.Size(Side::Left), box.Size(Side::Right)) / kLinesForAnchor)
+    // taken for fixed points where they stand in a run of at least `run` tokens that match. False where they
+    // are few.
+    bool CutAtAnchors(const TokenBox& box, const std::vector<TokenPair>& unique, std::size_t run) {
+        std::vector<PerSide<std::size_t>> points;
+        for (const TokenPair& pair : unique) {
+            PerSide<std::size_t> at;
+            for (const Side side : kBothSides) at[side] = box.begin[side] + pair[side];
+            if (RunAround(box, at, run) >= run) points.push_back(at);
+        }
+        if (points.size() <= std::min(box.Size(Side::Left), box.Size(Side::Right)) / kTokensForAnchor)
             return false;
         PerSide<std::size_t> from = box.begin;
-        for (const TokenPair& anchor : anchors) {
-            TokenBox before{from, {}};
-            for (const Side side : kBothSides) {
-                before.end[side] = box.begin[side] + anchor[side];
-                from[side] = before.end[side] + 1;
-            }
-            work_.push_back({before});
-        }
+        for (const PerSide<std::size_t>& point : points)
+            work_.push_back({{std::exchange(from, point), point}});
         work_.push_back({{from, box.end}});
         return true;
+    }
+
+    // How many pairs around a pair of equal tokens are equal, up to `enough`.
+    std::size_t RunAround(const TokenBox& box, const PerSide<std::size_t>& at, std::size_t enough) const {
+        std::size_t before = 0;
+        std::size_t behind = 0;
+        const auto areEqual = [&](std::size_t left, std::size_t right) {
+            return tokens_[Side::Left][left] == tokens_[Side::Right][right];
+        };
+        while (before < enough && before < at[Side::Left] - box.begin[Side::Left] &&
+               before < at[Side::Right] - box.begin[Side::Right] &&
+               areEqual(at[Side::Left] - before - 1, at[Side::Right] - before - 1))
+            ++before;
+        while (before + behind < enough && behind < box.end[Side::Left] - at[Side::Left] &&
+               behind < box.end[Side::Right] - at[Side::Right] &&
+               areEqual(at[Side::Left] + behind, at[Side::Right] + behind))
+            ++behind;
+        return before + behind;
     }
 
     const PerSide<Tokens>& tokens_;

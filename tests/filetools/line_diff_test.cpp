@@ -97,6 +97,24 @@ TEST(LineDiff, BeyondTheLimitsScriptsStayGood) {
     EXPECT_LE(LengthOf(hunks), best + best / 20);
 }
 
+// Where lines that stand once each can be held on to, nothing is lost.
+TEST(LineDiff, BeyondTheLimitsAnchorsKeepScriptsShort) {
+    const MatchLimits poor{.pathSteps = 100, .tableWords = 0, .allTableWords = 0, .chainPairs = 0};
+    std::vector<std::uint32_t> left = Words(20'000, 30, 5);
+    for (std::uint32_t index = 0; index < left.size(); index += 3) left[index] = 1'000 + index;
+    std::vector<std::uint32_t> right;
+    std::mt19937 random(6);
+    for (const std::uint32_t word : left) {
+        const unsigned edit = static_cast<unsigned>(random() % 50);
+        if (edit != 0) right.push_back(word);
+        if (edit == 1) right.push_back(static_cast<std::uint32_t>(random() % 30));
+    }
+    const PerSide<std::string> texts{{TextOf(left), TextOf(right)}};
+    const std::vector<Hunk> hunks = Diff(texts, {}, poor);
+    EXPECT_EQ(texts[Side::Right], Apply(hunks, Views(texts)));
+    EXPECT_EQ(LengthOf(Diff(texts)), LengthOf(hunks));
+}
+
 TEST(LineDiff, WhatIsIgnoredMakesLinesAlike) {
     constexpr LineLikeness kCase{.ignoreCase = true};
     constexpr LineLikeness kWhite{.ignoreWhitespace = true};
