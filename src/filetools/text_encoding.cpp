@@ -188,8 +188,8 @@ std::string DecodeToUtf8(std::string_view bytes, const std::string& encoding, co
         char* target = decoded.data();
         UErrorCode status = U_ZERO_ERROR;
         ucnv_convertEx(to.get(), from.get(), &target, target + decoded.size(), &source, pieceEnd,
-                       pivot.data(), &pivotSource, &pivotTarget, pivot.data() + pivot.size(), first, last,
-                       &status);
+                       pivot.data(), &pivotSource, &pivotTarget, pivot.data() + pivot.size(),
+                       static_cast<UBool>(first ? 1 : 0), static_cast<UBool>(last ? 1 : 0), &status);
         first = false;
         text.append(decoded.data(), static_cast<std::size_t>(target - decoded.data()));
         if (check) check();
