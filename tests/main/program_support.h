@@ -17,6 +17,7 @@ namespace vantrel::testing {
 class RecordingDesktop : public Desktop {
   public:
     bool OpenFile(const std::string& path) override { return Keep("open " + path); }
+    bool OpenInTextEditor(const std::string& path) override { return Keep("edit " + path); }
     bool Explore(const std::string& folder) override { return Keep("explore " + folder); }
     bool OpenAddress(const std::string& address) override { return Keep("address " + address); }
 

@@ -2,8 +2,10 @@
 
 #include <QByteArray>
 #include <QDesktopServices>
+#include <QProcess>
 #include <QUrl>
 
+#include "platform/forms/text_editor.h"
 #include "platform/names/uri_list.h"
 
 namespace vantrel {
@@ -18,6 +20,11 @@ bool OpenEncoded(const std::string& uri) {
 
 bool QtDesktop::OpenFile(const std::string& path) {
     return OpenEncoded(FileUri(path));
+}
+
+bool QtDesktop::OpenInTextEditor(const std::string& path) {
+    const QStringList command = TextEditorCommand(DesktopFolders::OfThisUser(), path);
+    return !command.isEmpty() && QProcess::startDetached(command.first(), command.mid(1));
 }
 
 bool QtDesktop::Explore(const std::string& folder) {

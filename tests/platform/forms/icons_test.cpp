@@ -26,9 +26,38 @@ int Contrast(const QImage& picture, const QColor& window) {
 
 std::vector<QIcon> AllPictures() {
     std::vector<QIcon> all;
-    for (const char* name :
-         {"compare-folders", "compare-files", "dupes", "sync", "copy", "move", "delete", "options", "print",
-          "exit", "help", "select-folder", "parent", "new-folder", "explore"})
+    for (const char* name : {"compare-folders",
+                             "compare-files",
+                             "dupes",
+                             "sync",
+                             "copy",
+                             "move",
+                             "delete",
+                             "options",
+                             "print",
+                             "exit",
+                             "help",
+                             "select-folder",
+                             "parent",
+                             "new-folder",
+                             "explore",
+                             "select-file-one",
+                             "select-file-two",
+                             "previous-difference",
+                             "next-difference",
+                             "find",
+                             "find-next",
+                             "find-previous",
+                             "toggle-bookmark",
+                             "next-bookmark",
+                             "previous-bookmark",
+                             "clear-bookmarks",
+                             "go-back",
+                             "row-arrow",
+                             "row-differ-arrow",
+                             "row-orphan-arrow",
+                             "row-bookmark",
+                             "row-bookmark-arrow"})
         all.push_back(CommandIcon(QLatin1String(name)));
     for (int type = 1; type <= 8; ++type) all.push_back(ResultTypeIcon(type));
     for (int code = 0; code <= 7; ++code) all.push_back(SyncMethodIcon(code));
