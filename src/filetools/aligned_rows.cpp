@@ -94,9 +94,9 @@ std::int32_t AlignedRows::BlockAt(std::int32_t row) const {
     return row - block.row < block.height ? static_cast<std::int32_t>(blocks - 1) : -1;
 }
 
-RowKind AlignedRows::KindAt(std::int32_t row) const {
+GridRowKind AlignedRows::KindAt(std::int32_t row) const {
     const std::int32_t block = BlockAt(row);
-    return block < 0 ? RowKind::Same : blocks_[static_cast<std::size_t>(block)].Kind();
+    return block < 0 ? GridRowKind::Same : blocks_[static_cast<std::size_t>(block)].Kind();
 }
 
 std::int32_t AlignedRows::NextDiff(std::int32_t row) const {
@@ -111,7 +111,7 @@ std::int32_t AlignedRows::PreviousDiff(std::int32_t row) const {
 
 std::string DiffList::Entry(std::int32_t index) const {
     const AlignedRows::Block& block = (*blocks_)[static_cast<std::size_t>(index)];
-    const std::int32_t colour = block.Kind() == RowKind::Orphan ? kOrphanRowColour : kChangedRowColour;
+    const std::int32_t colour = block.Kind() == GridRowKind::Orphan ? kOrphanRowColour : kChangedRowColour;
     return std::to_string(block.row) + "-" + std::to_string(block.height) + "-" + std::to_string(colour);
 }
 

@@ -9,7 +9,7 @@
 
 namespace vantrel {
 
-enum class RowKind : std::uint8_t { Same, Orphan, Changed };
+enum class GridRowKind : std::uint8_t { Same, Orphan, Changed };
 
 // The values of the colours as they stand in a DiffList: red + 256 green + 65,536 blue.
 inline constexpr std::int32_t kOrphanRowColour = 255 + 256 * 225 + 65'536 * 196;
@@ -26,8 +26,9 @@ class AlignedRows {
         std::int32_t height = 0;
         PerSide<LineNumber> first;  // index of the first line from 0
         PerSide<LineNumber> count;
-        RowKind Kind() const {
-            return count[Side::Left] == 0 || count[Side::Right] == 0 ? RowKind::Orphan : RowKind::Changed;
+        GridRowKind Kind() const {
+            return count[Side::Left] == 0 || count[Side::Right] == 0 ? GridRowKind::Orphan
+                                                                     : GridRowKind::Changed;
         }
     };
 
@@ -48,7 +49,7 @@ class AlignedRows {
     LineNumber LinesBefore(Side side, std::int32_t row) const;
     // The row of a line, from 1.
     std::int32_t RowOfLine(Side side, LineNumber line) const;
-    RowKind KindAt(std::int32_t row) const;
+    GridRowKind KindAt(std::int32_t row) const;
 
     const std::vector<Block>& Blocks() const { return blocks_; }
     // Index of the block that holds `row`, -1 for none.

@@ -22,6 +22,12 @@ FoldedRows::FoldedRows(const AlignedRows& rows, std::int32_t context) : rows_(ro
     Place();
 }
 
+FoldedRows FoldedRows::Unfolded(const AlignedRows& rows) {
+    FoldedRows all;
+    all.rows_ = rows.Rows();
+    return all;
+}
+
 void FoldedRows::Place() {
     hidden_ = 0;
     for (Fold& fold : folds_) {

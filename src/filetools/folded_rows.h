@@ -24,6 +24,8 @@ class FoldedRows {
     FoldedRows() = default;
     // `rows` are those of the grids; they may go afterwards.
     FoldedRows(const AlignedRows& rows, std::int32_t context);
+    // All rows are seen.
+    static FoldedRows Unfolded(const AlignedRows& rows);
 
     std::int32_t Positions() const { return rows_ - hidden_; }
     // The row seen at a position; of a fold, the first row that it hides.

@@ -110,6 +110,7 @@ struct Options : SoundOptions {
     bool trueSizesOffered{};  // the user was asked about that
     bool goOnAfterFailure{};  // of an object, with the phases of a synchronisation that follow
     std::int32_t jobs{};      // files and folders looked at at the same time; 0: one for each processor
+    bool inlineDifferences{};
 };
 
 }  // namespace vantrel

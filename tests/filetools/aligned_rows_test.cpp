@@ -151,7 +151,7 @@ TEST(FoldedRows, HideOnlyWhatIsFarFromADifference) {
                     if (fold == nullptr) continue;
                     hidden.push_back(row);
                     for (std::int32_t near = row - kContext; near <= row + kContext; ++near)
-                        ASSERT_EQ(RowKind::Same, rows.KindAt(near));
+                        ASSERT_EQ(GridRowKind::Same, rows.KindAt(near));
                 }
             }
             ASSERT_EQ(rows.Rows(), row);
