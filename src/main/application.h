@@ -8,6 +8,8 @@
 #include "core/forms/frm_compare_progress.h"
 #include "core/toolbox.h"
 #include "diagnostics/csound_settings.h"
+#include "filetools/cview_file_diffs_options.h"
+#include "filetools/file_diff_engine.h"
 #include "main/forms/frm_main.h"
 #include "main/main_comparison.h"
 #include "main/object_operations.h"
@@ -90,6 +92,8 @@ class Application : private RunningJob {
     ResultPanes panes;
     Notices notices;
     std::unique_ptr<ObjectOperations> operations;
+    cViewFileDiffsOptions viewFileDiffs{options};
+    FileDiffEngine globalDiffObject{tools};
 
   private:
     bool RunningCompare() const override { return compare.RunningCompare; }

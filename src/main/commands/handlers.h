@@ -16,6 +16,10 @@ void InstallSelectionAndViewCommands(Application& application);
 void InstallOptionCommands(Application& application);
 void InstallHelpCommands(Application& application);
 void InstallOperationCommands(Application& application);
+void InstallFileDiffCommands(Application& application);
+
+// A page of the help, in the program that shows such pages, or in a window of our own where there is none.
+void OpenHelpPage(Application& application, std::string_view page);
 
 // A click on one of the icons beside a path box.
 void OnPathIconClicked(Application& application, Side side, PathIcon icon);
@@ -28,6 +32,7 @@ inline void InstallHandlers(Application& application) {
     InstallOptionCommands(application);
     InstallHelpCommands(application);
     InstallOperationCommands(application);
+    InstallFileDiffCommands(application);
 }
 
 }  // namespace vantrel

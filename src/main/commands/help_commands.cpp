@@ -10,22 +10,6 @@
 namespace vantrel {
 namespace {
 
-// A page of the help, in the program that shows such pages, or in a window of our own where there is none.
-void OpenHelpPage(Application& application, std::string_view page) {
-    const std::string path = JoinPath(GetParentFolderName(application.HelpFile), page);
-    if (!application.tools.files.FileExists(path)) {
-        application.around.messages.Ask({.title = "Help",
-                                         .text = "The help page \"" + path + "\" was not found.",
-                                         .icon = MessageIcon::Warning,
-                                         .defaultAnswer = {}});
-        return;
-    }
-    if (application.around.desktop.OpenFile(path)) return;
-    auto* window = application.Window().findChild<frmHelp*>();
-    if (!window) window = new frmHelp(&application.Window());
-    window->ShowPage(path);
-}
-
 void OpenAddress(Application& application, const char* address) {
     if (application.around.desktop.OpenAddress(address)) return;
     application.around.messages.Ask({.title = "Vantrel on the Web",
@@ -45,6 +29,21 @@ constexpr WebItem kWebItems[] = {
 };
 
 }  // namespace
+
+void OpenHelpPage(Application& application, std::string_view page) {
+    const std::string path = JoinPath(GetParentFolderName(application.HelpFile), page);
+    if (!application.tools.files.FileExists(path)) {
+        application.around.messages.Ask({.title = "Help",
+                                         .text = "The help page \"" + path + "\" was not found.",
+                                         .icon = MessageIcon::Warning,
+                                         .defaultAnswer = {}});
+        return;
+    }
+    if (application.around.desktop.OpenFile(path)) return;
+    auto* window = application.Window().findChild<frmHelp*>();
+    if (!window) window = new frmHelp(&application.Window());
+    window->ShowPage(path);
+}
 
 void InstallHelpCommands(Application& application) {
     Commands& commands = application.GetCommands();
