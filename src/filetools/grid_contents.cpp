@@ -1,7 +1,5 @@
 #include "filetools/grid_contents.h"
 
-#include <algorithm>
-
 namespace vantrel {
 
 RowMarker GridContents::MarkerOf(std::int32_t row) const {
@@ -18,25 +16,9 @@ RowMarker GridContents::MarkerOf(std::int32_t row) const {
     return RowMarker::Arrow;
 }
 
-void GridContents::SetMoved(const std::vector<MovedBlock>& blocks) {
-    for (const Side side : kBothSides) {
-        moved_[side] = blocks;
-        std::sort(moved_[side].begin(), moved_[side].end(),
-                  [side](const MovedBlock& one, const MovedBlock& other) {
-                      return one.first[side] < other.first[side];
-                  });
-    }
-}
-
 const MovedBlock* GridContents::MovedAt(Side side, std::int32_t row) const {
     const LineNumber line = grids.Rows().LineAt(side, row);
-    if (line == 0) return nullptr;
-    const auto behind = std::upper_bound(
-        moved_[side].begin(), moved_[side].end(), line - 1,
-        [side](LineNumber index, const MovedBlock& block) { return index < block.first[side]; });
-    if (behind == moved_[side].begin()) return nullptr;
-    const MovedBlock& block = *(behind - 1);
-    return line - 1 - block.first[side] < block.count ? &block : nullptr;
+    return line == 0 ? nullptr : moved.At(side, line - 1);
 }
 
 std::int32_t GridContents::OtherPlaceOf(std::int32_t row) const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "filetools/file_grids.h"
 #include "filetools/inline_differences.h"
@@ -19,6 +18,7 @@ enum class RowMarker : std::uint8_t { None, Arrow, DifferArrow, OrphanArrow, Boo
 struct GridContents {
     FileGrids grids;
     RowLayout layout;
+    MovedBlocks moved;
     RowBookmarks bookmarks;
     RowDifferences differences;
     std::int32_t currentRow = 1;
@@ -29,16 +29,11 @@ struct GridContents {
     bool HasResult() const { return grids.IsLoaded(); }
     RowMarker MarkerOf(std::int32_t row) const;
 
-    void SetMoved(const std::vector<MovedBlock>& blocks);
-    bool HasMoved() const { return !moved_[Side::Left].empty(); }
     // The block that moved, of the line that a side has in a row; null for none.
     const MovedBlock* MovedAt(Side side, std::int32_t row) const;
     // Where the line of a row stands on the other side, if either of its two lines moved, the left one first;
     // 0 for none.
     std::int32_t OtherPlaceOf(std::int32_t row) const;
-
-  private:
-    PerSide<std::vector<MovedBlock>> moved_;  // in the order of that side
 };
 
 }  // namespace vantrel

@@ -152,8 +152,8 @@ TEST(GridContents, KnowTheOtherPlaceOfMovedLinesAndTheMarkersOfRows) {
     for (int line = 0; line < 10; ++line) middle += "equal " + std::to_string(line) + "\n";
     GridContents contents;
     contents.grids = Grids(tools, engine, moved + middle, middle + moved);
-    contents.SetMoved(FindMovedBlocks(*engine.Result(), {}));
-    ASSERT_TRUE(contents.HasMoved());
+    contents.moved = FindMovedBlocks(*engine.Result(), {});
+    ASSERT_EQ(contents.moved.All().size(), 1U);
     EXPECT_EQ(contents.OtherPlaceOf(1), 13);
     EXPECT_EQ(contents.OtherPlaceOf(14), 2);
     EXPECT_EQ(contents.OtherPlaceOf(5), 0);

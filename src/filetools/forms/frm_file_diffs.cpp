@@ -99,7 +99,7 @@ bool frmFileDiffs::DisplayComparisonResultsInGrid() {
         GridContents contents;
         contents.grids = std::move(grids);
         contents.widest = WidestLine(contents.grids, check);
-        contents.SetMoved(FindMovedBlocks(*contents.grids.Diff(), check));
+        contents.moved = FindMovedBlocks(*contents.grids.Diff(), check);
         contents.markCharacters = parts_.settings.inlineDifferences;
         contents.ignoreCase = parts_.options.IgnoreCase();
         if (wraps_) columnsOfRows_ = ColumnsOfRows(contents.grids, check);

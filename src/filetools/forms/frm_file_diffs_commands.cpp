@@ -62,7 +62,7 @@ bool frmFileDiffs::CanRun(Needs needs) const {
         case Needs::Found:
             return HasResult() && found_;
         case Needs::Moved:
-            return HasResult() && contents_.HasMoved();
+            return HasResult() && !contents_.moved.All().empty();
     }
     return false;
 }
