@@ -45,6 +45,11 @@ bool CopyRecord::Holds(const Place& from, const Statx& now) const {
     return found != copied_.end() && IdOf(found->second) == IdOf(now) && SameSizeAndTime(found->second, now);
 }
 
+Error OpenTargetFolder(const ShellRun& run, const Place& to, Folder& out) {
+    const LinkPolicy links = run.request.roots.empty() ? LinkPolicy::Follow : LinkPolicy::DoNotFollow;
+    return OpenFolderAt(run.calls, to, links, out);
+}
+
 Error LookAtTarget(ShellRun& run, const Place& from, const Statx& source, const Place& to, int depth,
                    TargetLook& look) {
     look = {};
@@ -229,7 +234,7 @@ Error CopyEngine::OpenBoth(const Place& from, const Place& to, Opened& opened) {
     }
     const auto target = std::make_shared<Folder>();
     opened.target = target;
-    Error error = OpenFolderAt(calls_, to, LinkPolicy::Follow, *target);
+    Error error = OpenTargetFolder(run_, to, *target);
     if (!error.IsOk()) return error;
     if (error = RefuseTrash(run_.shared, *target); !error.IsOk()) return error;
     if (!run_.request.ignoreLetterCase) return {};

@@ -35,6 +35,10 @@ struct TargetLook {
 
     const Statx* Now() const { return exists ? &stat : nullptr; }
 };
+// The existing folder that another one is merged into. A link to a folder will do, but not where the request
+// names the folders that were compared: below these it leads out of them, and nothing is written there.
+Error OpenTargetFolder(const ShellRun& run, const Place& to, Folder& out);
+
 // Refuses what must never be: the source itself by whatever name, a file on a folder or the reverse, anything
 // else that is neither file nor link, and what this run has put there.
 // At depth 0 the target is held against what the run expects of it.

@@ -159,7 +159,7 @@ ItemOutcome MoveEngine::MergeFolder(const Place& from, const Place& to) {
         if (Error error = run_.RefuseTooDeep(from); !error.IsOk()) return error;
         if (Error error = OpenFolderAt(calls_, from, LinkPolicy::DoNotFollow, source); !error.IsOk())
             return error;
-        if (Error error = OpenFolderAt(calls_, to, LinkPolicy::Follow, target); !error.IsOk()) return error;
+        if (Error error = OpenTargetFolder(run_, to, target); !error.IsOk()) return error;
         if (run_.request.ignoreLetterCase) {
             if (const int learned = LearnNames(calls_, target); learned < 0)
                 return Error::FromErrno(-learned, target.path);

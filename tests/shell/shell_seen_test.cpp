@@ -258,6 +258,18 @@ TEST_F(ShellSeenTest, BelowARootNoLinkIsFollowed) {
     EXPECT_EQ("old a", drop.Read("elsewhere/a"));
 }
 
+TEST_F(ShellSeenTest, BelowARootNothingIsMergedIntoWhatALinkLeadsTo) {
+    drop.Write("left/Sub/deep/b", "b");
+    drop.MakeFolder("right/Sub");
+    drop.MakeFolder("elsewhere");
+    fs::create_directory_symlink(drop / "elsewhere", Right("Sub/deep"));
+    for (const ShellOperation operation : {Copy, Move}) {
+        EXPECT_EQ(Failed, Run(Expecting(operation, {"Sub"})).items.at(0).outcome);
+        EXPECT_TRUE(fs::is_empty(drop / "elsewhere"));
+        EXPECT_EQ("b", drop.Read("left/Sub/deep/b"));
+    }
+}
+
 // Somebody works in the folders while the operation runs. Whatever he puts there stays, wherever it falls in
 // between; only between the last look and the very next call nothing can help.
 TEST_F(ShellSeenTest, RandomEditsBetweenPlanAndActAreNeverLost) {
