@@ -1,7 +1,6 @@
 #include "sync/sync_plan.h"
 
 #include <unordered_map>
-#include <unordered_set>
 
 #include "core/row_texts.h"
 #include "fileops/expectations.h"
@@ -27,10 +26,12 @@ bool IsTrash(const ResultRow& row) {
 // What is expected of an object and of what stands at its target. What this plan does itself before it comes
 // to the action is foreseen: deletes come before copies, copies from the left before those from the right.
 template <typename Half>
-Expectation Expected(Side side, SyncAction otherAction, const Half& own, const Half& other) {
+Expectation Expected(Side side, SyncAction action, SyncAction otherAction, const Half& own,
+                     const Half& other) {
     Expectation expected{SightingOf(own), SightingOf(other), {}};
     if (otherAction == SyncAction::Delete) expected.target = Sighting::Nothing();
-    if (otherAction == SyncAction::Copy && side == Side::Right) expected.source = {};
+    const bool isReplacedBefore = action == SyncAction::Copy && otherAction == SyncAction::Copy;
+    if (isReplacedBefore && side == Side::Right) expected.source = {};
     return expected;
 }
 
@@ -75,18 +76,31 @@ std::optional<LeftOutReason> ReasonToLeave(Side side, const ResultRow& row, Sync
 }
 
 // Names that a file bears in one folder and a folder in the other. They have a row each, which does not know
-// of the other one: what stands at the target of a copy of either is not what was seen there.
-std::unordered_set<std::string_view> NamesOfTwoKinds(const PerSide<ResultList>& lists) {
-    std::unordered_set<std::string_view> names;
+// of the other one: by the name, what is on each side.
+using TwoKinds = std::unordered_map<std::string_view, PerSide<const ResultRow*>>;
+
+TwoKinds NamesOfTwoKinds(const PerSide<ResultList>& lists) {
+    TwoKinds names;
     for (const Side side : kBothSides) {
-        std::unordered_set<std::string_view> folders;
+        std::unordered_map<std::string_view, const ResultRow*> folders;
         for (const ResultRow& row : lists[side])
-            if (row.kind == RowKind::Folder) folders.insert(row.realName);
+            if (row.kind == RowKind::Folder) folders.emplace(row.realName, &row);
         if (folders.empty()) continue;
-        for (const ResultRow& row : lists[Other(side)])
-            if (row.kind == RowKind::File && folders.contains(row.realName)) names.insert(row.realName);
+        for (const ResultRow& row : lists[Other(side)]) {
+            if (row.kind != RowKind::File) continue;
+            const auto found = folders.find(row.realName);
+            if (found == folders.end()) continue;
+            PerSide<const ResultRow*>& rows = names[found->second->realName];
+            rows[side] = found->second;
+            rows[Other(side)] = &row;
+        }
     }
     return names;
+}
+
+// What stands at the target of a copy over an object of the other kind when the run comes to it.
+Sighting SightingOfOtherKind(const ResultRow& row, Side side, const CSyncSettings& settings) {
+    return settings.ActionFor(side, row.type) == SyncAction::Delete ? Sighting::Nothing() : SightingOf(row);
 }
 
 PlannedAction PlanOfRow(const PerSide<ResultList>& lists, Side side, std::size_t i, SyncAction action,
@@ -104,14 +118,14 @@ PlannedAction PlanOfRow(const PerSide<ResultList>& lists, Side side, std::size_t
             .room = isWholeFolder ? row.size : Room(row.seen, row.size),
             .replacedRoom = Room(other.seen, other.size),
             .linkChange = ChangeOfLink(row.isLink, other.IsReal(), other.isLink),
-            .expected = Expected(side, settings.ActionFor(Other(side), other.type), row, other),
+            .expected = Expected(side, action, settings.ActionFor(Other(side), other.type), row, other),
             .isWholeFolder = isWholeFolder};
 }
 
 void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, const SelectedTexts& selected,
               const TrashFolders& trash, SyncPlan& plan) {
     const std::size_t count = lists[Side::Left].Count();
-    const std::unordered_set<std::string_view> namesOfTwoKinds = NamesOfTwoKinds(lists);
+    const TwoKinds namesOfTwoKinds = NamesOfTwoKinds(lists);
     for (Side side : kBothSides) {
         const std::string& folder = plan.folders[side];
         const std::string& otherFolder = plan.folders[Other(side)];
@@ -127,7 +141,9 @@ void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, c
             }
             const ResultRow& other = lists[Other(side)][i];
             PlannedAction planned = PlanOfRow(lists, side, i, action, settings, folder);
-            if (namesOfTwoKinds.contains(row.realName)) planned.expected.target = {};
+            if (const auto kinds = namesOfTwoKinds.find(row.realName); kinds != namesOfTwoKinds.end())
+                planned.expected.target =
+                    SightingOfOtherKind(*kinds->second[Other(side)], Other(side), settings);
             PlanHalf(std::move(planned), other.IsReal() ? ObjectPath(otherFolder, other) : std::string(),
                      JoinPath(otherFolder, row.realName), plan.deletes[side], plan.copies[side]);
         }
@@ -213,7 +229,7 @@ PlannedAction PlanOfRecord(const SubFolderPair& pair, Side side, std::size_t i, 
             .room = Room(seen(record), Shown(record.size)),
             .replacedRoom = Room(seen(other), Shown(other.size)),
             .linkChange = ChangeOfLink(record.isLink, !other.IsBlank(), other.isLink),
-            .expected = Expected(side, settings.ActionFor(Other(side), other.type), record, other)};
+            .expected = Expected(side, action, settings.ActionFor(Other(side), other.type), record, other)};
 }
 
 SyncPlan::SubFolder PlanSubFolder(const SubFolderPair& pair, const CSyncSettings& settings,
