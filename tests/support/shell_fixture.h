@@ -17,6 +17,7 @@
 #include "support/faulty_system_calls.h"
 #include "support/scripted_ports.h"
 #include "support/temp_folder.h"
+#include "support/tree_of.h"
 
 namespace vantrel::testing {
 
@@ -85,9 +86,7 @@ class ScriptedQuestions : public ShellQuestions {
     }
 };
 
-// What is below a folder: path to "d", "l:" and where it leads, "f:" and the content, or "s" (special).
-using Tree = std::map<std::string, std::string>;
-Tree TreeOf(const std::string& folder);
+using Tree = std::map<std::string, std::string>;  // of TreeOf
 // The contents of all files, sorted.
 std::vector<std::string> Contents(const Tree& tree);
 
