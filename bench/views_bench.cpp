@@ -7,6 +7,7 @@
 
 #include "diagnostics/error_reporter.h"
 #include "settings/options.h"
+#include "silent_messages.h"
 #include "views/forms/panes_widget.h"
 #include "views/result_panes.h"
 
@@ -14,22 +15,6 @@ namespace vantrel {
 namespace {
 
 constexpr std::size_t kPairs = 1'000'000;
-
-class SilentMessages : public MessagePort {
-  public:
-    MessageAnswer Ask(const Message&) override { return MessageAnswer::Ok; }
-    void ShowInformationMessage(const std::string&, const std::string&) override {}
-    MessageAnswer Confirm(const Confirmation&) override { return MessageAnswer::Yes; }
-    std::optional<std::string> AskForText(const std::string&, const std::string&,
-                                          const std::string&) override {
-        return {};
-    }
-    std::optional<std::string> AskForFile(const FileDialog&) override { return {}; }
-    std::optional<std::string> PickDirectory(const std::string&, const std::string&,
-                                             const std::string&) override {
-        return {};
-    }
-};
 
 class NoLoop : public EventLoopPort {
   public:

@@ -207,12 +207,11 @@ std::size_t FindIn(std::string_view text, std::string_view wanted, std::size_t e
     const auto matches = [&](char one, char two) {
         return letterCase == SearchCase::Exact ? one == two : Lowered(one) == Lowered(two);
     };
+    const std::string_view part = text.substr(0, last + wanted.size());
     if (direction == SearchDirection::Backward) {
-        const std::string_view part = text.substr(0, last + wanted.size());
         const auto found = std::find_end(part.begin(), part.end(), wanted.begin(), wanted.end(), matches);
         return found == part.end() ? std::string_view::npos : static_cast<std::size_t>(found - part.begin());
     }
-    const std::string_view part = text.substr(0, last + wanted.size());
     if (letterCase == SearchCase::Exact) {
         const void* const found = memmem(part.data(), part.size(), wanted.data(), wanted.size());
         return found == nullptr ? std::string_view::npos

@@ -39,19 +39,6 @@ const std::array<std::string, 256>& WesternFolded() {
     return table;
 }
 
-void AppendFoldedCharacter(std::string_view line, std::size_t& at, std::string& to) {
-    const char first = line[at];
-    const UChar32 point = NextFolded(line, at);
-    if (point > 0x10FFFF) {
-        to.push_back(first);
-        return;
-    }
-    char units[U8_MAX_LENGTH];
-    int length = 0;
-    U8_APPEND_UNSAFE(units, length, point);
-    to.append(units, static_cast<std::size_t>(length));
-}
-
 // Somewhat more lines than there are likely to be, from samples of all parts of the text.
 std::size_t ExpectedLines(std::string_view text) {
     constexpr std::size_t kSamples = 64;

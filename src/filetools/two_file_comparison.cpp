@@ -235,8 +235,7 @@ FileFinding TwoFileComparison::ByVersion(const Files& files) const {
     bool both = true;
     for (const Side side : kBothSides) {
         const bool has = GetVersionRecord(tools_.files, files.paths[side], records[side]);
-        finding.shown[side] =
-            has ? GetFileVersionString(tools_, files.paths[side]) : std::string("No version stamp");
+        finding.shown[side] = has ? VersionText(records[side]) : std::string("No version stamp");
         both = both && has;
     }
     if (!both) {

@@ -8,28 +8,11 @@
 #include "main/application.h"
 #include "support/fake_volumes.h"
 #include "support/faulty_system_calls.h"
+#include "support/recording_desktop.h"
 #include "support/scripted_ports.h"
 #include "support/temp_folder.h"
 
 namespace vantrel::testing {
-
-// Keeps what it was asked to open; `works` is its answer.
-class RecordingDesktop : public Desktop {
-  public:
-    bool OpenFile(const std::string& path) override { return Keep("open " + path); }
-    bool OpenInTextEditor(const std::string& path) override { return Keep("edit " + path); }
-    bool Explore(const std::string& folder) override { return Keep("explore " + folder); }
-    bool OpenAddress(const std::string& address) override { return Keep("address " + address); }
-
-    std::vector<std::string> asked;
-    bool works = true;
-
-  private:
-    bool Keep(const std::string& what) {
-        asked.push_back(what);
-        return works;
-    }
-};
 
 class RecordingSound : public SoundDevice {
   public:

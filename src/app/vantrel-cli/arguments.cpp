@@ -1,6 +1,9 @@
 #include "arguments.h"
 
 #include <algorithm>
+#include <cstdio>
+
+#include "exit_status.h"
 
 namespace vantrel::cli {
 
@@ -78,6 +81,17 @@ ParsedArguments ParseArguments(const CommandSpec& command, const std::vector<std
                            ? "too few operands: " + std::string(command.operands) + " are needed"
                            : "too many operands: " + Quoted(parsed.operands[operandsWanted]);
     return parsed;
+}
+
+std::optional<int> AnsweredAtOnce(const CommandSpec& command, const ParsedArguments& parsed) {
+    if (parsed.helpWanted) {
+        std::fputs(HelpText(command).c_str(), stdout);
+        return 0;
+    }
+    if (parsed.error.empty()) return std::nullopt;
+    std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli %s --help'.\n", parsed.error.c_str(),
+                 std::string(command.name).c_str());
+    return kTrouble;
 }
 
 std::string HelpText(const CommandSpec& command) {

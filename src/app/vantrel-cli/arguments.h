@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,10 @@ struct ParsedArguments {
 // Takes the arguments behind the sub-command's name. "--" ends the options.
 ParsedArguments ParseArguments(const CommandSpec& command, const std::vector<std::string_view>& arguments,
                                std::size_t operandsWanted);
+
+// What the command ends with where nothing is to be run: the help was wanted and is printed, or the arguments
+// are wrong and that is said on standard error. Nothing where it is to run.
+std::optional<int> AnsweredAtOnce(const CommandSpec& command, const ParsedArguments& parsed);
 
 std::string HelpText(const CommandSpec& command);
 

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <optional>
 #include <utility>
 
@@ -99,14 +98,7 @@ int RunCompare(const std::vector<std::string_view>& arguments) {
                         "Compares two folders and prints what is alike and what differs.", kNotes,
                         OptionsOf(request)};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
-    if (parsed.helpWanted) {
-        std::fputs(HelpText(command).c_str(), stdout);
-        return 0;
-    }
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli compare --help'.\n", parsed.error.c_str());
-        return kTrouble;
-    }
+    if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return Compare(request, {{parsed.operands[0], parsed.operands[1]}});
 }
 

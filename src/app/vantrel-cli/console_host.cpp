@@ -17,21 +17,6 @@ void Print(const std::string& text) {
     std::fprintf(stderr, "%s\n", DisplayLines(text).c_str());
 }
 
-void PrintErrorLog(const Toolbox& tools) {
-    std::string log;
-    if (tools.files.ReadWholeFile(tools.log.Path(), kMostShown, log).IsOk()) Print(log);
-}
-
-// What is no trouble, and yet is to be known before anything is concluded from the results.
-void TellWhatToExpect(ConsoleMessages& messages, const CCompare& compare, const ComparisonResults& results) {
-    if (results.inner) messages.ShowInformationMessage("Compare Folders", DescribeNesting(results));
-    if (compare.MetLargeFiles && compare.OfferTrueSizes)
-        messages.Say(
-            "a file has 2 GiB or more: such sizes cannot be trusted, and files of different sizes can be "
-            "taken "
-            "for equal. Use --true-sizes yes for true sizes, or --true-sizes no to leave it at that");
-}
-
 // What a comparison adds to ERR_DETAIL.TXT. The file is the program folder's and may hold old entries, or go
 // with that folder.
 class AddedDetail {
@@ -60,6 +45,21 @@ class AddedDetail {
 };
 
 }  // namespace
+
+void PrintErrorLog(const Toolbox& tools) {
+    std::string log;
+    if (tools.files.ReadWholeFile(tools.log.Path(), kMostShown, log).IsOk()) Print(log);
+}
+
+// What is no trouble, and yet is to be known before anything is concluded from the results.
+void TellWhatToExpect(ConsoleMessages& messages, const CCompare& compare, const ComparisonResults& results) {
+    if (results.inner) messages.ShowInformationMessage("Compare Folders", DescribeNesting(results));
+    if (compare.MetLargeFiles && compare.OfferTrueSizes)
+        messages.Say(
+            "a file has 2 GiB or more: such sizes cannot be trusted, and files of different sizes can be "
+            "taken "
+            "for equal. Use --true-sizes yes for true sizes, or --true-sizes no to leave it at that");
+}
 
 ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare& compare,
                                   const PerSide<std::string>& paths) {

@@ -13,4 +13,7 @@ namespace vantrel::cli {
 ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare& compare,
                                   const PerSide<std::string>& paths);
 
+// Prints ERRORLOG.TXT on standard error.
+void PrintErrorLog(const Toolbox& tools);
+
 }  // namespace vantrel::cli

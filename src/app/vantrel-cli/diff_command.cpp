@@ -1,7 +1,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdio>
 #include <string>
 #include <utility>
 
@@ -176,16 +175,9 @@ int RunDiff(const std::vector<std::string_view>& arguments) {
     const CommandSpec command{"diff", "FILE1 FILE2", "Compares two text files line by line.", kNotes,
                               OptionsOf(request)};
     ParsedArguments parsed = ParseArguments(command, arguments, 2);
-    if (parsed.helpWanted) {
-        std::fputs(HelpText(command).c_str(), stdout);
-        return 0;
-    }
     if (parsed.error.empty() && request.unified && request.format == OutputFormat::Json)
         parsed.error = "--unified and --format json exclude each other";
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli diff --help'.\n", parsed.error.c_str());
-        return kTrouble;
-    }
+    if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return Compare(request, {{parsed.operands[0], parsed.operands[1]}});
 }
 

@@ -1,12 +1,11 @@
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <optional>
 #include <utility>
 
 #include "commands.h"
 #include "compare_request.h"
-#include "display_width.h"
+#include "console_host.h"
 #include "engine.h"
 #include "exit_status.h"
 #include "filetools/two_file_comparison.h"
@@ -124,11 +123,9 @@ std::optional<TwoFileReport> Find(Engine& engine, const FilesRequest& request,
         return std::nullopt;
     }
     engine.Progress().Unload();
+    if (!report->unlogged.IsOk()) engine.Messages().Say(report->unlogged.Description());
     if (compare.ErrorsDuringCompare) {
-        constexpr std::size_t kMostShown = std::size_t{1} << 20;
-        std::string log;
-        if (engine.Tools().files.ReadWholeFile(engine.Tools().log.Path(), kMostShown, log).IsOk())
-            std::fprintf(stderr, "%s\n", DisplayLines(log).c_str());
+        PrintErrorLog(engine.Tools());
         return std::nullopt;
     }
     if (report->outcome != TwoFileOutcome::Completed) return std::nullopt;
@@ -175,14 +172,7 @@ int RunFiles(const std::vector<std::string_view>& arguments) {
           [&](std::string_view text) { return TakeYesNo(text, request.trueSizes); }},
          FormatOption(request.format)}};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
-    if (parsed.helpWanted) {
-        std::fputs(HelpText(command).c_str(), stdout);
-        return 0;
-    }
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli files --help'.\n", parsed.error.c_str());
-        return kTrouble;
-    }
+    if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return CompareFiles(request, {{parsed.operands[0], parsed.operands[1]}});
 }
 

@@ -1,4 +1,3 @@
-#include <cstdio>
 
 #include "arguments.h"
 #include "commands.h"
@@ -66,14 +65,7 @@ int RunHexdump(const std::vector<std::string_view>& arguments) {
                               {{"--offset", "N", "begin at this byte (0)", take(stretch.offset)},
                                {"--length", "N", "print so many bytes (to the end)", take(stretch.length)}}};
     const ParsedArguments parsed = ParseArguments(command, arguments, 1);
-    if (parsed.helpWanted) {
-        std::fputs(HelpText(command).c_str(), stdout);
-        return 0;
-    }
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli hexdump --help'.\n", parsed.error.c_str());
-        return kTrouble;
-    }
+    if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return Dump(parsed.operands[0], stretch);
 }
 

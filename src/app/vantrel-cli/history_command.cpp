@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 #include "commands.h"
 #include "display_width.h"
@@ -104,14 +103,7 @@ int RunHistory(const std::vector<std::string_view>& arguments) {
                         kNotes,
                         {ProgramFolderOption(programFolder), FormatOption(format)}};
     const ParsedArguments parsed = ParseArguments(command, arguments, 0);
-    if (parsed.helpWanted) {
-        std::fputs(HelpText(command).c_str(), stdout);
-        return 0;
-    }
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli history --help'.\n", parsed.error.c_str());
-        return kTrouble;
-    }
+    if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return Print(programFolder, format);
 }
 

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <optional>
 #include <stdexcept>
 
@@ -229,14 +228,7 @@ int RunSync(const std::vector<std::string_view>& arguments) {
     CommandSpec command{"sync", "LEFT RIGHT", "Compares two folders and brings them into line by a method.",
                         kNotes, SyncOptions(request)};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
-    if (parsed.helpWanted) {
-        std::fputs(HelpText(command).c_str(), stdout);
-        return 0;
-    }
-    if (!parsed.error.empty()) {
-        std::fprintf(stderr, "vantrel-cli: %s\nSee 'vantrel-cli sync --help'.\n", parsed.error.c_str());
-        return kTrouble;
-    }
+    if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return Synchronize(request, {{parsed.operands[0], parsed.operands[1]}});
 }
 

@@ -12,18 +12,7 @@ void AppendFolded(std::string_view name, std::string& to) {
         to[start + at] = static_cast<char>(FoldAscii(static_cast<unsigned char>(name[at])));
     }
     to.resize(start + at);
-    while (at < name.size()) {
-        const char first = name[at];
-        const UChar32 point = NextFolded(name, at);
-        if (point > 0x10FFFF) {
-            to.push_back(first);
-            continue;
-        }
-        char units[U8_MAX_LENGTH];
-        int length = 0;
-        U8_APPEND_UNSAFE(units, length, point);
-        to.append(units, static_cast<std::size_t>(length));
-    }
+    while (at < name.size()) AppendFoldedCharacter(name, at, to);
 }
 
 std::string FoldCase(std::string_view name) {

@@ -4,6 +4,7 @@
 #include <unicode/utf8.h>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vantrel {
@@ -30,6 +31,20 @@ inline UChar32 NextFolded(std::string_view text, std::size_t& at) {
     }
     at = static_cast<std::size_t>(next);
     return u_foldCase(point, U_FOLD_CASE_DEFAULT);
+}
+
+// Adds the same to `to`, as UTF-8; a byte that is no valid text as it stands.
+inline void AppendFoldedCharacter(std::string_view text, std::size_t& at, std::string& to) {
+    const char first = text[at];
+    const UChar32 point = NextFolded(text, at);
+    if (point > 0x10FFFF) {
+        to.push_back(first);
+        return;
+    }
+    char units[U8_MAX_LENGTH];
+    int length = 0;
+    U8_APPEND_UNSAFE(units, length, point);
+    to.append(units, static_cast<std::size_t>(length));
 }
 
 }  // namespace vantrel

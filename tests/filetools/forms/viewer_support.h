@@ -8,27 +8,10 @@
 #include <vector>
 
 #include "filetools/forms/frm_file_diffs.h"
-#include "platform/forms/desktop.h"
+#include "support/recording_desktop.h"
 #include "support/test_toolbox.h"
 
 namespace vantrel::testing {
-
-class RecordingDesktop : public Desktop {
-  public:
-    bool OpenFile(const std::string& path) override { return Keep("open " + path); }
-    bool OpenInTextEditor(const std::string& path) override { return Keep("edit " + path); }
-    bool Explore(const std::string& folder) override { return Keep("explore " + folder); }
-    bool OpenAddress(const std::string& address) override { return Keep("address " + address); }
-
-    std::vector<std::string> asked;
-    bool works = true;
-
-  private:
-    bool Keep(const std::string& what) {
-        asked.push_back(what);
-        return works;
-    }
-};
 
 // The viewer on two files of a temporary folder, with scripted messages.
 class ViewerTest : public ::testing::Test {
