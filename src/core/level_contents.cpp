@@ -121,6 +121,8 @@ PairVerdict LevelContents::TakeLarge(
     verdict.kind = PairVerdict::Kind::Alike;
     while (verdict.kind == PairVerdict::Kind::Alike) {
         if (large.stretches.empty() && large.handedIn == large.found.size) break;
+        // A stretch can be done sooner than `whileWaiting` is called: the workers must not run dry.
+        Advance();
         if (large.stretches.empty()) AddStretch(large);
         const PairVerdict stretch = large.stretches.front().Take(whileWaiting);
         large.stretches.pop_front();

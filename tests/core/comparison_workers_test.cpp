@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <condition_variable>
 #include <filesystem>
 #include <mutex>
@@ -16,6 +17,7 @@
 #include "core/comparison_support.h"
 #include "core/level_contents.h"
 #include "support/faulty_system_calls.h"
+#include "support/sparse_file.h"
 
 namespace vantrel::testing {
 namespace {
@@ -287,6 +289,16 @@ class WatchedReads : public SystemCalls {
     std::atomic<int> reading_{0};
 };
 
+PairRun::Folders OpenSides(const FileSystem& files, const TempFolder& folder) {
+    PairRun::Folders folders;
+    for (const Side side : kBothSides) {
+        auto open = std::make_shared<OpenFolder>();
+        EXPECT_TRUE(files.Open(folder / ComparisonBench::NameOf(side), *open).IsOk());
+        folders[side] = std::move(open);
+    }
+    return folders;
+}
+
 // From a disk that rotates one reads at a time, and each run in the order of the inodes.
 TEST(ComparisonWorkers, OneReadsFromADiskThatRotates) {
     WatchedReads calls;
@@ -303,12 +315,7 @@ TEST(ComparisonWorkers, OneReadsFromADiskThatRotates) {
             pairs[i][side] = {names[i], (i * 7) % kPairs, false, {}};
         }
     }
-    PairRun::Folders folders;
-    for (const Side side : kBothSides) {
-        auto open = std::make_shared<OpenFolder>();
-        ASSERT_TRUE(files.Open(folder / ComparisonBench::NameOf(side), *open).IsOk());
-        folders[side] = std::move(open);
-    }
+    const PairRun::Folders folders = OpenSides(files, folder);
     Workers workers(kJobs);
     ContentsAhead ahead(workers, ReadingRule(CompareMethod::Contents, 500'000), SizeRule::Words,
                         std::make_shared<std::mutex>());
@@ -335,6 +342,56 @@ TEST(ComparisonWorkers, OneReadsFromADiskThatRotates) {
     for (std::size_t at = 2; at < calls.opened.size(); at += 2)
         falls += inodeOf(at) < inodeOf(at - 2) ? 1 : 0;
     EXPECT_LT(falls, 5U);  // once from run to run
+}
+
+// Whoever begins a stretch waits until another one is begun as well, but not for ever.
+class MeetingReads : public SystemCalls {
+  public:
+    explicit MeetingReads(off_t meetBefore) : meetBefore_(meetBefore) {}
+
+    ssize_t PRead(int fd, void* buffer, std::size_t size, off_t offset) override {
+        if (size > ReadingRule::kLeastReadUnit && offset < meetBefore_ &&
+            offset % static_cast<off_t>(ReadingTerms::kStretch) == 0)
+            Meet();
+        return SystemCalls::PRead(fd, buffer, size, offset);
+    }
+    std::atomic<int> alone{0};
+
+  private:
+    void Meet() {
+        std::unique_lock lock(mutex_);
+        const int before = come_++ / 2;
+        met_.notify_all();
+        if (!met_.wait_for(lock, std::chrono::seconds(alone == 0 ? 5 : 0),
+                           [&] { return come_ / 2 > before; }))
+            ++alone;
+    }
+    off_t meetBefore_;
+    std::mutex mutex_;
+    std::condition_variable met_;
+    int come_ = 0;
+};
+
+// However fast verdicts come: the next stretch of a single large pair is handed in before one is waited for.
+TEST(ComparisonWorkers, ALargePairKeepsTwoWorkersBusyToItsEnd) {
+    constexpr auto kStretch = static_cast<off_t>(ReadingTerms::kStretch);
+    TempFolder folder;
+    for (const Side side : kBothSides) {
+        folder.MakeFolder(ComparisonBench::NameOf(side));
+        WriteSparse(folder, ComparisonBench::NameOf(side) + "/large", 12 * kStretch, 1'600'000'000);
+    }
+    MeetingReads calls(10 * kStretch);
+    const FileSystem files(calls);
+    Workers workers(2);
+    ContentsAhead ahead(workers, ReadingRule(CompareMethod::Contents, 500'000), SizeRule::Words, nullptr);
+    LevelContents contents(ahead, OpenSides(files, folder), 1, [](std::size_t, PairToRead& pair) {
+        for (const Side side : kBothSides) pair[side] = {"large", 0, false, {}};
+        return true;
+    });
+    const PairVerdict verdict = contents.Take(
+        0, [] {}, [](std::uint64_t, std::uint64_t) {});
+    EXPECT_EQ(verdict.kind, PairVerdict::Kind::Alike);
+    EXPECT_EQ(calls.alone, 0);
 }
 
 }  // namespace
