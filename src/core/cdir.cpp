@@ -89,6 +89,7 @@ void CDir::DropContent() {
     indexed_ = true;
     Size = Currency();
     id_ = {};
+    made_ = {};
 }
 
 Error CDir::Read(ListingState& state, FolderReading* begun) {
@@ -97,6 +98,7 @@ Error CDir::Read(ListingState& state, FolderReading* begun) {
         OpenFolder folder;
         if (Error error = tools_.files.Open(path_, folder); !error.IsOk()) return error;
         id_ = folder.Id();
+        made_ = folder.Made();
         indexed_ = false;
         return folder.ForEach(take);
     }
@@ -108,6 +110,7 @@ Error CDir::Read(ListingState& state, FolderReading* begun) {
     try {
         if (Error error = begun->Open(whileWaiting); !error.IsOk()) return error;
         id_ = begun->Id();
+        made_ = begun->Made();
         indexed_ = false;
         return begun->ForEach(take, whileWaiting);
     } catch (const ComparisonCancelled&) {

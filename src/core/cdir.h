@@ -55,8 +55,9 @@ class CDir {
     const std::string& DriveName() const { return driveName_; }
     std::size_t FileCount() const { return Files().size(); }
     std::size_t SubDirCount() const { return SubDirs().size(); }
-    Currency Size;                     // 0 after each scan; for callers
-    FileId Id() const { return id_; }  // of the folder that was scanned
+    Currency Size;                           // 0 after each scan; for callers
+    FileId Id() const { return id_; }        // of the folder that was scanned
+    FileTime Made() const { return made_; }  // when it was made; 0 where that is not told
 
     // `markedName` begins with the folder marker. A duplicate is ignored.
     void AddSubDir(std::string_view markedName);
@@ -110,6 +111,7 @@ class CDir {
     std::string path_;
     std::string driveName_;
     FileId id_;
+    FileTime made_;
     std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
     std::shared_ptr<SeenPool> seen_ = std::make_shared<SeenPool>();
     // Sorted once `indexed_`; a scan that was cancelled leaves that to the first look.

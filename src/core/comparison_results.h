@@ -21,9 +21,10 @@ struct UnlistedFolder {
 // Everything that one comparison found, as plain data. It changes as a whole: what a row says always belongs
 // to these folders, also while another comparison runs or after one that failed.
 struct ComparisonResults {
-    PerSide<std::string> folders;  // the compared folders, each with "/" at its end; empty before the first
-    PerSide<FileId> folderIds;     // which folders these were
-    std::optional<Side> inner;     // the folder that lies inside the other one
+    PerSide<std::string> folders;   // the compared folders, each with "/" at its end; empty before the first
+    PerSide<FileId> folderIds;      // which folders these were
+    PerSide<FileTime> foldersMade;  // when they were made; 0 where that is not told
+    std::optional<Side> inner;      // the folder that lies inside the other one
     HoldLists hold;
     SubFolderDiffsCollection SubFolderDiffs;
     std::size_t specialObjects = 0;          // FIFOs, sockets and devices that were passed over

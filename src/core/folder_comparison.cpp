@@ -191,6 +191,7 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
     for (const Side side : kBothSides) {
         found.folders[side] = dirs[side]->Path();
         found.folderIds[side] = dirs[side]->Id();
+        found.foldersMade[side] = dirs[side]->Made();
         for (const ResultRow& row : found.hold[side])
             if (row.IsReal() || (row.IsUnknown() && !row.realName.empty())) ++found.objects[side];
     }

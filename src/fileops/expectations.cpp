@@ -46,7 +46,7 @@ std::vector<ShellRoot> RootsOf(const ComparisonResults& results) {
     std::vector<ShellRoot> roots;
     for (const Side side : kBothSides) {
         if (!results.folders[side].empty() && results.folderIds[side] != FileId())
-            roots.push_back({results.folders[side], results.folderIds[side]});
+            roots.push_back({results.folders[side], results.folderIds[side], results.foldersMade[side]});
     }
     return roots;
 }

@@ -26,8 +26,6 @@ enum class ErrorNumber : unsigned {
     PathFileAccess = 75,
     PathNotFound = 76,
     InvalidPropertyValue = 380,
-    KeyAlreadyInCollection = 457,
-    DialogCancelled = 32755,
     Raised = 0x80040000,  // raised by the program itself towards its own handlers
 };
 

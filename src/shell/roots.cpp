@@ -42,7 +42,9 @@ Error Roots::Open() {
         Root& root = roots_.emplace_back();
         if (Error error = OpenExistingFolder(files_, given.path, root.folder); !error.IsOk())
             return RootIsGone(given.path);
-        if (root.folder.id != given.id) return RootIsGone(given.path);
+        if (root.folder.id != given.id || !MadeAlike(root.folder.made, given.made))
+            return RootIsGone(given.path);
+        root.folder.made = given.made;
         root.start = root.folder.path.ends_with('/') ? root.folder.path : root.folder.path + "/";
     }
     return {};
@@ -51,7 +53,8 @@ Error Roots::Open() {
 Error Roots::Verify() const {
     for (const Root& root : roots_) {
         FileInfo now;
-        if (!files_.Stat(root.folder.path, LinkPolicy::Follow, now).IsOk() || now.id != root.folder.id)
+        if (!files_.Stat(root.folder.path, LinkPolicy::Follow, now).IsOk() || now.id != root.folder.id ||
+            !MadeAlike(now.created, root.folder.made))
             return RootIsGone(root.folder.path);
     }
     return {};

@@ -23,10 +23,11 @@ namespace vantrel {
 enum class ShellOperation { Move = 1, Copy = 2, Delete = 3, Rename = 4, Recycle = 5 };
 
 // A folder that was compared. All that lies below `path` is reached through it and without following links.
-// Where it is gone, or is another folder than `id`, nothing is done any more, and it is never made anew.
+// Where it is gone, or is another folder than that one, nothing is done any more, and it is never made anew.
 struct ShellRoot {
     std::string path;
     FileId id;
+    FileTime made{};  // 0 where nobody knows
 };
 
 // What was seen below a folder, by paths relative to it ("deep/file").
@@ -205,7 +206,6 @@ class ShellOperations {
     Error CopyOneFile(std::string_view from, std::string_view to) {
         return CopyOneFile(OneFile{std::string(from), std::string(to)});
     }
-    Error SyncCopies() { return FinishCopies().First(); }
     Error DeleteOneFile(std::string_view path) { return DeleteOneFile(OneFile{std::string(path), {}}); }
 };
 

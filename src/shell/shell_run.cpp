@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/files/entry_info.h"
 #include "platform/files/raw_listing.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
@@ -15,7 +16,7 @@
 namespace vantrel::shell {
 namespace {
 
-constexpr unsigned kStatMask = STATX_BASIC_STATS | STATX_MNT_ID;
+constexpr unsigned kStatMask = STATX_BASIC_STATS | STATX_BTIME | STATX_MNT_ID;
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
 std::size_t Mix(std::size_t a, std::size_t b) {
@@ -27,6 +28,7 @@ Error Identify(SystemCalls& calls, Folder& folder) {
     if (const int failed = LookAtOpen(calls, folder.fd.Get(), stat); failed < 0)
         return Error::FromErrno(-failed, folder.path);
     folder.id = IdOf(stat);
+    folder.made = MadeAt(stat);
     folder.mount = MountOf(stat);
     folder.hasDefaultAcl = calls.GetXattr(folder.fd.Get(), "system.posix_acl_default", nullptr, 0) > 0;
     return {};

@@ -27,6 +27,7 @@ struct Folder : std::enable_shared_from_this<Folder> {
     Descriptor fd;
     std::string path;  // in the engine's form
     FileId id;
+    FileTime made;            // 0 where that is not told
     std::uint64_t mount = 0;  // mount id; the device number where the kernel gives none
     bool hasDefaultAcl = false;
     // Its names by their folded forms, where letter case is to be ignored.

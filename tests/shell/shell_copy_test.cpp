@@ -270,7 +270,7 @@ TEST_F(ShellCopyTest, ASourceThatChangesMeanwhileIsTakenAnewOrRefused) {
     };
     SystemShellOperations shell = Service();
     EXPECT_TRUE(shell.CopyOneFile(Left("log"), Right("log")).IsOk());
-    EXPECT_TRUE(shell.SyncCopies().IsOk());
+    EXPECT_TRUE(shell.FinishCopies().First().IsOk());
     EXPECT_EQ("12", drop.Read("right/log"));
     drop.Write("right/log", "old");
     limit = 1000;

@@ -104,8 +104,8 @@ TEST_F(ShellTest, AnErrorThatASyncToldOnceIsKeptForTheCopiesThatWaited) {
     EXPECT_TRUE(shell.CopyOneFile(Left("a"), Right("a")).IsOk());
     // A request first gives their names to the copies that wait: the error is theirs, not the request's.
     EXPECT_EQ(Done, shell.Run(request).items.at(0).outcome);
-    EXPECT_EQ(EIO, shell.SyncCopies().SystemNumber());
-    EXPECT_TRUE(shell.SyncCopies().IsOk());
+    EXPECT_EQ(EIO, shell.FinishCopies().First().SystemNumber());
+    EXPECT_TRUE(shell.FinishCopies().First().IsOk());
     // What could not be made safe has not replaced anything.
     EXPECT_EQ((Tree{{"a", "f:old"}, {"b", "f:beta"}}), TreeOf(drop / "right/"));
 }

@@ -48,7 +48,10 @@ class ShellSeenTest : public ShellTest {
         request.roots = {Root("left"), Root("right")};
         return request;
     }
-    ShellRoot Root(const std::string& name) { return {drop / name, SeenAt(drop / name).seen.id}; }
+    ShellRoot Root(const std::string& name) {
+        const Seen seen = SeenAt(drop / name).seen;
+        return {drop / name, seen.id, seen.changed};
+    }
     static void ExpectChanged(const ShellItem& item, const std::string& path) {
         EXPECT_EQ(Failed, item.outcome) << path;
         EXPECT_EQ(kChangedSinceSeen, item.error.Number()) << item.error.Description();
@@ -236,6 +239,34 @@ TEST_F(ShellSeenTest, ARootThatWasExchangedEndsTheOperationAndIsNotMadeAnew) {
     EXPECT_EQ(NotReached, result.items.at(1).outcome);
     EXPECT_EQ("another b", drop.Read("left/b"));
     EXPECT_EQ("b", drop.Read("aside/b"));
+}
+
+// As where a file system gives the number of a folder that was removed to the next one.
+TEST_F(ShellSeenTest, AFolderOfTheSameNumberThatWasMadeAtAnotherTimeIsAnotherFolder) {
+    drop.Write("left/Sub/a", "a");
+    const FileTime made = SeenAt(Left("Sub")).seen.changed;
+    if (made == FileTime()) GTEST_SKIP() << "the file system does not tell when a folder was made";
+    const Tree before = TreeOf(drop / "left/");
+    for (const ShellOperation operation : {Copy, Move, Delete, Recycle}) {
+        ShellRequest request = Expecting(operation, {"Sub"});
+        --request.expected[0].source.seen.changed.ticks;
+        ExpectChanged(Run(request).items.at(0), Left("Sub"));
+        for (const std::size_t root : {0U, 1U}) {
+            request = Expecting(operation, {"Sub"});
+            --request.roots[root].made.ticks;
+            EXPECT_FALSE(Run(request).AllDone());
+        }
+        EXPECT_EQ(before, TreeOf(drop / "left/"));
+        EXPECT_TRUE(TreeOf(drop / "right/").empty());
+    }
+    // What is done in a folder does not make another one of it, and where nobody knows the time the number
+    // counts.
+    ShellRequest request = Expecting(Copy, {"Sub"});
+    drop.Write("left/Sub/b", "b");
+    EXPECT_TRUE(Run(request).AllDone());
+    request = Expecting(Delete, {"Sub"});
+    request.expected[0].source.seen.changed = request.roots[0].made = {};
+    EXPECT_TRUE(Run(request).AllDone());
 }
 
 TEST_F(ShellSeenTest, BelowARootNoLinkIsFollowed) {

@@ -103,7 +103,12 @@ FileId IdOf(const struct statx& found) {
 }
 
 Seen SeenOf(const struct statx& found) {
-    return {IdOf(found), found.stx_size, TimeOf(found.stx_mtime), TimeOf(found.stx_ctime)};
+    return {IdOf(found), found.stx_size, TimeOf(found.stx_mtime),
+            S_ISDIR(found.stx_mode) ? MadeAt(found) : TimeOf(found.stx_ctime)};
+}
+
+FileTime MadeAt(const struct statx& found) {
+    return (found.stx_mask & STATX_BTIME) != 0 ? TimeOf(found.stx_btime) : FileTime();
 }
 
 EntryKind KindOf(const struct statx& found) {
@@ -131,7 +136,7 @@ FileSystemTraits FindFileSystemTraits(SystemCalls& calls, int fd) {
     struct statfs system {};
     if (calls.FstatFs(fd, system) != 0) return {};
     const auto magic = static_cast<std::uint32_t>(system.f_type);
-    return {FindDosAttributes(calls, fd, magic), ReadsWholePages(magic)};
+    return {FindDosAttributes(calls, fd, magic), ReadsWholePages(magic), magic != OVERLAYFS_SUPER_MAGIC};
 }
 
 std::uint8_t ReadDosAttributes(SystemCalls& calls, DosAttributeSource source, int folder, const char* name) {

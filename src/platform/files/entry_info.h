@@ -6,15 +6,18 @@
 
 namespace vantrel {
 
-// What the system tells of an entry, in the program's terms. For the sources of the file system only.
+// What the system tells of an entry, in the program's terms. For the sources of the file system and of the
+// shell service only.
 
-inline constexpr unsigned kSeenMask = STATX_SIZE | STATX_MTIME | STATX_CTIME | STATX_INO;
-inline constexpr unsigned kEntryMask = STATX_TYPE | STATX_MODE | kSeenMask;
+inline constexpr unsigned kSeenMask =
+    STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_CTIME | STATX_INO | STATX_BTIME;
+inline constexpr unsigned kEntryMask = STATX_MODE | kSeenMask;
 inline constexpr unsigned kInfoMask = STATX_BASIC_STATS | STATX_BTIME;
 
 FileId IdOf(const struct statx& found);
 Seen SeenOf(const struct statx& found);       // needs kSeenMask
 EntryKind KindOf(const struct statx& found);  // of a link: Other
+FileTime MadeAt(const struct statx& found);   // needs STATX_BTIME; 0 where the file system does not tell
 FileTime TimeOf(const struct statx_timestamp& time);
 // `nameStartsWithDot` makes it hidden; `dos` is what ReadDosAttributes gave.
 std::uint8_t AttributesOf(const struct statx& found, bool nameStartsWithDot, std::uint8_t dos);

@@ -33,7 +33,7 @@ void Fill(const struct statx& found, FileInfo& out) {
     out.kind = KindOf(found);
     out.mode = found.stx_mode & 07777U;
     out.size = found.stx_size;
-    if ((found.stx_mask & STATX_BTIME) != 0) out.created = TimeOf(found.stx_btime);
+    out.created = MadeAt(found);
     out.accessed = TimeOf(found.stx_atime);
     out.lastWrite = TimeOf(found.stx_mtime);
     out.id = IdOf(found);
@@ -143,13 +143,6 @@ Error FileSystem::RemoveFile(std::string_view path) const {
     int result = at.Failure();
     if (result == 0) result = calls_.UnlinkAt(at.Folder(), at.Rest(), 0);
     return Error::FromErrno(-result, path);
-}
-
-Error FileSystem::RemoveEmptyFolder(std::string_view path) const {
-    const LocatedPath at(calls_, path);
-    int result = at.Failure();
-    if (result == 0) result = calls_.UnlinkAt(at.Folder(), at.Rest(), AT_REMOVEDIR);
-    return Error::FromErrnoOfFolder(-result, path);
 }
 
 Error FileSystem::Rename(std::string_view from, std::string_view to, bool replace) const {

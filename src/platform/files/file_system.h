@@ -90,6 +90,9 @@ struct FileSystemTraits {
     // Within its first page (4,096 bytes, the smallest there is) a read of a file ends early at the file's
     // end only, never in front of an error or for want of data.
     bool readsWholePages = false;
+    // When a folder was made stays what it is as long as the folder does. Not so where a first change puts a
+    // copy of it in front of it.
+    bool keepsMade = false;
 };
 
 // Names that the listing of a folder gave, before anything else was asked about them.
@@ -119,6 +122,7 @@ class OpenFolder {
     ~OpenFolder();
 
     FileId Id() const { return id_; }
+    FileTime Made() const { return made_; }  // 0 where that is not told or not kept to
     bool IsOpen() const { return fd_ >= 0; }
     // Lists the folder to its end, in the system's order. An error in the middle is returned: what was handed
     // to the sink until then is not the whole folder. An entry that vanishes between listing and stat is left
@@ -164,6 +168,7 @@ class OpenFolder {
     SystemCalls* calls_ = nullptr;
     int fd_ = -1;
     FileId id_;
+    FileTime made_;
     FileSystemTraits traits_;
     bool listed_ = false;
     mutable std::atomic<bool> keepsAccessTimes_{true};  // until that is refused for a file
@@ -261,7 +266,6 @@ class FileSystem {
 
     Error CreateFolder(std::string_view path) const;  // one level; mode 0777 less the umask
     Error RemoveFile(std::string_view path) const;    // never a folder; the link, not what it leads to
-    Error RemoveEmptyFolder(std::string_view path) const;
     Error Rename(std::string_view from, std::string_view to, bool replace) const;
 
     // Only the fields that are set are changed. The time of creation cannot be set here: it is left out

@@ -31,6 +31,7 @@ class FolderReading {
     // Waits until it is known whether the folder could be opened. `whileWaiting` as with PendingJob::Take.
     Error Open(const WhileWaiting& whileWaiting);
     FileId Id() const { return folder_->Id(); }
+    FileTime Made() const { return folder_->Made(); }
     // Once, after Open. An error in the middle comes after what was listed until then.
     Error ForEach(const EntrySink& sink, const WhileWaiting& whileWaiting);
 

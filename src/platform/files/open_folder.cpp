@@ -55,7 +55,8 @@ FolderEntry NotTold(const char* name) {
 }
 
 // Asks the system about one entry and fills all of `entry` but its name.
-Look LookAt(SystemCalls& calls, int folder, const char* name, DosAttributeSource dos, FolderEntry& entry) {
+Look LookAt(SystemCalls& calls, int folder, const char* name, const FileSystemTraits& traits,
+            FolderEntry& entry) {
     entry = FolderEntry();
     struct statx found;
     int result = calls.StatxAt(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, kEntryMask, found);
@@ -65,6 +66,7 @@ Look LookAt(SystemCalls& calls, int folder, const char* name, DosAttributeSource
         return Look::Seen;
     }
     entry.seen = SeenOf(found);
+    if (S_ISDIR(found.stx_mode) && !traits.keepsMade) entry.seen.changed = {};
     entry.lastWrite = entry.seen.lastWrite;
     entry.isLink = S_ISLNK(found.stx_mode);
     if (entry.isLink) {
@@ -80,8 +82,9 @@ Look LookAt(SystemCalls& calls, int folder, const char* name, DosAttributeSource
     entry.size = found.stx_size;
     entry.lastWrite = TimeOf(found.stx_mtime);
     entry.id = IdOf(found);
-    const std::uint8_t carried =
-        entry.kind == EntryKind::Other ? std::uint8_t{0} : ReadDosAttributes(calls, dos, folder, name);
+    const std::uint8_t carried = entry.kind == EntryKind::Other
+                                     ? std::uint8_t{0}
+                                     : ReadDosAttributes(calls, traits.dosAttributes, folder, name);
     entry.attributes = AttributesOf(found, name[0] == '.', carried);
     return Look::Seen;
 }
@@ -122,6 +125,7 @@ OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept {
     std::swap(calls_, other.calls_);
     std::swap(fd_, other.fd_);
     std::swap(id_, other.id_);
+    std::swap(made_, other.made_);
     std::swap(traits_, other.traits_);
     std::swap(listed_, other.listed_);
     keepsAccessTimes_ = other.keepsAccessTimes_.exchange(keepsAccessTimes_);
@@ -134,7 +138,7 @@ OpenFolder::~OpenFolder() {
 
 bool OpenFolder::LookAt(std::string_view name, FolderEntry& entry) const {
     const EntryName bytes(name);
-    if (vantrel::LookAt(*calls_, fd_, bytes.Bytes(), traits_.dosAttributes, entry) == Look::Seen) return true;
+    if (vantrel::LookAt(*calls_, fd_, bytes.Bytes(), traits_, entry) == Look::Seen) return true;
     if (!NotListed(*calls_, fd_, {bytes.Bytes()}).empty()) return false;
     LookOnceMore(bytes.Bytes(), entry);
     return true;
@@ -142,8 +146,7 @@ bool OpenFolder::LookAt(std::string_view name, FolderEntry& entry) const {
 
 // At an entry that was not there at the first look although a listing names it.
 void OpenFolder::LookOnceMore(const char* name, FolderEntry& entry) const {
-    if (vantrel::LookAt(*calls_, fd_, name, traits_.dosAttributes, entry) == Look::Gone)
-        entry = NotTold(name);
+    if (vantrel::LookAt(*calls_, fd_, name, traits_, entry) == Look::Gone) entry = NotTold(name);
 }
 
 // From the folder's start, where it has been listed before.
@@ -158,7 +161,7 @@ bool OpenFolder::Examine(const char* name, unsigned char type, std::uint64_t ino
                          FolderEntry& entry) const {
     if (statPolicy != StatPolicy::NonFilesOnly || type != DT_REG ||
         traits_.dosAttributes != DosAttributeSource::None)
-        return vantrel::LookAt(*calls_, fd_, name, traits_.dosAttributes, entry) == Look::Seen;
+        return vantrel::LookAt(*calls_, fd_, name, traits_, entry) == Look::Seen;
     entry.kind = EntryKind::File;
     entry.hasStat = false;
     entry.id.inode = inode;
@@ -254,12 +257,14 @@ int OpenFolder::OpenAt(SystemCalls& calls, int base, const char* path, const Ope
     opened.fd_ = calls.OpenAt(base, path, O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC, 0);
     if (opened.fd_ < 0) return opened.fd_;
     struct statx found;
-    const int result = calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_INO, found);
+    const int result =
+        calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_INO | STATX_BTIME, found);
     if (result != 0) return result;
     opened.id_ = IdOf(found);
     opened.traits_ = above != nullptr && above->id_.device == opened.id_.device
                          ? above->traits_
                          : FindFileSystemTraits(calls, opened.fd_);
+    if (opened.traits_.keepsMade) opened.made_ = MadeAt(found);
     out = std::move(opened);
     return 0;
 }

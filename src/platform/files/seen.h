@@ -21,8 +21,17 @@ struct Seen {
     FileId id;
     std::uint64_t size = 0;  // bytes
     FileTime lastWrite;      // UTC, as the next
-    FileTime changed;        // of the last change to the entry, contents or not (ctime)
+    // Of the last change to the entry, contents or not (ctime). Of a folder, which changes with all that is
+    // done in it: when it was made, or 0 where the file system does not tell or does not keep to it. Its
+    // number alone is no proof, for many file systems give the number of what was removed to the next that is
+    // made.
+    FileTime changed;
     friend constexpr bool operator==(const Seen&, const Seen&) = default;
 };
+
+// Of two times at which a folder was made, whether they may be of one folder.
+constexpr bool MadeAlike(FileTime one, FileTime other) {
+    return one == other || one == FileTime() || other == FileTime();
+}
 
 }  // namespace vantrel

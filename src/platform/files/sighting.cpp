@@ -33,7 +33,8 @@ bool IsStill(const Sighting& sighting, const struct statx* now, SightingToleranc
     if (SightedKindOf(*now) != sighting.kind) return false;
     Seen current = SeenOf(*now);
     if (tolerance.inode) current.id.inode = sighting.seen.id.inode;
-    if (sighting.kind == Sighting::Kind::Folder) return current.id == sighting.seen.id;
+    if (sighting.kind == Sighting::Kind::Folder)
+        return current.id == sighting.seen.id && MadeAlike(current.changed, sighting.seen.changed);
     if (tolerance.changed) current.changed = sighting.seen.changed;
     return current == sighting.seen;
 }

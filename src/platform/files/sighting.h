@@ -33,7 +33,8 @@ struct Sighting {
 };
 
 // The fields of a statx call that SightingOf reads.
-inline constexpr unsigned kSightingMask = STATX_TYPE | STATX_INO | STATX_SIZE | STATX_MTIME | STATX_CTIME;
+inline constexpr unsigned kSightingMask =
+    STATX_TYPE | STATX_INO | STATX_SIZE | STATX_MTIME | STATX_CTIME | STATX_BTIME;
 
 // Of an entry that was looked at without following a link.
 Sighting SightingOf(const struct statx& found);
@@ -46,7 +47,7 @@ struct SightingTolerance {
     bool inode = false;    // the file system gives other numbers at other times
 };
 // Whether `now`, null for nothing, is still what was seen; always true of NotKnown. Of a folder kind and
-// identity count, for its size and times follow what is done in it.
+// identity count (its number, and when it was made), for its size and times follow what is done in it.
 bool IsStill(const Sighting& sighting, const struct statx* now, SightingTolerance tolerance = {});
 
 // The number of the error that tells that an object is not what was seen. It is one of the program's own.

@@ -69,8 +69,6 @@ TEST_F(FileSystemTest, PathsLongerThanTheSystemTakesInOneCall) {
     EXPECT_TRUE(files.Open(path + "/", open).IsOk());
     EXPECT_FALSE(files.Exists(path + "/" + std::string(5'000, 'q')));
     EXPECT_TRUE(files.RemoveFile(path + "/other").IsOk());
-    for (; path.size() > folder.Path().size(); path.resize(path.size() - part.size() - 1))
-        ASSERT_TRUE(files.RemoveEmptyFolder(path).IsOk());
 }
 
 TEST_F(FileSystemTest, StatTellsOfTheLinkOrOfWhatItLeadsTo) {
@@ -111,7 +109,6 @@ TEST_F(FileSystemTest, RemovingAndRenamingTouchOneObjectAndReplaceOnlyWhenTold) 
     EXPECT_TRUE(files.Rename(folder / "a", folder / "b", true).IsOk());
     EXPECT_EQ("a", folder.Read("b"));
     EXPECT_FALSE(files.RemoveFile(folder / "sub").IsOk());
-    EXPECT_FALSE(files.RemoveEmptyFolder(folder / "sub").IsOk());
     EXPECT_TRUE(files.RemoveFile(folder / "link/").IsOk());
     EXPECT_TRUE(folder.Exists("sub/c"));
 }
