@@ -35,23 +35,8 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-char Lowered(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter | 0x20) : letter;
-}
-
 std::string_view AsText(std::span<const unsigned char> bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
-void YieldOrCancel(EventLoopPort& loop) {
-    loop.Yield();
-    if (loop.CancelRequested()) throw Cancelled();
-}
-
-std::span<const unsigned char> AtOrThrow(BytesOfFile& file, std::uint64_t offset, std::size_t length) {
-    const std::span<const unsigned char> bytes = file.At(offset, length);
-    if (bytes.size() < length && !file.LastError().IsOk()) throw ErrorException(file.LastError());
-    return bytes;
 }
 
 }  // namespace
@@ -69,31 +54,62 @@ std::size_t HexDumpCharacterColumn(std::size_t byte, std::size_t offsetDigits) {
     return offsetDigits + kBarAt + 1 + byte;
 }
 
-void AppendHexDumpLine(std::uint64_t offset, std::span<const unsigned char> bytes, std::size_t offsetDigits,
-                       std::string& out) {
-    const std::size_t begin = out.size();
-    out.resize(begin + offsetDigits + kLineRest - (kHexDumpBytes - bytes.size()), ' ');
-    char* const line = out.data() + begin;
+namespace {
+
+// What each byte looks like: as two digits and as a character.
+struct ByteLooks {
+    std::array<char, 512> digits{};
+    std::array<char, 256> characters{};
+    constexpr ByteLooks() {
+        for (std::size_t byte = 0; byte < characters.size(); ++byte) {
+            digits[2 * byte] = kDigits[byte >> 4];
+            digits[2 * byte + 1] = kDigits[byte & 15];
+            characters[byte] = byte >= 0x20 && byte < 0x7F ? static_cast<char>(byte) : '.';
+        }
+    }
+};
+constexpr ByteLooks kLooks;
+
+std::size_t LineLength(std::size_t bytes, std::size_t offsetDigits) {
+    return offsetDigits + kLineRest - (kHexDumpBytes - bytes);
+}
+
+// Writes all LineLength characters of a line.
+void FillLine(std::uint64_t offset, std::span<const unsigned char> bytes, std::size_t offsetDigits,
+              char* line) {
+    std::memset(line, ' ', LineLength(bytes.size(), offsetDigits));
     for (std::size_t digit = offsetDigits; digit-- > 0; offset >>= 4) line[digit] = kDigits[offset & 15];
     char* const rest = line + offsetDigits;
     rest[kBarAt] = '|';
     for (std::size_t at = 0; at < bytes.size(); ++at) {
-        const unsigned char byte = bytes[at];
-        char* const digits = rest + DigitsAt(at);
-        digits[0] = kDigits[byte >> 4];
-        digits[1] = kDigits[byte & 15];
-        rest[kBarAt + 1 + at] = byte >= 0x20 && byte < 0x7F ? static_cast<char>(byte) : '.';
+        std::memcpy(rest + DigitsAt(at), &kLooks.digits[std::size_t{2} * bytes[at]], 2);
+        rest[kBarAt + 1 + at] = kLooks.characters[bytes[at]];
     }
     rest[kBarAt + 1 + bytes.size()] = '|';
 }
 
+}  // namespace
+
+void AppendHexDumpLine(std::uint64_t offset, std::span<const unsigned char> bytes, std::size_t offsetDigits,
+                       std::string& out) {
+    const std::size_t begin = out.size();
+    out.resize(begin + LineLength(bytes.size(), offsetDigits));
+    FillLine(offset, bytes, offsetDigits, out.data() + begin);
+}
+
 void AppendHexDump(std::uint64_t offset, std::span<const unsigned char> bytes, std::size_t offsetDigits,
                    std::string_view lineEnd, std::string& out) {
+    // The room for all lines at once: asking for that of each costs as much as filling it.
+    const std::size_t lines = (bytes.size() + kHexDumpBytes - 1) / kHexDumpBytes;
+    std::size_t end = out.size();
+    out.resize(end + lines * (LineLength(kHexDumpBytes, offsetDigits) + lineEnd.size()));
     for (std::size_t at = 0; at < bytes.size(); at += kHexDumpBytes) {
-        AppendHexDumpLine(offset + at, bytes.subspan(at, std::min(kHexDumpBytes, bytes.size() - at)),
-                          offsetDigits, out);
-        out.append(lineEnd);
+        const auto line = bytes.subspan(at, std::min(kHexDumpBytes, bytes.size() - at));
+        FillLine(offset + at, line, offsetDigits, out.data() + end);
+        end += LineLength(line.size(), offsetDigits);
+        end += lineEnd.copy(out.data() + end, lineEnd.size());
     }
+    out.resize(end);
 }
 
 std::optional<std::string> BytesFromHexDigits(std::string_view text) {
@@ -142,9 +158,13 @@ Error BytesOfFile::Open(const FileSystem& files, std::string_view path) {
     ReadFile opened;
     if (Error error = files.OpenForReading(path, opened); !error.IsOk()) return error;
     file_ = std::move(opened);
+    Forget();
+    return {};
+}
+
+void BytesOfFile::Forget() {
     blocks_ = {};
     lastError_ = Error();
-    return {};
 }
 
 const BytesOfFile::Block& BytesOfFile::Load(std::uint64_t offset) {
@@ -183,106 +203,27 @@ std::span<const unsigned char> BytesOfFile::At(std::uint64_t offset, std::size_t
     return {reinterpret_cast<const unsigned char*>(joined_.data()), joined_.size()};
 }
 
-std::string BytesOfFile::Line(std::uint64_t number) {
+Error FileBecameShorter() {
+    return {ErrorNumber::Raised, "The file has become shorter while it was read."};
+}
+
+std::span<const unsigned char> BytesOfFile::AtOrThrow(std::uint64_t offset, std::size_t length) {
+    const std::span<const unsigned char> bytes = At(offset, length);
+    if (bytes.size() < length && !lastError_.IsOk()) throw ErrorException(lastError_);
+    return bytes;
+}
+
+std::string BytesOfFile::Line(std::uint64_t number, std::size_t offsetDigits) {
     const std::uint64_t offset = number * kHexDumpBytes;
-    const std::size_t digits = HexDumpOffsetDigits(Size());
     std::string line;
     const std::span<const unsigned char> bytes = At(offset, kHexDumpBytes);
     if (bytes.empty() && offset < Size()) {
-        AppendHexDumpLine(offset, {}, digits, line);
-        line.resize(digits + kDigitsAt);
+        AppendHexDumpLine(offset, {}, offsetDigits, line);
+        line.resize(offsetDigits + kDigitsAt);
         return line + (lastError_.IsOk() ? "The file has become shorter." : lastError_.Description());
     }
-    AppendHexDumpLine(offset, bytes, digits, line);
+    AppendHexDumpLine(offset, bytes, offsetDigits, line);
     return line;
-}
-
-namespace {
-
-// The first or last occurrence in `text` that begins before `end`.
-std::size_t FindIn(std::string_view text, std::string_view wanted, std::size_t end, SearchDirection direction,
-                   SearchCase letterCase) {
-    if (wanted.size() > text.size() || end == 0) return std::string_view::npos;
-    const std::size_t last = std::min(end - 1, text.size() - wanted.size());
-    const auto matches = [&](char one, char two) {
-        return letterCase == SearchCase::Exact ? one == two : Lowered(one) == Lowered(two);
-    };
-    const std::string_view part = text.substr(0, last + wanted.size());
-    if (direction == SearchDirection::Backward) {
-        const auto found = std::find_end(part.begin(), part.end(), wanted.begin(), wanted.end(), matches);
-        return found == part.end() ? std::string_view::npos : static_cast<std::size_t>(found - part.begin());
-    }
-    if (letterCase == SearchCase::Exact) {
-        const void* const found = memmem(part.data(), part.size(), wanted.data(), wanted.size());
-        return found == nullptr ? std::string_view::npos
-                                : static_cast<std::size_t>(static_cast<const char*>(found) - part.data());
-    }
-    const auto found = std::search(part.begin(), part.end(), wanted.begin(), wanted.end(), matches);
-    return found == part.end() ? std::string_view::npos : static_cast<std::size_t>(found - part.begin());
-}
-
-}  // namespace
-
-std::optional<std::uint64_t> FindBytes(BytesOfFile& file, std::string_view wanted, std::uint64_t from,
-                                       SearchDirection direction, SearchCase letterCase,
-                                       EventLoopPort& loop) {
-    // A stretch of places where it may begin, and behind them what an occurrence at the last one needs.
-    const std::size_t overlap = wanted.size() - 1;
-    if (wanted.empty() || wanted.size() > BytesOfFile::kBlock / 2 || file.Size() < wanted.size())
-        return std::nullopt;
-    const std::size_t stretch = BytesOfFile::kBlock - overlap;
-    const std::uint64_t places = file.Size() - overlap;
-    if (direction == SearchDirection::Forward) {
-        for (std::uint64_t at = from; at < places; at += stretch) {
-            YieldOrCancel(loop);
-            const std::size_t found = FindIn(AsText(AtOrThrow(file, at, stretch + overlap)), wanted, stretch,
-                                             direction, letterCase);
-            if (found != std::string_view::npos) return at + found;
-        }
-        return std::nullopt;
-    }
-    for (std::uint64_t end = std::min(from, places - 1) + 1; end > 0;) {
-        YieldOrCancel(loop);
-        const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(end, stretch));
-        const std::uint64_t at = end - length;
-        const std::size_t found =
-            FindIn(AsText(AtOrThrow(file, at, length + overlap)), wanted, length, direction, letterCase);
-        if (found != std::string_view::npos) return at + found;
-        end = at;
-    }
-    return std::nullopt;
-}
-
-std::optional<std::uint64_t> FindDifference(BytesOfFile& left, BytesOfFile& right, std::uint64_t from,
-                                            SearchDirection direction, EventLoopPort& loop) {
-    const std::uint64_t longest = std::max(left.Size(), right.Size());
-    const auto lookAt = [&](std::uint64_t at, std::size_t length) -> std::optional<std::uint64_t> {
-        YieldOrCancel(loop);
-        const auto one = AtOrThrow(left, at, length), two = AtOrThrow(right, at, length);
-        const std::size_t common = std::min(one.size(), two.size());
-        if (direction == SearchDirection::Forward) {
-            const auto found =
-                std::mismatch(one.begin(), one.begin() + static_cast<std::ptrdiff_t>(common), two.begin());
-            const auto same = static_cast<std::size_t>(found.first - one.begin());
-            if (same < std::max(one.size(), two.size())) return at + same;
-            return std::nullopt;
-        }
-        if (one.size() != two.size()) return at + std::max(one.size(), two.size()) - 1;
-        for (std::size_t byte = common; byte-- > 0;)
-            if (one[byte] != two[byte]) return at + byte;
-        return std::nullopt;
-    };
-    if (direction == SearchDirection::Forward) {
-        for (std::uint64_t at = from; at < longest; at += BytesOfFile::kBlock)
-            if (const auto found = lookAt(at, BytesOfFile::kBlock)) return found;
-        return std::nullopt;
-    }
-    for (std::uint64_t end = longest == 0 ? 0 : std::min(from, longest - 1) + 1; end > 0;) {
-        const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(end, BytesOfFile::kBlock));
-        if (const auto found = lookAt(end - length, length)) return found;
-        end -= length;
-    }
-    return std::nullopt;
 }
 
 void WriteHexDump(BytesOfFile& file, std::uint64_t offset, std::uint64_t length, std::string_view lineEnd,
@@ -291,12 +232,11 @@ void WriteHexDump(BytesOfFile& file, std::uint64_t offset, std::uint64_t length,
     const std::uint64_t end = offset + std::min(length, file.Size() - std::min(file.Size(), offset));
     std::string piece;
     for (std::uint64_t at = offset; at < end;) {
-        YieldOrCancel(loop);
+        loop.Yield();
+        if (loop.CancelRequested()) throw Cancelled();
         const std::uint64_t wanted = std::min<std::uint64_t>(kPieceLines * kHexDumpBytes, end - at);
-        const auto bytes = AtOrThrow(file, at, static_cast<std::size_t>(wanted));
-        if (bytes.size() < wanted)
-            throw ErrorException(
-                Error(ErrorNumber::Raised, "The file has become shorter while it was read."));
+        const auto bytes = file.AtOrThrow(at, static_cast<std::size_t>(wanted));
+        if (bytes.size() < wanted) throw ErrorException(FileBecameShorter());
         piece.clear();
         AppendHexDump(at, bytes, digits, lineEnd, piece);
         sink(piece);

@@ -63,8 +63,14 @@ class BytesOfFile {
     // where it cannot be read: LastError then tells why.
     std::span<const unsigned char> At(std::uint64_t offset, std::size_t length);
     const Error& LastError() const { return lastError_; }
+    // The same, but throws that error as ErrorException.
+    std::span<const unsigned char> AtOrThrow(std::uint64_t offset, std::size_t length);
     // Line `number` of the dump, from 0. Lines that cannot be read say so in place of their bytes.
-    std::string Line(std::uint64_t number);
+    std::string Line(std::uint64_t number, std::size_t offsetDigits);
+    // What the file was when it was opened.
+    const Seen& SeenAtOpening() const { return file_.Seen(); }
+    // The blocks that are held are read again when they are wanted again.
+    void Forget();
 
   private:
     struct Block {
@@ -80,23 +86,12 @@ class BytesOfFile {
     Error lastError_;
 };
 
-enum class SearchDirection : std::uint8_t { Forward, Backward };
-enum class SearchCase : std::uint8_t { Exact, Ignored };  // of ASCII letters
-
-// Both look on from `from`, itself included, yield as they go, and throw Cancelled when the user asks for it
-// and ErrorException where the file cannot be read. Nothing where there is no such place.
-//
-// The offset of the next, or of the last, occurrence of `wanted`, not empty, that begins at or behind `from`,
-// or at or before it.
-std::optional<std::uint64_t> FindBytes(BytesOfFile& file, std::string_view wanted, std::uint64_t from,
-                                       SearchDirection direction, SearchCase letterCase, EventLoopPort& loop);
-// The offset of the next byte, or the last one, that is not the same in both; where one file ends and the
-// other goes on, all bytes behind its end differ.
-std::optional<std::uint64_t> FindDifference(BytesOfFile& left, BytesOfFile& right, std::uint64_t from,
-                                            SearchDirection direction, EventLoopPort& loop);
+// What a reader of the whole file says where bytes are missing that were there at the opening.
+Error FileBecameShorter();
 
 // The dump of a whole file, piece by piece, with `lineEnd` at each line's end. `progress` gets the bytes
-// done, and may be null. Throws as above.
+// done, and may be null. Yields as it goes, and throws Cancelled when the user asks for it and ErrorException
+// where the file cannot be read.
 using BytesDone = std::function<void(std::uint64_t done, std::uint64_t total)>;
 void WriteHexDump(BytesOfFile& file, std::uint64_t offset, std::uint64_t length, std::string_view lineEnd,
                   EventLoopPort& loop, const PieceSink& sink, const BytesDone& progress = nullptr);

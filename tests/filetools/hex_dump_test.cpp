@@ -5,34 +5,16 @@
 
 #include <random>
 
-#include "support/test_toolbox.h"
+#include "hex_support.h"
 
 namespace vantrel {
 namespace {
 
-using testing::TestToolbox;
+class HexDumpTest : public testing::HexFilesTest {};
 
 std::span<const unsigned char> Bytes(std::string_view text) {
     return {reinterpret_cast<const unsigned char*>(text.data()), text.size()};
 }
-
-class HexDumpTest : public ::testing::Test {
-  protected:
-    std::string Open(std::string_view content, BytesOfFile& file, std::string_view name = "file") {
-        box.folder.Write(name, content);
-        EXPECT_TRUE(file.Open(box.files, box.folder / name).IsOk());
-        return std::string(content);
-    }
-    // Long enough for three blocks and a piece, the same for the same seed.
-    static std::string Random(unsigned seed, std::size_t size = 3 * BytesOfFile::kBlock + 4'321) {
-        std::mt19937 engine(seed);
-        std::string bytes(size, '\0');
-        for (char& byte : bytes) byte = static_cast<char>(engine() % 7);
-        return bytes;
-    }
-
-    TestToolbox box;
-};
 
 TEST_F(HexDumpTest, LinesHaveTheOneForm) {
     std::string all;
@@ -92,7 +74,7 @@ TEST_F(HexDumpTest, BytesAreThoseOfTheFile) {
         ASSERT_EQ(expected, std::string(bytes.begin(), bytes.end())) << offset << " " << length;
     }
     EXPECT_EQ((content.size() + 15) / 16, file.LineCount());
-    EXPECT_EQ("00000000", file.Line(0).substr(0, 8));
+    EXPECT_EQ("00000000", file.Line(0, 8).substr(0, 8));
 }
 
 TEST_F(HexDumpTest, AFileThatShrinksSaysSo) {
@@ -100,62 +82,11 @@ TEST_F(HexDumpTest, AFileThatShrinksSaysSo) {
     const std::string content = Open(Random(3), file);
     ASSERT_EQ(0, truncate((box.folder / "file").c_str(), 100));
     EXPECT_EQ(100U, file.At(0, 1'000).size());
-    EXPECT_EQ("00000070  The file has become shorter.", file.Line(7));
+    EXPECT_EQ("00000070  The file has become shorter.", file.Line(7, 8));
     EXPECT_THROW(WriteHexDump(file, 0, file.Size(), "\n", box.loop, [](std::string_view) {}), ErrorException);
     box.folder.Write("dump.txt", "old");
     EXPECT_FALSE(SaveHexDump(box.Get(), file, box.folder / "dump.txt", nullptr).IsOk());
     EXPECT_EQ("old", box.folder.Read("dump.txt"));
-}
-
-TEST_F(HexDumpTest, FindsWhatASearchOfTheWholeTextFinds) {
-    BytesOfFile file;
-    std::string content = Random(4);
-    for (const std::size_t at : {BytesOfFile::kBlock - 2, 2 * BytesOfFile::kBlock, content.size() - 4})
-        content.replace(at, 4, "neEd");
-    Open(content, file);
-    const auto find = [&](std::string_view wanted, std::uint64_t from, SearchDirection direction,
-                          SearchCase letterCase = SearchCase::Exact) {
-        return FindBytes(file, wanted, from, direction, letterCase, box.loop);
-    };
-    std::mt19937 engine(5);
-    for (int round = 0; round < 60; ++round) {
-        const std::size_t from = engine() % (content.size() + 10);
-        const std::string wanted =
-            round % 2 == 0 ? "neEd" : content.substr(engine() % (content.size() - 8), 6);
-        const auto text = [](std::size_t found) {
-            return found == std::string::npos ? std::optional<std::uint64_t>() : found;
-        };
-        ASSERT_EQ(text(content.find(wanted, from)), find(wanted, from, SearchDirection::Forward)) << round;
-        ASSERT_EQ(text(content.rfind(wanted, from)), find(wanted, from, SearchDirection::Backward)) << round;
-    }
-    EXPECT_EQ(BytesOfFile::kBlock - 2, find("NEED", 0, SearchDirection::Forward, SearchCase::Ignored));
-    EXPECT_EQ(content.size() - 4, find("NEED", UINT64_MAX, SearchDirection::Backward, SearchCase::Ignored));
-    EXPECT_EQ(std::nullopt, find("NEED", 0, SearchDirection::Forward));
-    box.loop.cancelled = true;
-    EXPECT_THROW(find("nowhere", 0, SearchDirection::Forward), Cancelled);
-}
-
-TEST_F(HexDumpTest, DifferencesAreFoundBothWays) {
-    BytesOfFile left, right;
-    std::string content = Open(Random(6), left);
-    const std::set<std::uint64_t> places = {0, 17, BytesOfFile::kBlock - 1, BytesOfFile::kBlock,
-                                            2 * BytesOfFile::kBlock + 5};
-    std::string other = content.substr(0, content.size() - 3);
-    for (const std::uint64_t place : places) other[place] = '#';
-    Open(other, right, "other");
-    const auto find = [&](std::uint64_t from, SearchDirection direction) {
-        return FindDifference(left, right, from, direction, box.loop);
-    };
-    std::vector<std::uint64_t> forward, backward;
-    for (auto at = find(0, SearchDirection::Forward); at; at = find(*at + 1, SearchDirection::Forward))
-        forward.push_back(*at);
-    for (auto at = find(UINT64_MAX, SearchDirection::Backward); at;
-         at = *at == 0 ? std::nullopt : find(*at - 1, SearchDirection::Backward))
-        backward.push_back(*at);
-    std::vector<std::uint64_t> expected(places.begin(), places.end());
-    for (std::uint64_t behind = 3; behind > 0; --behind) expected.push_back(content.size() - behind);
-    EXPECT_EQ(expected, forward);
-    EXPECT_EQ(expected, std::vector<std::uint64_t>(backward.rbegin(), backward.rend()));
 }
 
 TEST_F(HexDumpTest, SavingWritesAllOrNothing) {

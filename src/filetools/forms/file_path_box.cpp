@@ -78,6 +78,7 @@ void FilePathBox::dropEvent(QDropEvent* event) {
         SetPath(paths.front());
     else if (event->mimeData()->hasText())
         setText(event->mimeData()->text().section(QLatin1Char('\n'), 0, 0).trimmed());
+    Q_EMIT PathDropped();
 }
 
 }  // namespace vantrel

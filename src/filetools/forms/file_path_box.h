@@ -22,6 +22,9 @@ class FilePathBox : public QLineEdit, private AutoCompleteBox {
     std::string Path() const;
     void SetPath(std::string_view path);
 
+  Q_SIGNALS:
+    void PathDropped();
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

@@ -1,8 +1,8 @@
 // What the menu of extras does.
 #include <QGuiApplication>
-#include <algorithm>
 
 #include "filetools/forms/diff_command_table.h"
+#include "filetools/forms/fixed_font.h"
 #include "filetools/forms/frm_file_diffs.h"
 #include "filetools/forms/frm_file_diffs_run.h"
 #include "platform/files/replace_file.h"
@@ -10,20 +10,9 @@
 
 namespace vantrel {
 
-namespace {
-
-constexpr int kPoints = 10;
-constexpr int kLeastPoints = 5;
-constexpr int kMostPoints = 48;
-
-}  // namespace
-
 void frmFileDiffs::Zoom(int steps) {
-    zoom_ = std::clamp(steps, kLeastPoints - kPoints, kMostPoints - kPoints);
-    QFont font(QStringLiteral("Courier New"));
-    font.setStyleHint(QFont::Monospace);
-    font.setFixedPitch(true);
-    font.setPointSize(kPoints + zoom_);
+    zoom_ = ClampedZoom(steps);
+    const QFont font = FixedFont(zoom_);
     for (const Side side : kBothSides) {
         grdFile[side]->SetGridFont(font);
         rtfLineDiff[Index(side)]->SetBoxFont(font);

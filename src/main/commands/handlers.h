@@ -1,7 +1,11 @@
 #pragma once
 
+#include <string>
+
 #include "core/side.h"
 #include "main/command_table.h"
+
+class QWidget;
 
 namespace vantrel {
 
@@ -17,9 +21,14 @@ void InstallOptionCommands(Application& application);
 void InstallHelpCommands(Application& application);
 void InstallOperationCommands(Application& application);
 void InstallFileDiffCommands(Application& application);
+void InstallHexDumpCommands(Application& application);
 
 // A page of the help, in the program that shows such pages, or in a window of our own where there is none.
 void OpenHelpPage(Application& application, std::string_view page);
+
+// The bytes of a file, or of two beside each other where the right path is not empty, in a window over
+// `over`. Returns when it is closed.
+void ShowHexDumps(Application& application, const PerSide<std::string>& paths, QWidget* over);
 
 // A click on one of the icons beside a path box.
 void OnPathIconClicked(Application& application, Side side, PathIcon icon);
@@ -33,6 +42,7 @@ inline void InstallHandlers(Application& application) {
     InstallHelpCommands(application);
     InstallOperationCommands(application);
     InstallFileDiffCommands(application);
+    InstallHexDumpCommands(application);
 }
 
 }  // namespace vantrel
