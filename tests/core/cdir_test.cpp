@@ -126,6 +126,7 @@ TEST(NameFilter, ListsAndFolderPatterns) {
         {"*.txt", "", "a.TXT", true, true},
         {"*.txt", "", "\\Sub", true, true},
         {"*.txt, *.doc", "", "a.doc", false, true},
+        {"*.txt ,*.doc", "", "a.txt", false, true},
         {"*.txt,\\Src", "", "\\src", true, true},
         {"*.txt,\\Src", "", "\\Lib", false, true},
         {"/Src", "", "\\Lib", false, true},

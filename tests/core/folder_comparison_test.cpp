@@ -117,6 +117,14 @@ TEST(FolderComparison, ASlowConnectionOffersSmallerChunks) {
         EXPECT_THAT(Shown(bench), ElementsAre(offer));
         EXPECT_EQ(bench.compare.ChunkSize, answer == MessageAnswer::Yes ? 10'000 : 500'000);
     }
+    // They are as small already.
+    ComparisonBench bench;
+    bench.Write(Side::Left, "file", "1");
+    bench.tools.clock.step = 10'001;
+    bench.compare.CompareMethod = CompareMethod::Contents;
+    bench.compare.ChunkSize = 10'000;
+    EXPECT_EQ(bench.Run(), CompareOutcome::Completed);
+    EXPECT_TRUE(Shown(bench).empty());
 }
 
 // A cancel ends a run at whatever yield it comes, and what is shown then is nothing or all.

@@ -113,6 +113,13 @@ TEST_F(SubFolderOperationsTest, DeletesAndRecycles) {
     EXPECT_EQ(" 0| 0", State(1));
     EXPECT_EQ("Recycle Status: Send to Recycle Bin complete.", messages.Line(1));
 
+    // Nobody asks, and it is the trash all the same.
+    lists[Side::Left][1] = twins[Side::Left][1] = Row("unasked", "unasked", ResultType::Orphan, 1);
+    drop.Write("left/unasked", "1");
+    lists[Side::Left][1].selected = true;
+    EXPECT_EQ(1U, operations.RecycleFiles(Confirm::No, PartOf::Synchronization).done);
+    EXPECT_TRUE(drop.Exists("trash/files/unasked"));
+
     volumes.drives["/"].kind = DriveKind::Remote;
     lists[Side::Left][1] = twins[Side::Left][1] = Row("again", "again", ResultType::Orphan, 1);
     drop.Write("left/again", "1");
@@ -122,6 +129,20 @@ TEST_F(SubFolderOperationsTest, DeletesAndRecycles) {
     EXPECT_FALSE(drop.Exists("left/again") || drop.Exists("trash/files/again"));
     EXPECT_EQ("Delete from Network Drive", messages.shown.at(1).title);
     EXPECT_EQ("Delete Status: Delete complete.", messages.Line(2));
+}
+
+TEST_F(SubFolderOperationsTest, ActsOnNothingThatIsUnknown) {
+    for (PerSide<ResultList>* pair : {&lists, &twins}) {
+        (*pair)[Side::Left][1].kind = RowKind::Unknown;
+        (*pair)[Side::Left][0].kind = RowKind::Unknown;
+    }
+    for (const auto operation :
+         {&SubFolderOperations::DeleteFiles, &SubFolderOperations::RecycleFiles,
+          &SubFolderOperations::MoveFilesToOtherDir, &SubFolderOperations::CopyFilesToOtherDir})
+        EXPECT_EQ(0U, (operations.*operation)(Confirm::No, PartOf::Synchronization).done);
+    EXPECT_EQ("12345", drop.Read("left/x/newer"));
+    EXPECT_EQ("1", drop.Read("right/x/Newer"));
+    EXPECT_FALSE(drop.Exists("right/orphan"));
 }
 
 TEST_F(SubFolderOperationsTest, WhatFailedKeepsItsRowAndIsNotCalledComplete) {

@@ -32,13 +32,13 @@ std::string MakePe(const VersionRecord& record, bool wide) {
     Put32(file, 0x3C, kHeaderAt);
     file.replace(kHeaderAt, 4, std::string_view("PE\0\0", 4));
     const std::size_t optional = kHeaderAt + 24, directories = wide ? 112 : 96;
-    const std::size_t optionalSize = directories + 16 * 8;
+    const std::size_t optionalSize = directories + std::size_t{16} * 8;
     Put16(file, kHeaderAt + 6, 2);  // sections
     Put16(file, kHeaderAt + 20, static_cast<std::uint32_t>(optionalSize));
     Put16(file, optional, wide ? 0x20B : 0x10B);
     Put32(file, optional + directories - 4, 16);
-    Put32(file, optional + directories + 2 * 8, kSectionAddress + kResourceOffset);
-    Put32(file, optional + directories + 2 * 8 + 4, 0x200);
+    Put32(file, optional + directories + std::size_t{2} * 8, kSectionAddress + kResourceOffset);
+    Put32(file, optional + directories + std::size_t{2} * 8 + 4, 0x200);
     const std::size_t sections = optional + optionalSize;
     const auto section = [&](std::size_t number, std::uint32_t address, std::uint32_t offset,
                              std::uint32_t size) {

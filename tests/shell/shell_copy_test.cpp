@@ -54,6 +54,7 @@ TEST_F(ShellCopyTest, CopiesTreesWithAllThatBelongsToThem) {
     EXPECT_EQ(TreeOf(Left("Sub")), TreeOf(Right("new/one/Sub")));
     EXPECT_EQ(TreeOf(Left("Sub")).size() + 1, result.objectsDone);
     EXPECT_EQ(result.objectsDone, progress.totals.objects);
+    EXPECT_EQ(result.objectsDone, progress.last.objects);
     EXPECT_EQ(progress.totals.bytes, progress.last.bytes);
     for (const char* name : {"Sub/a.txt", "Sub/deep", "Sub/link"}) {
         const auto from = StatOf(Left(name)), to = StatOf(Right(std::string("new/one/") + name));
@@ -108,9 +109,11 @@ TEST_F(ShellCopyTest, MergesFoldersAndAsksBeforeItOverwrites) {
     request.target = drop / "right";
     request.noConfirmation = request.silent = true;
     questions.overwrites.clear();
+    const std::size_t shown = progress.last.objects;
     EXPECT_TRUE(Run(request).AllDone());
     EXPECT_TRUE(questions.overwrites.empty());
     EXPECT_EQ(1, progress.begun);
+    EXPECT_EQ(shown, progress.last.objects);
     EXPECT_EQ("new a", drop.Read("right/Sub/a"));
 
     questions.overwriteAnswers = {OverwriteAnswer::Cancel};
@@ -118,6 +121,45 @@ TEST_F(ShellCopyTest, MergesFoldersAndAsksBeforeItOverwrites) {
     EXPECT_EQ(NotReached, result.items.at(0).outcome);
     EXPECT_EQ(NotReached, result.items.at(1).outcome);
     EXPECT_TRUE(result.anyOperationsAborted);
+}
+
+TEST_F(ShellCopyTest, AllExtendedAttributesComeAlongOrTheCopyFails) {
+    drop.Write("left/file", "content");
+    // Their names alone take more than a kilobyte.
+    std::vector<std::string> names;
+    for (int i = 0; i < 30; ++i) names.push_back("user." + std::string(40, 'n') + std::to_string(i));
+    for (const std::string& name : names)
+        if (setxattr(Left("file").c_str(), name.c_str(), "v", 1, 0) != 0)
+            GTEST_SKIP() << "the file system has no attributes of users";
+    ASSERT_TRUE(Run(Copy, {Left("file")}, drop / "right").AllDone());
+    char value = 0;
+    for (const std::string& name : names)
+        EXPECT_EQ(1, getxattr(Right("file").c_str(), name.c_str(), &value, 1)) << name;
+    // A file system that cannot hold them gets the content alone; where it could, nothing is left out.
+    for (const int error : {EOPNOTSUPP, ENOSPC, EIO}) {
+        fs::remove(Right("file"));
+        calls.FailAll(Call::SetXattr, error);
+        EXPECT_EQ(error != EIO, Run(Copy, {Left("file")}, drop / "right").AllDone()) << error;
+        EXPECT_EQ(error != EIO, drop.Exists("right/file")) << error;
+    }
+}
+
+TEST_F(ShellCopyTest, SpecialFilesBelowAFolderFailOrArePassedOverAndNeverCount) {
+    drop.Write("left/Sub/a", "a");
+    ASSERT_EQ(0, mkfifo(Left("Sub/pipe").c_str(), 0600));
+    ShellRequest request;
+    request.sources = {Left("Sub")};
+    for (const bool passesOver : {false, true}) {
+        request.target = drop / (passesOver ? "right/over" : "right/failing");
+        request.passesOverSpecial = passesOver;
+        const ShellResult result = Run(request);
+        EXPECT_EQ(passesOver ? Done : Failed, result.items.at(0).outcome);
+        EXPECT_EQ(passesOver ? 0U : 1U, result.troubles.size());
+        EXPECT_EQ(passesOver ? 2U : 1U, result.objectsDone);  // a folder that is not whole does not count
+        EXPECT_EQ((Tree{{"a", "f:a"}}), TreeOf(request.target + "/Sub/"));
+    }
+    request.sources = {Left("Sub/pipe")};
+    EXPECT_EQ(Failed, Run(request).items.at(0).outcome);
 }
 
 // Copy and move alike: nothing on either side changes.

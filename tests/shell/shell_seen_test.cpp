@@ -192,6 +192,12 @@ TEST_F(ShellSeenTest, OneNameOfAFileMayGoAfterTheOther) {
         fs::remove_all(drop / "right");
         drop.MakeFolder("right");
     }
+    drop.Write("left/a", "twice");
+    fs::create_hard_link(Left("a"), Left("b"));
+    const ShellRequest request = Expecting(Delete, {"a", "b"});
+    SystemShellOperations shell = Service();
+    for (const std::size_t i : {0U, 1U})
+        EXPECT_TRUE(shell.DeleteOneFile({request.sources[i], {}, request.expected[i], request.roots}).IsOk());
 }
 
 TEST_F(ShellSeenTest, ARootThatWasExchangedEndsTheOperationAndIsNotMadeAnew) {
@@ -287,6 +293,12 @@ TEST_F(ShellSeenTest, BelowARootNoLinkIsFollowed) {
         EXPECT_EQ(kChangedSinceSeen, Run(request).items.at(0).error.Number());
     }
     EXPECT_EQ("old a", drop.Read("elsewhere/a"));
+    // Nor does a path lead out of it and in again.
+    for (const char* path : {"Sub/../Sub/a", "./Sub/a"}) {
+        request.sources = {Left(path)};
+        EXPECT_EQ(Failed, Run(request).items.at(0).outcome) << path;
+    }
+    EXPECT_EQ("a", drop.Read("left/Sub/a"));
 }
 
 TEST_F(ShellSeenTest, BelowARootNothingIsMergedIntoWhatALinkLeadsTo) {

@@ -65,7 +65,7 @@ class FoldingCalls : public ShellCalls {
         if (!*path || !Folds(folder) || fs::exists(fs::symlink_status(PathOf(folder) + path, error)))
             return path;
         for (const auto& entry : fs::directory_iterator(PathOf(folder), error)) {
-            const std::string name = entry.path().filename().string();
+            std::string name = entry.path().filename().string();
             if (strcasecmp(name.c_str(), path) == 0) return name;
         }
         return path;

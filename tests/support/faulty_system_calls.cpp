@@ -28,6 +28,12 @@ std::size_t FaultySystemCalls::Count(Call call) const {
     return found == counts_.end() ? 0 : found->second;
 }
 
+bool FaultySystemCalls::HasFailed(Call call) const {
+    return std::ranges::any_of(faults_, [&](const auto& fault) {
+        return fault.first <= sequence_.size() && sequence_[fault.first - 1].call == call;
+    });
+}
+
 int FaultySystemCalls::Next(Call call, const char* path) {
     const std::lock_guard lock(mutex_);
     sequence_.push_back({call, path != nullptr ? path : ""});

@@ -75,6 +75,8 @@ class FaultySystemCalls : public SystemCalls {
     std::size_t Count() const { return sequence_.size(); }
     std::size_t Count(Call call) const;
     const std::vector<Record>& Sequence() const { return sequence_; }
+    // A call of this kind was one of those that FailAt names by their number over all kinds.
+    bool HasFailed(Call call) const;
 
     // The most that one read or write gives; 0: no limit.
     std::size_t readLimit = 0;

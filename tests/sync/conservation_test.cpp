@@ -59,7 +59,8 @@ class Conservation : public ::testing::Test {
         const Snapshot before = world.Look();
         world.plan = {};
         const std::optional<SyncReport> report = world.AutoSync(Confirm::Yes);
-        const Snapshot after = world.Look();
+        Snapshot after = world.Look();
+        if (world.calls.HasFailed(Call::Unlink)) ForgetTemporaries(after);
         if (!report) {
             EXPECT_EQ(before.sides[Side::Left], after.sides[Side::Left]);
             EXPECT_EQ(before.sides[Side::Right], after.sides[Side::Right]);
@@ -72,13 +73,18 @@ class Conservation : public ::testing::Test {
         return report->IsWhole();
     }
 
-    // After a run that was whole there is nothing to do.
+    // After a run that was whole there is nothing to do. A link that was copied may lead to something else
+    // where it is now, and so be another kind of object.
     static void ExpectConverged(RandomWorld& world) {
         if (world.settings.SyncMethod() == static_cast<int>(SyncMethod::Custom)) return;
         world.Compare();
         const SyncPlan plan = MakeSyncPlan(world.tools.Get(), world.Order());
-        plan.ForEach(
-            [](const PlannedAction& action) { ADD_FAILURE() << action.source << " is still to be done"; });
+        plan.ForEach([&](const PlannedAction& action) {
+            const std::string below = Below(plan, action.side, action.source);
+            for (const Side side : kBothSides)
+                if (fs::is_symlink(world.Folder(side) + below)) return;
+            ADD_FAILURE() << action.source << " is still to be done";
+        });
     }
 
     // So that no change of the trees leaves the runs without work.

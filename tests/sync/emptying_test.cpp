@@ -155,9 +155,12 @@ TEST(SyncedPairs, KnowsTheLastNumbersOfAPairWhicheverSideWasLeft) {
         ASSERT_TRUE(pairs.Remember(ResultsOf("/x/", "/" + std::to_string(i) + "/"), {{i, i}}).IsOk());
     EXPECT_FALSE(pairs.Find(ResultsOf("/a/", "/b/")));
     EXPECT_EQ(0U, pairs.Find(ResultsOf("/x/", "/0/")).value()[Side::Left]);
-    const std::string content = tools.folder.Read("SyncPairs.Log");
-    EXPECT_EQ(static_cast<std::ptrdiff_t>(SyncedPairs::kMostPairs),
-              std::count(content.begin(), content.end(), '\n'));
+    for (const char* another : {"/one/", "/two/"}) {
+        const std::string content = tools.folder.Read("SyncPairs.Log");
+        EXPECT_EQ(static_cast<std::ptrdiff_t>(SyncedPairs::kMostPairs),
+                  std::count(content.begin(), content.end(), '\n'));
+        ASSERT_TRUE(pairs.Remember(ResultsOf("/x/", another), {{1, 1}}).IsOk());
+    }
 
     // One that cannot be read is not written over.
     std::filesystem::remove(tools.folder / "SyncPairs.Log");

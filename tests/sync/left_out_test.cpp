@@ -16,7 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
-using testing::ReadTree;
 using testing::SyncWorld;
 
 std::string LastRecord(const SyncWorld& world) {
@@ -53,7 +52,9 @@ TEST(LeftOut, WhatIsNotKnownOccupiesItsName) {
         folder.Write("right/" + name, "precious");
         folder.MakeFolder("left/sub");
         ASSERT_EQ(0, mkfifo((folder / ("left/" + name)).c_str(), 0600));
-        PlanOf(world, SyncMethod::MakeRightSameAsLeft);
+        const LeftOut leftOut = PlanOf(world, SyncMethod::MakeRightSameAsLeft).leftOut;
+        EXPECT_EQ(1U, leftOut.Count(Side::Left, LeftOutReason::Unknown));
+        EXPECT_EQ(0U, leftOut.Count(Side::Right, LeftOutReason::Unknown));
         ExpectLeftOut(world, "left/" + name, "could not be looked at, or are no file and no folder");
         EXPECT_EQ("precious", folder.Read("right/" + name));
     }
@@ -72,6 +73,18 @@ TEST(LeftOut, AnOrphanFolderNotReadWholeIsNotDeletedAndOnlyThenCalledSo) {
         ExpectLeftOut(world, "right/dark", "what is not known is not deleted");
     });
     EXPECT_TRUE(folder.Exists("right/dark/closed"));
+}
+
+TEST(LeftOut, AnOrphanFolderThatCannotBeReadAnyMoreLeavesThePlan) {
+    testing::FaultySystemCalls calls;
+    SyncWorld world(&calls);
+    world.tools.folder.Write("left/other", "other");
+    world.tools.folder.Write("right/gone/file", "x");
+    PlanOf(world, SyncMethod::MakeRightSameAsLeft);
+    calls.FailAll(testing::Call::GetDents, EIO);
+    const SyncPlan plan = MakeSyncPlan(world.tools.Get(), world.Order());
+    EXPECT_TRUE(plan.deletes[Side::Right].empty());
+    EXPECT_EQ(1U, plan.leftOut.Count(Side::Right, LeftOutReason::NotWhollyKnown));
 }
 
 // By what it is: no name tells that these are trash folders.
@@ -182,9 +195,10 @@ TEST(LeftOut, ADriveThatIsGoneEndsTheRunBeforeItBegins) {
     world.Compare();
     testing::FakeVolumes volumes;
     volumes.drives["/"].ready = false;
-    const Toolbox tools{
-        world.tools.files,    volumes,          world.tools.clock,    world.tools.locale, world.tools.folders,
-        world.tools.messages, world.tools.loop, world.tools.reporter, world.tools.log};
+    const Toolbox tools{{world.tools.files, volumes, world.tools.clock, world.tools.locale,
+                         world.tools.folders, world.tools.messages, world.tools.loop},
+                        world.tools.reporter,
+                        world.tools.log};
     EXPECT_FALSE(Synchronization(tools, world.wrappers, world.busy, {}).AutoSync(world.Order(), world));
     ASSERT_EQ(1U, world.tools.messages.shown.size());
     EXPECT_EQ("Synchronization: Problems accessing the target drive.", world.tools.messages.Line(0));

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
+#include "support/faulty_system_calls.h"
 #include "sync_support.h"
 
 namespace vantrel {
@@ -79,7 +82,8 @@ class SubFolderSynchronizationTest : public ::testing::Test {
         return types;
     }
 
-    SyncWorld world;
+    testing::FaultySystemCalls calls;
+    SyncWorld world{&calls};
     SubFolderWindow window{world};
     SubFolderOperations operations{world.tools.Get(), world.wrappers, window};
     SubFolderSynchronization sync{world.tools.Get(), operations, world.settings, window};
@@ -94,6 +98,13 @@ TEST_F(SubFolderSynchronizationTest, BringsFilesAndRowsIntoLineWithoutHistoryOrT
     EXPECT_EQ("333300", Types());
     EXPECT_EQ("sound refresh status ", window.events);
     EXPECT_FALSE(world.tools.folder.Exists("SyncHist.Log"));
+}
+
+TEST_F(SubFolderSynchronizationTest, TellsOfTimesThatCouldNotBeKept) {
+    calls.FailAll(testing::Call::Futimens, EPERM);
+    sync.AutoSynch(Confirm::Yes, SyncSound::Played);
+    ASSERT_EQ(1U, world.tools.messages.shown.size());
+    EXPECT_EQ("Synchronization: The time of 2 files could not be kept.", world.tools.messages.Line(0));
 }
 
 TEST_F(SubFolderSynchronizationTest, TakesSelectedRowsOnlyForOneRunAndNothingWhenDeclined) {

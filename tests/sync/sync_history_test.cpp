@@ -107,6 +107,10 @@ TEST_F(SyncHistoryTest, DamagedFilesAreReadWithBounds) {
     std::vector<SyncHistoryRecord> records;
     ASSERT_TRUE(SyncHistory(tools.Get()).Read(records).IsOk());
     EXPECT_EQ("", HistoryDateText(records.at(0), tools.locale));
+    // The last day of the year 9999, and what is no day of a calendar.
+    EXPECT_NE("", HistoryDateText({2'958'465, "", "", ""}, tools.locale));
+    for (const double date : {2'958'466.0, -657'435.0, 1e300, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_EQ("", HistoryDateText({date, "", "", ""}, tools.locale)) << date;
 }
 
 TEST(SyncHistory, CutsLongTextsAtACharacter) {

@@ -139,7 +139,7 @@ std::int32_t FileGridView::GoalOfKey(int key) const {
     const FoldedRows& folds = contents_.layout.Folds();
     const std::int32_t last = folds.Positions() - 2;
     const std::int32_t now = folds.PositionOf(contents_.currentRow);
-    std::int32_t goal = now;
+    std::int32_t goal = now + 1;
     int step = 1;
     switch (key) {
         case Qt::Key_Up:
@@ -147,7 +147,6 @@ std::int32_t FileGridView::GoalOfKey(int key) const {
             step = -1;
             break;
         case Qt::Key_Down:
-            goal = now + 1;
             break;
         case Qt::Key_PageUp:
             goal = contents_.layout

@@ -163,7 +163,7 @@ QStringList TextEditorCommand(const DesktopFolders& folders, const std::string& 
     for (const QString& folder : folders.applications)
         programs += ProgramsIn(folder + QStringLiteral("/mimeinfo.cache"), QStringLiteral("MIME Cache"));
     for (const QString& program : programs) {
-        const QStringList command = CommandOf(folders, program, path);
+        QStringList command = CommandOf(folders, program, path);
         if (!command.isEmpty()) return command;
     }
     return {};

@@ -11,7 +11,6 @@ namespace vantrel {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using vantrel::testing::ViewerTest;
 using vantrel::testing::WhenModal;
 

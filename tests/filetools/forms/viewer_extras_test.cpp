@@ -15,7 +15,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using vantrel::testing::ViewerTest;
 
 class ViewerExtrasTest : public ViewerTest {

@@ -59,13 +59,11 @@ TEST_F(ListingTest, EveryNameOnDiskComesOutAndLeadsBackToItsFile) {
                                     "line\nend",
                                     "\"quoted\"",
                                     "back\\slash",
-                                    ("a\xFF\xFE"
-                                     "b"),
+                                    std::string("a\xFF\xFE") + "b",
                                     "\xF4\x8F\xA1\x9C",
                                     std::string(255, 'x'),
                                     "\xD7\xA9\xD7\x9C",
-                                    "\xE2\x80\xAE"
-                                    "x"};
+                                    std::string("\xE2\x80\xAE") + "x"};
     for (int byte = 1; byte < 256; ++byte)
         if (byte != '/') onDisk.insert("byte" + std::string(1, static_cast<char>(byte)));
     for (const std::string& name : onDisk) folder.Write(name, name);
