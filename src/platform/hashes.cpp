@@ -19,9 +19,35 @@ EVP_MD* FetchedSha1() {
     return fetched.get();
 }
 
-void ThrowUnless(int done) {
-    if (done != 1) throw ErrorException(Error(ErrorNumber::Raised, "SHA-1 is not available"));
+EVP_MD* FetchedMd5() {
+    static const std::unique_ptr<EVP_MD, decltype(&EVP_MD_free)> fetched(
+        EVP_MD_fetch(nullptr, "MD5", nullptr), &EVP_MD_free);
+    return fetched.get();
 }
+
+void ThrowUnless(int done, const char* what = "SHA-1 is not available") {
+    if (done != 1) throw ErrorException(Error(ErrorNumber::Raised, what));
+}
+
+constexpr const char* kNoMd5 = "MD5 is not available";
+
+// Tables for eight bytes at a time: entry b of table n is the value of the byte b with n zeros behind it.
+using Crc16Tables = std::array<std::array<std::uint16_t, 256>, 8>;
+constexpr Crc16Tables MakeCrc16Tables() {
+    constexpr unsigned kPolynomial = 0xA001;
+    Crc16Tables tables{};
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        unsigned value = byte;
+        for (int bit = 0; bit < 8; ++bit) value = value >> 1 ^ (value & 1 ? kPolynomial : 0);
+        tables[0][byte] = static_cast<std::uint16_t>(value);
+    }
+    for (std::size_t n = 1; n < tables.size(); ++n)
+        for (std::size_t byte = 0; byte < 256; ++byte)
+            tables[n][byte] =
+                static_cast<std::uint16_t>(tables[n - 1][byte] >> 8 ^ tables[0][tables[n - 1][byte] & 0xFF]);
+    return tables;
+}
+constexpr Crc16Tables kCrc16 = MakeCrc16Tables();
 
 std::string HexOf(const unsigned char* bytes, std::size_t count) {
     static constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -38,6 +64,47 @@ std::string HexOf(const unsigned char* bytes, std::size_t count) {
 
 void Crc32::Add(const void* bytes, std::size_t size) {
     value_ = crc32_gzip_refl(value_, static_cast<const unsigned char*>(bytes), size);
+}
+
+void Crc16::Add(const void* bytes, std::size_t size) {
+    const auto* at = static_cast<const unsigned char*>(bytes);
+    unsigned value = value_;
+    for (; size >= 8; size -= 8, at += 8) {
+        value = kCrc16[7][(value ^ at[0]) & 0xFF] ^ kCrc16[6][(value >> 8) ^ at[1]] ^ kCrc16[5][at[2]] ^
+                kCrc16[4][at[3]] ^ kCrc16[3][at[4]] ^ kCrc16[2][at[5]] ^ kCrc16[1][at[6]] ^ kCrc16[0][at[7]];
+    }
+    for (; size > 0; --size, ++at) value = value >> 8 ^ kCrc16[0][(value ^ *at) & 0xFF];
+    value_ = static_cast<std::uint16_t>(value);
+}
+
+Md5::Md5() : context_(nullptr) {
+    ThrowUnless(FetchedMd5() != nullptr ? 1 : 0, kNoMd5);
+    context_ = EVP_MD_CTX_new();
+    if (context_ == nullptr) throw std::bad_alloc();
+    if (EVP_DigestInit_ex2(context_, FetchedMd5(), nullptr) == 1) return;
+    EVP_MD_CTX_free(context_);
+    ThrowUnless(0, kNoMd5);
+}
+
+Md5::Md5(const Md5& other) : context_(EVP_MD_CTX_new()) {
+    if (context_ == nullptr) throw std::bad_alloc();
+    if (EVP_MD_CTX_copy_ex(context_, other.context_) == 1) return;
+    EVP_MD_CTX_free(context_);
+    ThrowUnless(0, kNoMd5);
+}
+
+Md5::~Md5() {
+    EVP_MD_CTX_free(context_);
+}
+
+void Md5::Add(const void* bytes, std::size_t size) {
+    ThrowUnless(EVP_DigestUpdate(context_, bytes, size), kNoMd5);
+}
+
+Md5::Digest Md5::Finish() {
+    Digest digest{};
+    ThrowUnless(EVP_DigestFinal_ex(context_, digest.data(), nullptr), kNoMd5);
+    return digest;
 }
 
 Sha1::Sha1() : context_(nullptr) {
@@ -91,6 +158,10 @@ std::string HexText(std::uint32_t value) {
                                 static_cast<unsigned char>(value >> 16),
                                 static_cast<unsigned char>(value >> 8), static_cast<unsigned char>(value)};
     return HexOf(bytes, sizeof bytes);
+}
+
+std::string HexText(const Md5::Digest& digest) {
+    return HexOf(digest.data(), digest.size());
 }
 
 std::string HexText(const Sha1::Digest& digest) {

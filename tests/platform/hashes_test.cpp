@@ -26,6 +26,40 @@ TEST(HashesTest, Sha1PublishedValues) {
     EXPECT_EQ(HexText(Sha1Of(std::string(1'000'000, 'a'))), "34AA973CD4C4DAA4F61EEB2BDBAD27316534016F");
 }
 
+TEST(HashesTest, Crc16AndMd5PublishedValues) {
+    const auto crc16 = [](std::string_view text) {
+        Crc16 crc;
+        crc.Add(text.data(), text.size());
+        return crc.Value();
+    };
+    EXPECT_EQ(0U, crc16(""));
+    EXPECT_EQ(0xBB3DU, crc16("123456789"));
+    const auto md5 = [](std::string_view text) {
+        Md5 whole;
+        whole.Add(text.data(), text.size());
+        return HexText(whole.Finish());
+    };
+    EXPECT_EQ("D41D8CD98F00B204E9800998ECF8427E", md5(""));
+    EXPECT_EQ("900150983CD24FB0D6963F7D28E17F72", md5("abc"));
+    // A copy goes its own way; pieces of any length give what the whole gives.
+    std::string bytes(1'000, '\0');
+    std::mt19937 random(6);
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    for (std::size_t cut = 0; cut < 40; ++cut) {
+        Crc16 crc;
+        crc.Add(bytes.data(), cut);
+        crc.Add(bytes.data() + cut, bytes.size() - cut);
+        ASSERT_EQ(crc16(bytes), crc.Value());
+        Md5 first;
+        first.Add(bytes.data(), cut);
+        Md5 second(first);
+        first.Add("x", 1);
+        second.Add(bytes.data() + cut, bytes.size() - cut);
+        ASSERT_EQ(md5(bytes), HexText(second.Finish()));
+        ASSERT_EQ(md5(bytes.substr(0, cut) + "x"), HexText(first.Finish()));
+    }
+}
+
 TEST(HashesTest, PiecesGiveWhatTheWholeGives) {
     std::mt19937 random(6);
     std::string bytes(10'000, '\0');

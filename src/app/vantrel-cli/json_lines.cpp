@@ -1,9 +1,7 @@
 #include "json_lines.h"
 
-#include <algorithm>
-#include <cstdio>
-
 #include "compare_output.h"
+#include "platform/names/json_text.h"
 
 namespace vantrel::cli {
 
@@ -45,30 +43,10 @@ void WriteHalf(const ShownHalf& half, Output& out) {
     out << '}';
 }
 
-bool NeedsEscape(char letter) {
-    return letter == '"' || letter == '\\' || static_cast<unsigned char>(letter) < 0x20;
-}
-
 }  // namespace
 
 void WriteJsonString(std::string_view text, Output& out) {
-    out << '"';
-    while (!text.empty()) {
-        const auto plain =
-            static_cast<std::size_t>(std::find_if(text.begin(), text.end(), NeedsEscape) - text.begin());
-        out << text.substr(0, plain);
-        text.remove_prefix(plain);
-        if (text.empty()) break;
-        if (text[0] == '"' || text[0] == '\\') {
-            out << '\\' << text[0];
-        } else {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(text[0]));
-            out << escape;
-        }
-        text.remove_prefix(1);
-    }
-    out << '"';
+    vantrel::WriteJsonString(text, [&](std::string_view part) { out << part; });
 }
 
 void WriteJsonLines(const CompareReport& report, Output& out) {
