@@ -287,6 +287,8 @@ constexpr auto kTable = std::to_array<OptionLine>({
                ShownBy::CheckMark,
                {}},
     Flag(kExtrasSection, "InlineDifferences", "True", &O::inlineDifferences),
+    Flag(kExtrasSection, "CheckBeforeRemoval", "True", &O::checkBeforeRemoval),
+    Text(kExtrasSection, "ProtectedDupeFolders", "", &O::protectedDupeFolders),
 });
 
 }  // namespace

@@ -111,6 +111,8 @@ struct Options : SoundOptions {
     bool goOnAfterFailure{};  // of an object, with the phases of a synchronisation that follow
     std::int32_t jobs{};      // files and folders looked at at the same time; 0: one for each processor
     bool inlineDifferences{};
+    bool checkBeforeRemoval{};  // of a duplicate: compared with one that stays, whatever made the group
+    std::string protectedDupeFolders;  // whose duplicates no rule marks; joined with "?"
 };
 
 }  // namespace vantrel
