@@ -48,6 +48,7 @@ class BadArgumentsTest : public ::testing::Test {
     std::vector<std::string> GoodArguments(const std::string& command) const {
         if (command == "history") return {command, "--program-folder", folder / "program"};
         if (command == "files") return {command, folder / "left/file", folder / "left/file"};
+        if (command == "dupes") return {command, folder / "left", folder / "right"};
         if (command == "hexdump") return {command, folder / "left/file"};
         if (command == "diff") return {command, folder / "left/file", folder / "left/file"};
         std::vector<std::string> arguments{command};
@@ -76,7 +77,7 @@ class BadArgumentsTest : public ::testing::Test {
 };
 
 TEST_F(BadArgumentsTest, EveryOptionTakesAValueOrNone) {
-    for (const std::string command : {"compare", "sync", "history", "files", "hexdump", "diff"}) {
+    for (const std::string command : {"compare", "sync", "history", "files", "dupes", "hexdump", "diff"}) {
         const auto options = OptionsInHelp(command);
         EXPECT_GE(options.size(), 2U) << command;
         for (const ShownOption& option : options) {
@@ -104,6 +105,17 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
         {"--sub-folders", {"true", ""}, "yes|no"},
         {"--ignore-two-seconds", {"1", "Yes"}, "yes|no"},
         {"--ignore-daylight", {"maybe"}, "yes|no"},
+        {"--names", {"1", ""}, "yes|no"},
+        {"--sizes", {"1", ""}, "yes|no"},
+        {"--create-times", {"1", ""}, "yes|no"},
+        {"--modified-times", {"1", ""}, "yes|no"},
+        {"--attributes", {"1", ""}, "yes|no"},
+        {"--contents", {"1", ""}, "yes|no"},
+        {"--zero-byte", {"1", ""}, "yes|no"},
+        {"--hidden", {"1", ""}, "yes|no"},
+        {"--system", {"1", ""}, "yes|no"},
+        {"--system-folders", {"1", ""}, "yes|no"},
+        {"--hash", {"sha", "MD5", ""}, "crc16|crc32|md5"},
         {"--true-sizes", {"True", ""}, "yes|no"},
         {"--chunk-size", {"0", "-1", "12x", " 1", "", "99999999999"}, "N"},
         {"--only", {"", "size,", "crc32", "size contents"}, "LIST"},
@@ -121,7 +133,7 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
     // Any text is a list of patterns; a method's name is looked up when the settings file has been read.
     std::set<std::string> known{"--include", "--exclude", "--sync-method"};
     for (const auto& each : cases) known.insert(each.option);
-    for (const std::string command : {"compare", "sync", "history", "files", "hexdump", "diff"}) {
+    for (const std::string command : {"compare", "sync", "history", "files", "dupes", "hexdump", "diff"}) {
         std::set<std::string> has;
         for (const ShownOption& option : OptionsInHelp(command)) {
             if (!option.takesValue) continue;

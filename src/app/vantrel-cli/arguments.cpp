@@ -76,8 +76,9 @@ ParsedArguments ParseArguments(const CommandSpec& command, const std::vector<std
             parsed.error = TakeOption(command, arguments, index);
         }
     }
-    if (parsed.error.empty() && parsed.operands.size() != operandsWanted)
-        parsed.error = parsed.operands.size() < operandsWanted
+    const std::size_t least = operandsWanted == kOneOrMore ? 1 : operandsWanted;
+    if (parsed.error.empty() && (parsed.operands.size() < least || parsed.operands.size() > operandsWanted))
+        parsed.error = parsed.operands.size() < least
                            ? "too few operands: " + std::string(command.operands) + " are needed"
                            : "too many operands: " + Quoted(parsed.operands[operandsWanted]);
     return parsed;

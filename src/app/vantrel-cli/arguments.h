@@ -33,6 +33,9 @@ struct ParsedArguments {
     std::string error;  // not empty: what is wrong, in one line
 };
 
+// In place of a number of operands: at least one.
+inline constexpr std::size_t kOneOrMore = static_cast<std::size_t>(-1);
+
 // Takes the arguments behind the sub-command's name. "--" ends the options.
 ParsedArguments ParseArguments(const CommandSpec& command, const std::vector<std::string_view>& arguments,
                                std::size_t operandsWanted);

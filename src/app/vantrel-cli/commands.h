@@ -11,6 +11,7 @@ int RunSync(const std::vector<std::string_view>& arguments);
 int RunHistory(const std::vector<std::string_view>& arguments);
 int RunFiles(const std::vector<std::string_view>& arguments);
 int RunHexdump(const std::vector<std::string_view>& arguments);
+int RunDupes(const std::vector<std::string_view>& arguments);
 int RunDiff(const std::vector<std::string_view>& arguments);
 
 }  // namespace vantrel::cli

@@ -143,10 +143,7 @@ std::vector<OptionSpec> ComparisonOptions(CompareRequest& request) {
         {"--true-sizes", "yes|no",
          "use true sizes for files of 2 GiB and more; otherwise\nsuch sizes cannot be trusted (default no)",
          YesNo(request.trueSizes)},
-        {"--jobs", "N",
-         "files and folders looked at at the same time\n(default: one for each processor; 1: one after "
-         "the\nother)",
-         [&](std::string_view text) { return TakeCount(text, request.jobs); }},
+        JobsOption(request.jobs),
     };
 }
 
@@ -164,6 +161,13 @@ std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request) {
 OptionSpec FormatOption(OutputFormat& format) {
     return {"--format", "text|json", "aligned columns (default), or one JSON object a line",
             [&format](std::string_view text) { return TakeWord(text, kFormats, format); }};
+}
+
+OptionSpec JobsOption(std::optional<std::int32_t>& jobs) {
+    return {"--jobs", "N",
+            "files and folders looked at at the same time\n(default: one for each processor; 1: one after "
+            "the\nother)",
+            [&jobs](std::string_view text) { return TakeCount(text, jobs); }};
 }
 
 OptionSpec ViewOption(std::optional<std::int32_t>& view) {

@@ -40,6 +40,8 @@ std::vector<OptionSpec> ComparisonOptions(CompareRequest& request);
 std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request);
 // "--format", which other commands have as well.
 OptionSpec FormatOption(OutputFormat& format);
+// "--jobs", likewise.
+OptionSpec JobsOption(std::optional<std::int32_t>& jobs);
 // "--view", of which pairs are printed.
 OptionSpec ViewOption(std::optional<std::int32_t>& view);
 

@@ -27,6 +27,7 @@ constexpr std::array kSubCommands = {
     SubCommand{"diff", "compare two text files line by line", RunDiff},
     SubCommand{"history", "tell which synchronizations there were", RunHistory},
     SubCommand{"files", "compare two files by all there is to compare", RunFiles},
+    SubCommand{"dupes", "find files that there are twice", RunDupes},
     SubCommand{"hexdump", "print the bytes of a file", RunHexdump},
 };
 
