@@ -126,7 +126,7 @@ DupesFolder::Restored DupesFolder::Restore(const std::vector<StoredDupe>& files,
         }
         ++result.done;
         done.insert(file.stored);
-        RemoveEmptyFolders(file.stored);
+        RemoveEmptyFolders(file.stored, shell);
     }
     progress.SetBar(0, 0);
     if (done.empty()) return result;
@@ -161,10 +161,17 @@ Error DupesFolder::RestoreOne(const StoredDupe& file, ShellOperations& shell) co
     return error.IsOk() ? Error(ErrorNumber::PathFileAccess, "The file was not moved") : error;
 }
 
-void DupesFolder::RemoveEmptyFolders(const std::string& stored) const {
-    std::string folder = GetParentFolderName(stored);
-    while (folder.size() > folder_.size() && tools_.files.RemoveEmptyFolder(folder).IsOk())
-        folder = GetParentFolderName(folder);
+void DupesFolder::RemoveEmptyFolders(const std::string& stored, ShellOperations& shell) const {
+    ShellRequest request;
+    request.operation = ShellOperation::Delete;
+    request.silent = request.noErrorUi = request.noConfirmation = true;
+    // A folder that holds anything stays: none of it was looked at.
+    request.expected = {{{}, {}, std::make_shared<SeenBelow>()}};
+    for (std::string folder = GetParentFolderName(stored); folder.size() > folder_.size();
+         folder = GetParentFolderName(folder)) {
+        request.sources = {folder};
+        if (!shell.Run(request).AllDone()) return;
+    }
 }
 
 }  // namespace vantrel

@@ -54,7 +54,7 @@ class DupesFolder {
 
   private:
     Error RestoreOne(const StoredDupe& file, ShellOperations& shell) const;
-    void RemoveEmptyFolders(const std::string& stored) const;
+    void RemoveEmptyFolders(const std::string& stored, ShellOperations& shell) const;
 
     const Toolbox& tools_;
     std::string folder_;  // without "/" at its end
