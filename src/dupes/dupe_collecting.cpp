@@ -164,7 +164,7 @@ class Collector {
         if (told_ != folder.root) TellRoot(folder.root);
         if (listed.error.IsOk() && IsAnother(folder, listed)) listed.error = ChangedSinceSeen(folder.path);
         if (!listed.error.IsOk()) {
-            found_.unlisted.push_back({folder.path, listed.error});
+            found_.unsearched.push_back({folder.path, listed.error});
             return;
         }
         if (pseudo_.contains(listed.id.device)) return;

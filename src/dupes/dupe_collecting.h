@@ -16,14 +16,14 @@ namespace vantrel {
 using DupeCheck = std::function<void()>;
 
 // A folder that could not be listed to its end: nothing of it was taken.
-struct UnlistedFolder {
+struct UnsearchedFolder {
     std::string path;
     Error error;
 };
 
 struct DupeCollection {
     FoundFiles files;  // every object once
-    std::vector<UnlistedFolder> unlisted;
+    std::vector<UnsearchedFolder> unsearched;
 };
 
 // Lists the folders of the order, all of them side by side, each folder once for each way to it. Links are

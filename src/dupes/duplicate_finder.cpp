@@ -53,7 +53,7 @@ void DuplicateFinder::Clear() {
     tools_.loop.Yield();
     results_ = DupeResults();
     foundFileCount_ = 0;
-    unlisted_.clear();
+    unsearched_.clear();
     progress_.SetFigures({});
     progress_.SetStatus("");
 }
@@ -67,7 +67,7 @@ void DuplicateFinder::CheckCancel() {
 bool DuplicateFinder::Search(const DupeSearchOrder& order, Workers& workers, const ContentHashMaker& hash) {
     progress_.SetSearching(true);
     DupeCollection found = CollectDupeFiles(tools_, workers, order, progress_, [this] { CheckCancel(); });
-    unlisted_ = std::move(found.unlisted);
+    unsearched_ = std::move(found.unsearched);
     foundFileCount_ = found.files.Count();
     progress_.SetSearching(false);
     CheckCancel();
@@ -87,12 +87,12 @@ void DuplicateFinder::ShowDupes(FoundFiles files, const DupeSearchOrder& order, 
     check();
     std::vector<DupeRun> runs = OrderByCriteria(files, order.criteria, check);
     if (order.criteria.contents) {
-        progress_.SetStatus(found + " Searching for duplicates.  Press ESC to cancel the search...");
-        check();
-        cache_.UseMethod(order.hashMethod);
         const bool rotates = std::any_of(
             order.folders.begin(), order.folders.end(),
             [this](const std::string& folder) { return tools_.volumes.IsOnRotatingDisk(folder); });
+        progress_.SetStatus(found + " Searching for duplicates.  Press ESC to cancel the search...");
+        check();
+        cache_.UseMethod(order.hashMethod);
         ContentPass({tools_.clock, tools_.files, workers, cache_, progress_, check, rotates})
             .Look(files, runs, hash);
         runs = DivideByContents(files, runs, check);

@@ -35,7 +35,7 @@ class DuplicateFinder {
     const DupeResults& Results() const { return results_; }
     std::size_t FoundFileCount() const { return foundFileCount_; }
     // Folders of the last search that were not searched.
-    const std::vector<UnlistedFolder>& Unlisted() const { return unlisted_; }
+    const std::vector<UnsearchedFolder>& Unsearched() const { return unsearched_; }
     // Threads of the last search that hang in the system and were left behind (Workers::End).
     std::size_t LeftBehind() const { return leftBehind_; }
     // Forgets the last search; what is known of contents stays.
@@ -52,7 +52,7 @@ class DuplicateFinder {
     HashCache cache_;
     DupeResults results_;
     std::size_t foundFileCount_ = 0;
-    std::vector<UnlistedFolder> unlisted_;
+    std::vector<UnsearchedFolder> unsearched_;
     std::size_t leftBehind_ = 0;
 };
 

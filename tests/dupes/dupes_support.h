@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <random>
 #include <set>
 #include <string>
@@ -19,7 +20,10 @@ namespace vantrel::testing {
 
 class RecordingDupeProgress : public DupeProgress {
   public:
-    void SetStatus(std::string_view text) override { statuses.emplace_back(text); }
+    void SetStatus(std::string_view text) override {
+        statuses.emplace_back(text);
+        if (onStatus) onStatus(text);
+    }
     void SetFigures(const DupeFigures& now) override { figures = now; }
     void SetBar(std::int64_t value, std::int64_t maximum) override {
         bar = {value, maximum};
@@ -28,6 +32,7 @@ class RecordingDupeProgress : public DupeProgress {
     void SetSearching(bool on) override { searching = on; }
 
     std::vector<std::string> statuses;
+    std::function<void(std::string_view)> onStatus;
     DupeFigures figures;
     std::pair<std::int64_t, std::int64_t> bar;
     std::int64_t most = 0;

@@ -123,10 +123,10 @@ void WriteText(const DupeResults& results, Output& out) {
 }
 
 int TellOutcome(const DuplicateFinder& finder, DupeOutcome outcome, ConsoleMessages& messages) {
-    for (const UnlistedFolder& folder : finder.Unlisted())
+    for (const UnsearchedFolder& folder : finder.Unsearched())
         messages.Say(DisplayName(folder.path) + ": " + folder.error.Description());
     if (outcome == DupeOutcome::Cancelled) messages.Say("cancelled");
-    if (outcome != DupeOutcome::Completed || !finder.Unlisted().empty()) return kTrouble;
+    if (outcome != DupeOutcome::Completed || !finder.Unsearched().empty()) return kTrouble;
     return finder.Results().GroupCount() > 0 ? kDifferences : kNoDifferences;
 }
 
