@@ -10,8 +10,8 @@ namespace {
 // What one job looks at: so many files, or so many bytes, and at least one set.
 constexpr std::size_t kFilesOfJob = 128;
 constexpr std::uint64_t kBytesOfJob = std::uint64_t{8} << 20;
-// Descriptors of all jobs together.
-constexpr std::size_t kOpen = 512;
+// A job may hold three times its share of these: a process has 1,024 descriptors.
+constexpr std::size_t kOpen = 256;
 // Before this time no speed is told, in milliseconds.
 constexpr std::uint32_t kLeastForSpeed = 1'000;
 
@@ -40,7 +40,7 @@ void ContentPass::FindSets(const FoundFiles& files, const std::vector<DupeRun>& 
 void ContentPass::Look(FoundFiles& files, const std::vector<DupeRun>& runs, const ContentHashMaker& hash) {
     terms_.hash = hash;
     terms_.openAtOnce =
-        std::clamp<std::size_t>(kOpen / std::max<std::size_t>(parts_.workers.Count(), 1), 8, 128);
+        std::clamp<std::size_t>(kOpen / std::max<std::size_t>(parts_.workers.Count(), 1), 4, 64);
     if (parts_.rotates) terms_.turn = std::make_shared<std::mutex>();
     maximum_ = static_cast<std::int64_t>(files.Count());
     started_ = parts_.clock.GetTickCount();

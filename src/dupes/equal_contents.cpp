@@ -108,6 +108,7 @@ class SetReader {
     }
 
     void ReadLarge(const Members& all) {
+        kept_.resize(set_.size());
         std::vector<Members> alike = DivideByEnds(all);
         for (Members& members : alike) {
             if (stop_.IsRequested()) return;
@@ -128,7 +129,10 @@ class SetReader {
             ends.resize(kEndBlock * 2);
             const bool read = file.IsOpen() && ReadBlock(file, 0, ends.data(), kEndBlock) &&
                               ReadBlock(file, size_ - kEndBlock, ends.data() + kEndBlock, kEndBlock);
-            announced_.GiveBack(std::move(file));
+            if (read && all.size() <= terms_.openAtOnce)
+                kept_[i] = std::move(file);
+            else
+                announced_.GiveBack(std::move(file));
             if (!read) {
                 Count(size_);
                 continue;
@@ -230,7 +234,7 @@ class SetReader {
         }
         std::vector<Open> open;
         for (const std::uint32_t i : members) {
-            open.push_back({i, announced_.OpenAgain(i)});
+            open.push_back({i, kept_[i].IsOpen() ? std::move(kept_[i]) : announced_.OpenAgain(i)});
             if (open.back().file.IsOpen()) continue;
             open.pop_back();
             Count(size_);
@@ -341,6 +345,7 @@ class SetReader {
     const ContentTerms& terms_;
     const StopFlag& stop_;
     std::uint64_t size_ = 0;
+    std::vector<ReadFile> kept_;  // open from the look at their ends, as long as these are few
     ContentClasses found_;
 };
 

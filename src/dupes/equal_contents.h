@@ -34,7 +34,7 @@ struct ContentClasses {
 // How files are read. Shared by the jobs of one search.
 struct ContentTerms {
     ContentHashMaker hash;
-    // Files that a job may hold open.
+    // Files that a job may hold open, and as many that it announces, and that it is about to close.
     std::size_t openAtOnce = 64;
     // Bytes of distinct small files that a job holds in memory.
     std::size_t heldAtOnce = std::size_t{32} << 20;

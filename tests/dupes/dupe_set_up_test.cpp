@@ -1,0 +1,72 @@
+#include "dupes/dupe_set_up.h"
+
+#include <gtest/gtest.h>
+
+#include "support/scripted_ports.h"
+
+namespace vantrel {
+namespace {
+
+class DupeSetUpTest : public ::testing::Test {
+  protected:
+    Options options;
+    clsDupeSettings settings{options};
+    testing::ScriptedMessages messages;
+};
+
+TEST_F(DupeSetUpTest, TellsTheImportantThingsOnce) {
+    TellImportantInformation(messages, settings);
+    TellImportantInformation(messages, settings);
+    ASSERT_EQ(1U, messages.shown.size());
+    EXPECT_TRUE(messages.Line(0).starts_with("IMPORTANT INFORMATION: PLEASE READ\r\n\r\nDo not run any"));
+}
+
+TEST_F(DupeSetUpTest, UncheckingWhatProtectsIsAskedAboutAndCheckingIsNot) {
+    for (const IgnoreOption option : {IgnoreOption::SystemFiles, IgnoreOption::HiddenFiles,
+                                      IgnoreOption::FilesInWindowsDir, IgnoreOption::ZeroByteFiles}) {
+        const bool asks = option != IgnoreOption::ZeroByteFiles;
+        ASSERT_TRUE(IsIgnored(settings, option));
+        FlipIgnoreOption(messages, settings, option);
+        EXPECT_EQ(asks, IsIgnored(settings, option));  // No is the default
+        if (asks) {
+            EXPECT_TRUE(
+                messages.Line(0).ends_with("\r\nYou are strongly discouraged from unchecking this option.\r\n"
+                                           "Do you still want to uncheck this option?"));
+            messages.answers = {MessageAnswer::Yes};
+            FlipIgnoreOption(messages, settings, option);
+            EXPECT_FALSE(IsIgnored(settings, option));
+        }
+        EXPECT_EQ(asks ? 2U : 0U, messages.shown.size());
+        FlipIgnoreOption(messages, settings, option);
+        EXPECT_TRUE(IsIgnored(settings, option));
+        EXPECT_EQ(asks ? 2U : 0U, messages.shown.size());
+        messages.shown.clear();
+    }
+}
+
+TEST_F(DupeSetUpTest, TheListHoldsAFolderOnce) {
+    EXPECT_TRUE(AddSearchFolder(messages, settings, "/a/what?/"));
+    EXPECT_TRUE(AddSearchFolder(messages, settings, "/b"));
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_FALSE(AddSearchFolder(messages, settings, "/a/./what?"));
+    EXPECT_EQ("Find Duplicates: The specified folder is already in the list.", messages.Line(0));
+    messages.texts = {std::nullopt, "/b/", "/a/what?", "/c"};
+    for (const bool changed : {false, false, false, true})
+        EXPECT_EQ(changed, EditSearchFolder(messages, settings, 1));
+    EXPECT_EQ((std::vector<std::string>{"/a/what?", "/c"}), settings.FolderPaths());
+}
+
+TEST_F(DupeSetUpTest, MovingElsewhereNeedsAFolder) {
+    EXPECT_EQ(RemovalMethod::MoveToDupesFolder, settings.RemoveMethod());
+    EXPECT_TRUE(ChooseRemoveMethod(messages, settings, RemovalMethod::Delete));
+    messages.texts = {std::nullopt, "/there"};
+    EXPECT_FALSE(ChooseRemoveMethod(messages, settings, RemovalMethod::MoveToOtherFolder));
+    EXPECT_EQ("Change Remove Method: No folder was selected.  Remove method not changed.", messages.Line(0));
+    EXPECT_EQ(RemovalMethod::Delete, settings.RemoveMethod());
+    EXPECT_TRUE(ChooseRemoveMethod(messages, settings, RemovalMethod::MoveToOtherFolder));
+    EXPECT_EQ("/there", settings.UserDefinedMoveFolderPath());
+    EXPECT_EQ(RemovalMethod::MoveToOtherFolder, settings.RemoveMethod());
+}
+
+}  // namespace
+}  // namespace vantrel
