@@ -62,7 +62,8 @@ class SetReader {
         for (const std::uint32_t i : all) {
             if (stop_.IsRequested()) return;
             // The place behind the last one held takes what is read.
-            if (held.size() < (used + 1) * size) held.resize(std::max(held.size() * 2, (used + 1) * size));
+            const std::size_t needed = std::max<std::size_t>((used + 1) * size, 1);
+            if (held.size() < needed) held.resize(std::max(held.size() * 2, needed));
             char* const bytes = held.data() + used * size;
             if (!ReadWhole(i, bytes)) continue;
             const std::uint32_t print = Crc32Of({bytes, size});

@@ -1,4 +1,4 @@
-#include <gmock/gmock.h>
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,7 +11,6 @@
 namespace vantrel {
 namespace {
 
-using ::testing::HasSubstr;
 using testing::Objects;
 using testing::ProgramRun;
 using testing::RunProgram;
@@ -35,14 +34,15 @@ TEST(ConsoleDupes, TellsGroupsAsTextAndJson) {
     EXPECT_EQ(1, json.status);
     const auto objects = Objects(json.out);
     ASSERT_EQ(1U, objects.size());
-    EXPECT_EQ("5", objects[0]["label"].toString().toStdString());
-    EXPECT_EQ(5, objects[0]["size"].toInt());
-    const QJsonArray files = objects[0]["files"].toArray();
+    EXPECT_EQ("5", objects[0][QLatin1String("label")].toString().toStdString());
+    EXPECT_EQ(5, objects[0][QLatin1String("size")].toInt());
+    const QJsonArray files = objects[0][QLatin1String("files")].toArray();
     ASSERT_EQ(3, files.size());
-    EXPECT_EQ("2020-09-13T12:26:40.0000000Z", files[0].toObject()["modified"].toString().toStdString());
+    EXPECT_EQ("2020-09-13T12:26:40.0000000Z",
+              files[0].toObject()[QLatin1String("modified")].toString().toStdString());
     EXPECT_EQ(folder / "b/zz \"link\"",
-              files[1].toObject()["otherNames"].toArray()[0].toString().toStdString());
-    EXPECT_EQ(folder / "b/other.txt", files[2].toObject()["path"].toString().toStdString());
+              files[1].toObject()[QLatin1String("otherNames")].toArray()[0].toString().toStdString());
+    EXPECT_EQ(folder / "b/other.txt", files[2].toObject()[QLatin1String("path")].toString().toStdString());
 }
 
 TEST(ConsoleDupes, StatusTellsDuplicatesNoneAndTrouble) {

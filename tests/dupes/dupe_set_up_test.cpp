@@ -61,7 +61,8 @@ TEST_F(DupeSetUpTest, MovingElsewhereNeedsAFolder) {
     EXPECT_TRUE(ChooseRemoveMethod(messages, settings, RemovalMethod::Delete));
     messages.texts = {std::nullopt, "/there"};
     EXPECT_FALSE(ChooseRemoveMethod(messages, settings, RemovalMethod::MoveToOtherFolder));
-    EXPECT_EQ("Change Remove Method: No folder was selected.  Remove method not changed.", messages.Line(0));
+    EXPECT_EQ("Change Remove Method: No folder was selected.  Remove method not changed.",
+              messages.Line(messages.shown.size() - 1));
     EXPECT_EQ(RemovalMethod::Delete, settings.RemoveMethod());
     EXPECT_TRUE(ChooseRemoveMethod(messages, settings, RemovalMethod::MoveToOtherFolder));
     EXPECT_EQ("/there", settings.UserDefinedMoveFolderPath());
