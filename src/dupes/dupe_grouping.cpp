@@ -36,10 +36,12 @@ class Keys {
             if (i % kStepsBetweenChecks == 0) check_();
         }
         names_.push_back(text_.size());
+        FindCommon();
     }
 
+    // Names often begin alike: the number is taken from behind what all have in common.
     std::uint64_t HeadOf(std::uint32_t file) const {
-        return criteria_.names ? vantrel::HeadOf(NameOf(file))
+        return criteria_.names ? vantrel::HeadOf(NameOf(file).substr(common_))
                                : static_cast<std::uint64_t>(files_[file].size + 1);
     }
     // Below, equal or above 0.
@@ -55,6 +57,16 @@ class Keys {
     }
 
   private:
+    void FindCommon() {
+        if (files_.Count() == 0) return;
+        const std::string_view first = NameOf(0);
+        common_ = first.size();
+        for (std::uint32_t i = 1; i < files_.Count() && common_ > 0; ++i) {
+            const std::string_view name = NameOf(i);
+            common_ = std::min(common_, name.size());
+            while (common_ > 0 && first.substr(0, common_) != name.substr(0, common_)) --common_;
+        }
+    }
     std::string_view NameOf(std::uint32_t file) const {
         return std::string_view(text_).substr(names_[file], names_[file + 1] - names_[file]);
     }
@@ -71,8 +83,9 @@ class Keys {
     const FoundFiles& files_;
     const DupeCriteria& criteria_;
     const DupeCheck& check_;
-    std::string text_;
+    std::string text_;  // all names, folded
     std::vector<std::size_t> names_;
+    std::size_t common_ = 0;  // bytes
 };
 
 // The runs of two and more neighbours for which `equal(i - 1, i)`, from `first` to before `end`.
