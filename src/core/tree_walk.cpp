@@ -40,12 +40,23 @@ TreeWalk::Outcome TreeWalk::Walk(const PerSide<std::string_view>& names, CSubFol
     const bool onBothSides = !names[Side::Left].empty() && !names[Side::Right].empty();
     const Mode mode = onBothSides ? Mode::Compare : Mode::Size;
     Level& first = Push(mode, Enter(ahead_ ? &ahead_->Top() : nullptr, names, mode));
+    PerSide<bool> onBranch;
     for (const Side side : kBothSides) {
         branch_[side].assign(1, roots_[side].folder->Id());
         first.branchLength[side] = 1;
         if (names[side].empty()) continue;
         base_[side] = roots_[side].path + std::string(names[side]) + "/";
-        OpenFirst(first, side, names[side]);
+        const Opening opening = OpenFirst(first, side, names[side]);
+        if (opening == Opening::Failed && first.mode == Mode::Compare) first.mode = Mode::Size;
+        onBranch[side] = opening == Opening::OnBranch;
+    }
+    // Below a folder that leads back to the compared one nothing is known of that side, as in Descend.
+    if (first.mode == Mode::Compare && onBranch[Side::Left] != onBranch[Side::Right]) {
+        const Side ring = onBranch[Side::Left] ? Side::Left : Side::Right;
+        NoteUnknown(context_, WithoutTrailingSlash(base_[ring]), UnknownReason::LeadsNowhere);
+        outcome_.complete = false;
+        diffs_->AddUnknownPlace({ring, {}});
+        first.mode = Mode::Size;
     }
     Finish(first);
     while (depth_ > 0) {
@@ -54,7 +65,7 @@ TreeWalk::Outcome TreeWalk::Walk(const PerSide<std::string_view>& names, CSubFol
     return outcome_;
 }
 
-void TreeWalk::OpenFirst(Level& first, Side side, std::string_view name) {
+TreeWalk::Opening TreeWalk::OpenFirst(Level& first, Side side, std::string_view name) {
     const OpenFolder& root = *roots_[side].folder;
     bool isLink = false;
     if (first.isPrepared) {
@@ -66,13 +77,11 @@ void TreeWalk::OpenFirst(Level& first, Side side, std::string_view name) {
     if (isLink) first.elsewhere[side] = Elsewhere::BehindLink;
     if (first.isPrepared) {
         JoinBranch(first, side, first.listing[side].From().id);
-        return;
+        return Opening::Opened;
     }
     OpenFolder folder;
     Error error = root.OpenSub(name, folder);
-    if (AddSource(first, side, std::move(error), std::move(folder), {}) == Opening::Failed &&
-        first.mode == Mode::Compare)
-        first.mode = Mode::Size;
+    return AddSource(first, side, std::move(error), std::move(folder), {});
 }
 
 AheadFolder* TreeWalk::Enter(AheadFolder* above, const PerSide<std::string_view>& names, Mode mode) {

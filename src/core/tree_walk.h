@@ -71,12 +71,12 @@ class TreeWalk {
     void Descend(Level& level, const Item& item, Mode mode);
     void DescendAside(Level& level, Side side, const FolderListing::Entry& entry, Mode mode,
                       AheadFolder* above);
-    void OpenFirst(Level& first, Side side, std::string_view name);
     void Finish(Level& child);
     void CountObjects(const Level& child);
     PerSide<bool> List(Level& child);
     void Advance();
     enum class Opening { Opened, OnBranch, Failed };
+    Opening OpenFirst(Level& first, Side side, std::string_view name);
     Opening OpenInto(Level& child, Side side, Level& parent, const FolderListing::Entry& entry);
     Opening AddSource(Level& child, Side side, Error error, OpenFolder folder, std::string path);
     bool JoinBranch(Level& child, Side side, FileId id);

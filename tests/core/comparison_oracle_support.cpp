@@ -452,11 +452,19 @@ class Oracle {
         result_.rows.push_back(half[Side::Left] + std::string(kBetweenSides) + half[Side::Right]);
     }
 
-    // A top folder that is a link to its own root holds nothing of its own.
+    // A top folder that is a link to its own root holds nothing of its own, and nothing is known of it beside
+    // one that is a folder.
     bool WalkTop(const std::string& head, PerSide<fs::path> folders, const PerSide<Branch>& branches) {
-        for (const Side side : kBothSides)
-            if (branches[side].contains(fs::canonical(folders[side]))) folders[side].clear();
-        return Walk(head, folders, {}, branches);
+        PerSide<bool> circular;
+        for (const Side side : kBothSides) {
+            circular[side] = branches[side].contains(fs::canonical(folders[side]));
+            if (circular[side]) folders[side].clear();
+        }
+        if (circular[Side::Left] == circular[Side::Right]) return Walk(head, folders, {}, branches);
+        const Side other = circular[Side::Left] ? Side::Right : Side::Left;
+        if (HoldsTrouble(folders[other], branches[other])) result_.trouble = true;
+        incomplete_ = true;
+        return true;
     }
 
     bool incomplete_ = false;

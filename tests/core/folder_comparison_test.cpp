@@ -127,6 +127,27 @@ TEST(FolderComparison, ASlowConnectionOffersSmallerChunks) {
     EXPECT_TRUE(Shown(bench).empty());
 }
 
+// What such a link leads to is compared further up; of what its counterpart holds nothing is an orphan.
+TEST(FolderComparison, ALinkBackToTheComparedFolderHidesNothingOfItsCounterpart) {
+    for (const bool deep : {false, true}) {
+        ComparisonBench bench;
+        const std::string place = deep ? "sub/ring" : "ring";
+        bench.Write(Side::Left, deep ? "sub/x" : "x", "1");
+        bench.Write(Side::Right, place + "/file", "12");
+        ASSERT_EQ(0, symlink(".", (bench.folder / ("left/" + place)).c_str()));
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        for (const std::string& record : bench.Records())
+            EXPECT_THAT(record, ::testing::Not(HasSubstr("file"))) << place;
+        EXPECT_THAT(bench.Log(), HasSubstr("leads nowhere or in circles"));
+        EXPECT_FALSE(bench.compare.ErrorsDuringCompare);
+        // Where both lead back they are alike.
+        std::filesystem::remove_all(bench.folder / ("right/" + place));
+        ASSERT_EQ(0, symlink(".", (bench.folder / ("right/" + place)).c_str()));
+        ASSERT_EQ(bench.Run(), CompareOutcome::Completed);
+        for (const std::string& row : bench.Rows()) EXPECT_THAT(row, ::testing::Not(HasSubstr("incomplete")));
+    }
+}
+
 // A cancel ends a run at whatever yield it comes, and what is shown then is nothing or all.
 TEST(FolderComparison, ACancelAtAnyYieldLeavesNothingHalfDone) {
     for (const CompareMethod method :
