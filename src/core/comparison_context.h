@@ -1,5 +1,10 @@
 #pragma once
 
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+
 #include "core/ccompare.h"
 #include "core/compare_ports.h"
 #include "core/toolbox.h"
@@ -32,6 +37,26 @@ struct ComparisonContext {
     }
     void ThrowIfCancelled() const {
         if (IsCancelled()) throw ComparisonCancelled();
+    }
+
+    // What `job` gives, found by a worker where there are any: on a mount whose server is gone it may never
+    // be found, and then a cancel leaves the worker behind. The job owns all that it needs, and touches
+    // nothing but files. Throws ComparisonCancelled.
+    template <typename Job>
+    auto ByWorker(Job job) const {
+        using Found = std::invoke_result_t<const Job&>;
+        PendingJob<Found> pending(workers, [job = std::move(job)](const StopFlag&) { return job(); });
+        return pending.Take([this] { ThrowIfCancelled(); });
+    }
+    // Opens a folder in that way; the result is there in any case.
+    Error Open(const std::string& path, std::shared_ptr<OpenFolder>& folder) const {
+        auto [error, opened] = ByWorker([files = tools.files, path] {
+            auto found = std::make_shared<OpenFolder>();
+            Error failed = files.Open(path, *found);
+            return std::pair(std::move(failed), std::move(found));
+        });
+        folder = std::move(opened);
+        return std::move(error);
     }
 };
 

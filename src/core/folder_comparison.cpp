@@ -18,8 +18,7 @@ constexpr PerSide<std::string_view> kExamining{{"Examining the left folder.  Pre
 
 // What does not answer is waited for no longer than a user waits for a cancel.
 constexpr std::chrono::milliseconds kPatience{1'000};
-constexpr std::string_view kLeftBehind =
-    "A folder or file did not answer.  What was reading it was left behind.";
+constexpr std::uint32_t kShownAfterMilliseconds = 500;
 
 constexpr std::array<std::string_view, 4> kComparing{
     "Comparing Size and Date/Time.  Press ESC to cancel...",
@@ -73,7 +72,35 @@ bool FolderComparison::Carry(const Run& run, ComparisonResults& found) {
     return true;
 }
 
+// Until both folders have answered, the one thread asks them nothing: it would wait for ever for one on a
+// mount whose server is gone. What they answer is the check's to find out.
+void FolderComparison::AwaitAnswers(const Run& run) const {
+    if (run.context.workers.Count() == 0) return;
+    const std::uint32_t begin = tools_.clock.GetTickCount();
+    for (const Side side : kBothSides) {
+        bool shown = false;
+        PendingJob<bool> answer(
+            run.context.workers,
+            [files = tools_.files, path = NormalizePath(run.paths[side])](const StopFlag&) {
+                OpenFolder folder;
+                const auto stop = [](const FolderEntry&) { return false; };
+                return path.starts_with('/') && files.Open(path, folder).IsOk() &&
+                       folder.ForEach(stop).IsOk();
+            });
+        (void)answer.Take([&] {
+            run.context.ThrowIfCancelled();
+            // It is the progress window that hears ESC.
+            if (shown || tools_.clock.GetTickCount() - begin < kShownAfterMilliseconds) return;
+            shown = true;
+            progress_.Show();
+            progress_.SetMessage(kExamining[side]);
+            progress_.SetFileName(run.paths[side]);
+        });
+    }
+}
+
 bool FolderComparison::CheckPaths(const Run& run) {
+    AwaitAnswers(run);
     for (const Side side : kBothSides)
         if (!Dir(side).IsValidPath(run.paths[side])) return false;
     if (!AreOneFolder(run.paths)) return true;
@@ -166,7 +193,7 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
     const PerSide<const CDir*> dirs{{&dirs_[0], &dirs_[1]}};
     PairComparison pairs(context, TurnsOnDisk(context));
     {
-        const std::vector<MergedFile> allFileNames = MergeFiles(dirs, context);
+        const MergedFiles allFileNames = MergeFiles(dirs, context);
         tools_.loop.Yield();
         progress_.SetMessage(kComparing.at(static_cast<std::size_t>(compare_.CompareMethod)));
         progress_.SetBarValue(0);
@@ -196,7 +223,11 @@ bool FolderComparison::CompareContent(const ComparisonContext& context, Comparis
             if (row.IsReal() || (row.IsUnknown() && !row.realName.empty())) ++found.objects[side];
     }
     for (const Side side : kBothSides)
-        if (LiesInside(tools_.files, found.folders[side], found.folders[Other(side)])) found.inner = side;
+        if (context.ByWorker(
+                [files = tools_.files, inner = found.folders[side], outer = found.folders[Other(side)]] {
+                    return LiesInside(files, inner, outer);
+                }))
+            found.inner = side;
     found.taken = ScanOptions::Of(context.compare);
     found.subFolders = context.compare.CompareSubFolders();
     if (found.specialObjects > 0)

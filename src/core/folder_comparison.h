@@ -20,6 +20,10 @@ enum class CompareOutcome {
     Failed,     // an error was reported; what an earlier run found may stay
 };
 
+// Of a run that had to leave a reader behind.
+inline constexpr std::string_view kLeftBehind =
+    "A folder or file did not answer.  What was reading it was left behind.";
+
 struct ComparisonReport {
     CompareOutcome outcome = CompareOutcome::Failed;
     ComparisonResults results;   // of a completed run, otherwise empty
@@ -54,6 +58,7 @@ class FolderComparison {
     };
     bool Carry(const Run& run, ComparisonResults& found);
     bool ScanBoth(const Run& run);
+    void AwaitAnswers(const Run& run) const;
     bool CheckPaths(const Run& run);
     bool AreOneFolder(const PerSide<std::string>& paths) const;
     bool Scan(Side side, const Run& run, FolderReading* begun, FolderReading* other);

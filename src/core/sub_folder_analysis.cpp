@@ -60,8 +60,7 @@ void SubFolderAnalysis::ShowAllSubFoldersInBothDirs(ComparisonResults& results) 
     PerSide<TreeWalk::Root> roots;
     for (const Side side : kBothSides) {
         roots[side].path = dirs_[side]->Path();
-        roots[side].folder = std::make_shared<OpenFolder>();
-        ThrowIfFailed(context_.tools.files.Open(roots[side].path, *roots[side].folder));
+        ThrowIfFailed(context_.Open(roots[side].path, roots[side].folder));
         for (const Side list : kBothSides) {
             results.hold[list].SharePool(dirs_[side]->Texts());
             results.hold[list].SharePool(dirs_[side]->SeenObjects());

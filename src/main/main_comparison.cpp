@@ -63,6 +63,7 @@ CompareOutcome MainComparison::Run() {
     application_.compare.RunningCompare = true;
     ComparisonReport report = comparison_.Compare(paths, this);
     unlogged_ = report.unlogged;
+    if (report.leftBehind > 0) application_.Window().StatusBar1().Note(kLeftBehind);
     if (report.outcome == CompareOutcome::NoResult) ShowNoResult();
     if (report.outcome != CompareOutcome::Completed) return report.outcome;
     std::swap(application_.results, report.results);

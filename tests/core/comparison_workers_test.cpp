@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <condition_variable>
 #include <filesystem>
 #include <mutex>
@@ -15,9 +14,7 @@
 #include <thread>
 
 #include "core/comparison_support.h"
-#include "core/level_contents.h"
 #include "support/faulty_system_calls.h"
-#include "support/sparse_file.h"
 
 namespace vantrel::testing {
 namespace {
@@ -198,15 +195,23 @@ TEST(ComparisonWorkers, ACancelAtAnyMomentLeavesNothingHalfDone) {
     EXPECT_EQ(Workers::LeftBehind(), 0U);
 }
 
-// The listing of one folder, or the reading of one file, never comes back until it is let go.
+// The opening, listing or reading of one folder or file never comes back until it is let go.
 class BlockingCalls : public SystemCalls {
   public:
-    explicit BlockingCalls(std::string name) : name_(std::move(name)) {}
+    enum class At { Opening, Reading };
+    // `name` as it is given to the system.
+    void Block(std::string name, At at) {
+        name_ = std::move(name);
+        at_ = at;
+    }
 
     int OpenAt(int folder, const char* path, int flags, mode_t mode) override {
         const int fd = SystemCalls::OpenAt(folder, path, flags, mode);
-        const std::lock_guard lock(mutex_);
-        if (path == name_) blocked_.insert(fd);
+        std::unique_lock lock(mutex_);
+        if (path != name_) return fd;
+        blocked_.insert(fd);
+        lock.unlock();
+        if (at_ == At::Opening) Wait(fd);
         return fd;
     }
     int Close(int fd) override {
@@ -241,6 +246,7 @@ class BlockingCalls : public SystemCalls {
         --waiting_;
     }
     std::string name_;
+    At at_ = At::Reading;
     std::mutex mutex_;
     std::condition_variable changed_;
     std::set<int> blocked_;
@@ -248,150 +254,29 @@ class BlockingCalls : public SystemCalls {
     bool free_ = false;
 };
 
+// Also a compared folder itself, which is looked at before anything is shown.
 TEST(ComparisonWorkers, WhatNeverAnswersKeepsNoCancelFromEndingTheRun) {
-    for (const char* name : {"stuck", "hanging"}) {
-        BlockingCalls calls(name);
+    using At = BlockingCalls::At;
+    const std::vector<std::pair<std::string, At>> cases{
+        {"stuck", At::Reading}, {"hanging", At::Reading}, {"left", At::Opening}, {"right", At::Reading}};
+    for (const auto& [name, at] : cases) {
+        BlockingCalls calls;
         ComparisonBench bench(calls);
         for (const Side side : kBothSides)
             for (const char* file : {"sub/stuck/a", "sub/b", "sub/hanging", "c"})
                 bench.Write(side, file, "1");
+        const bool isRoot = name == "left" || name == "right";
+        calls.Block(isRoot ? bench.folder / name : name, at);
         bench.compare.CompareMethod = CompareMethod::Contents;
         bench.compare.Jobs = kJobs;
         bench.tools.loop.onYield = [&] { bench.tools.loop.cancelled = calls.IsWaiting(); };
         EXPECT_EQ(bench.Run(), CompareOutcome::NoResult);
+        EXPECT_EQ(bench.progress.messages.empty(), isRoot);
         EXPECT_GT(Workers::LeftBehind(), 0U);
         EXPECT_THAT(bench.Log(), HasSubstr("did not answer"));
         calls.LetGo();
         while (Workers::LeftBehind() > 0) std::this_thread::yield();
     }
-}
-
-// Counts who reads at the same time, and keeps the order of the opened files.
-class WatchedReads : public SystemCalls {
-  public:
-    int OpenAt(int folder, const char* path, int flags, mode_t mode) override {
-        const std::lock_guard lock(mutex_);
-        opened.emplace_back(path);
-        return SystemCalls::OpenAt(folder, path, flags, mode);
-    }
-    ssize_t PRead(int fd, void* buffer, std::size_t size, off_t offset) override {
-        mostReading = std::max<int>(mostReading, ++reading_);
-        std::this_thread::yield();
-        const ssize_t result = SystemCalls::PRead(fd, buffer, size, offset);
-        --reading_;
-        return result;
-    }
-    std::vector<std::string> opened;
-    std::atomic<int> mostReading{0};
-
-  private:
-    std::mutex mutex_;
-    std::atomic<int> reading_{0};
-};
-
-PairRun::Folders OpenSides(const FileSystem& files, const TempFolder& folder) {
-    PairRun::Folders folders;
-    for (const Side side : kBothSides) {
-        auto open = std::make_shared<OpenFolder>();
-        EXPECT_TRUE(files.Open(folder / ComparisonBench::NameOf(side), *open).IsOk());
-        folders[side] = std::move(open);
-    }
-    return folders;
-}
-
-// From a disk that rotates one reads at a time, and each run in the order of the inodes.
-TEST(ComparisonWorkers, OneReadsFromADiskThatRotates) {
-    WatchedReads calls;
-    const FileSystem files(calls);
-    TempFolder folder;
-    constexpr std::size_t kPairs = 300;
-    std::vector<PairToRead> pairs(kPairs);
-    std::vector<std::string> names(kPairs);
-    for (std::size_t i = 0; i < kPairs; ++i) {
-        names[i] = "f" + std::to_string(i);
-        for (const Side side : kBothSides) {
-            folder.Write(ComparisonBench::NameOf(side) + "/" + names[i],
-                         i == 100 && side == Side::Left ? "1" : "2");
-            pairs[i][side] = {names[i], (i * 7) % kPairs, false, {}};
-        }
-    }
-    const PairRun::Folders folders = OpenSides(files, folder);
-    Workers workers(kJobs);
-    ContentsAhead ahead(workers, ReadingRule(CompareMethod::Contents, 500'000), SizeRule::Words,
-                        std::make_shared<std::mutex>());
-    ahead.SetWaits(true);
-    calls.opened.clear();
-    LevelContents contents(ahead, folders, kPairs, [&](std::size_t i, PairToRead& pair) {
-        pair = pairs[i];
-        return true;
-    });
-    for (std::size_t i = 0; i < kPairs; ++i) {
-        contents.Advance();
-        const PairVerdict verdict = contents.Take(
-            i, [] {}, [](std::uint64_t, std::uint64_t) {});
-        EXPECT_EQ(verdict.kind, i == 100 ? PairVerdict::Kind::Differ : PairVerdict::Kind::Alike);
-    }
-    EXPECT_EQ(calls.mostReading, 1);
-    ASSERT_EQ(calls.opened.size(), 2 * kPairs);
-    const auto inodeOf = [&](std::size_t position) {
-        const auto i = static_cast<std::size_t>(
-            std::find(names.begin(), names.end(), calls.opened[position]) - names.begin());
-        return (i * 7) % kPairs;
-    };
-    std::size_t falls = 0;
-    for (std::size_t at = 2; at < calls.opened.size(); at += 2)
-        falls += inodeOf(at) < inodeOf(at - 2) ? 1 : 0;
-    EXPECT_LT(falls, 5U);  // once from run to run
-}
-
-// Whoever begins a stretch waits until another one is begun as well, but not for ever.
-class MeetingReads : public SystemCalls {
-  public:
-    explicit MeetingReads(off_t meetBefore) : meetBefore_(meetBefore) {}
-
-    ssize_t PRead(int fd, void* buffer, std::size_t size, off_t offset) override {
-        if (size > ReadingRule::kLeastReadUnit && offset < meetBefore_ &&
-            offset % static_cast<off_t>(ReadingTerms::kStretch) == 0)
-            Meet();
-        return SystemCalls::PRead(fd, buffer, size, offset);
-    }
-    std::atomic<int> alone{0};
-
-  private:
-    void Meet() {
-        std::unique_lock lock(mutex_);
-        const int before = come_++ / 2;
-        met_.notify_all();
-        if (!met_.wait_for(lock, std::chrono::seconds(alone == 0 ? 5 : 0),
-                           [&] { return come_ / 2 > before; }))
-            ++alone;
-    }
-    off_t meetBefore_;
-    std::mutex mutex_;
-    std::condition_variable met_;
-    int come_ = 0;
-};
-
-// However fast verdicts come: the next stretch of a single large pair is handed in before one is waited for.
-TEST(ComparisonWorkers, ALargePairKeepsTwoWorkersBusyToItsEnd) {
-    constexpr auto kStretch = static_cast<off_t>(ReadingTerms::kStretch);
-    TempFolder folder;
-    for (const Side side : kBothSides) {
-        folder.MakeFolder(ComparisonBench::NameOf(side));
-        WriteSparse(folder, ComparisonBench::NameOf(side) + "/large", 12 * kStretch, 1'600'000'000);
-    }
-    MeetingReads calls(10 * kStretch);
-    const FileSystem files(calls);
-    Workers workers(2);
-    ContentsAhead ahead(workers, ReadingRule(CompareMethod::Contents, 500'000), SizeRule::Words, nullptr);
-    LevelContents contents(ahead, OpenSides(files, folder), 1, [](std::size_t, PairToRead& pair) {
-        for (const Side side : kBothSides) pair[side] = {"large", 0, false, {}};
-        return true;
-    });
-    const PairVerdict verdict = contents.Take(
-        0, [] {}, [](std::uint64_t, std::uint64_t) {});
-    EXPECT_EQ(verdict.kind, PairVerdict::Kind::Alike);
-    EXPECT_EQ(calls.alone, 0);
 }
 
 }  // namespace

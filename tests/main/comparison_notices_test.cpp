@@ -2,6 +2,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QTest>
+#include <QTimer>
+#include <atomic>
+#include <future>
+#include <thread>
+
 #include "program_support.h"
 #include "support/sparse_file.h"
 
@@ -97,6 +103,34 @@ TEST(NestedFolders, AreTold) {
     EXPECT_EQ(compare("left", "other", CompareEnding::Announced), "");
     EXPECT_THAT(compare("left/sub", "left", CompareEnding::Announced),
                 HasSubstr("The left folder lies inside the right folder"));
+}
+
+// It never comes back, as on a mount whose server is gone.
+TEST(FoldersThatDoNotAnswer, AreLeftBehindByACancelAndToldInTheStatusBar) {
+    TestProgram program;
+    program.Start("[Options]\r\nShowGraphAfterCompare=False\r\n[Extras]\r\nJobs=2\r\n");
+    program.CompareSamples();
+    program.clock.step = 100;
+    EXPECT_TRUE(program.Window().StatusBar1().currentMessage().isEmpty());
+    std::promise<void> letGo;
+    const std::shared_future<void> free = letGo.get_future().share();
+    std::atomic<bool> waits = false;
+    program.calls.hold = [&](const auto& record) {
+        if (record.call != testing::Call::Open || record.path != program.right || waits.exchange(true))
+            return;
+        free.wait();
+    };
+    QTimer escape;
+    QObject::connect(&escape, &QTimer::timeout, [&] {
+        if (waits) QTest::keyClick(&program.Window(), Qt::Key_Escape);
+    });
+    escape.start(1);
+    EXPECT_EQ(program.Get().CompareDirs(CompareEnding::Announced), CompareOutcome::NoResult);
+    EXPECT_EQ(program.Window().StatusBar1().currentMessage().toStdString(), kLeftBehind);
+    EXPECT_THAT(program.messages.shown, IsEmpty());
+    letGo.set_value();
+    while (Workers::LeftBehind() > 0) std::this_thread::yield();
+    program.calls.hold = nullptr;
 }
 
 }  // namespace

@@ -35,6 +35,7 @@ bool FaultySystemCalls::HasFailed(Call call) const {
 }
 
 int FaultySystemCalls::Next(Call call, const char* path) {
+    if (hold) hold({call, path != nullptr ? path : ""});
     const std::lock_guard lock(mutex_);
     sequence_.push_back({call, path != nullptr ? path : ""});
     const std::size_t ofKind = ++counts_[call];

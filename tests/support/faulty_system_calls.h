@@ -84,6 +84,9 @@ class FaultySystemCalls : public SystemCalls {
     // Called before each call that does not fail, of one thread at a time: the place to change the disk in
     // between.
     std::function<void(const Record&)> before;
+    // Called before every call by the thread that makes it, with nothing locked: the place to hold one up.
+    // Set while no other thread makes calls.
+    std::function<void(const Record&)> hold;
 
     int OpenAt(int folder, const char* path, int flags, mode_t mode) override;
     int Close(int fd) override;

@@ -54,6 +54,11 @@ QString MainStatusBar::PanelText(int number) const {
     return panels_.at(static_cast<std::size_t>(number - 1))->text();
 }
 
+void MainStatusBar::Note(std::string_view text) {
+    constexpr int kMilliseconds = 20'000;
+    showMessage(DisplayQString(text), kMilliseconds);
+}
+
 void MainStatusBar::Reset() {
     for (int number = 1; number <= kPanelCount; ++number) SetPanel(number, {});
 }

@@ -20,6 +20,8 @@ class MainStatusBar : public QStatusBar {
     void SetPanel(int number, std::string_view text);
     QString PanelText(int number) const;
     void Reset();
+    // Shown over the panels for some seconds.
+    void Note(std::string_view text);
     // Panel 1 takes the width of the left pane, panel 2 begins below the right one, which begins at
     // `rightStart`; panels 3 and 4 take what they need of the width of the right one.
     void FitToPanes(int rightStart);
