@@ -49,7 +49,8 @@ void ObjectOperations::OnCurrentList(Work&& work) {
 }
 
 std::optional<std::string> ObjectOperations::PickTarget(const ListRef& list, const char* prompt) {
-    if (std::ranges::none_of(list.rows, &ResultRow::selected)) return std::string();
+    if (std::ranges::none_of(list.rows, [](const ResultRow& row) { return row.selected; }))
+        return std::string();
     const std::string start = lastPicked_.empty() ? list.otherFolder : lastPicked_;
     auto picked = application_.around.messages.PickDirectory("Browse for Folder", prompt, start);
     if (picked) lastPicked_ = *picked;
@@ -133,6 +134,7 @@ void ObjectOperations::AutoSync(SyncScope scope) {
                     {},
                     options.numSyncLogEntries,
                     options.showSynchronizeConfirmations};
+    order.jobs = options.jobs;
     if (scope == SyncScope::SelectedObjects) order.selected = SelectedObjects();
     if (application_.results.inner)
         application_.around.messages.ShowInformationMessage("Synchronization",

@@ -44,7 +44,7 @@ bool AskMayEmpty(MessagePort& messages, const EmptyingRisk& risk) {
 SyncPlan MakeSyncPlan(const Toolbox& tools, const SyncOrder& order, const TrashPlaces& trash) {
     SyncPlan plan = GetListOfFilesAffectedBySync(order.results, order.settings, order.selected,
                                                  FindTrashFolders(tools, trash, order.results));
-    LookAtWholeFolders(tools, order.results.taken, plan);
+    LookAtWholeFolders(tools, order.jobs, order.results.taken, plan);
     return plan;
 }
 

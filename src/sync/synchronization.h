@@ -35,6 +35,7 @@ struct SyncOrder {
     std::int32_t numSyncLogEntries = 20;  // how long the history may grow
     bool confirm = true;                  // whether the plan is shown and asked about
     EmptyingPermits permits{};
+    std::int32_t jobs = 1;  // workers, as WorkerCount takes them
 };
 
 // The plan of `order`, looked into as far as a plan needs it.

@@ -1,9 +1,11 @@
 // The second look at a plan, for what the comparison did not note: what lies in the folders that go whole.
+#include <functional>
 #include <unordered_set>
 
 #include "core/filters.h"
 #include "fileops/expectations.h"
 #include "platform/line_end.h"
+#include "platform/workers.h"
 #include "sync/sync_plan.h"
 
 namespace vantrel {
@@ -39,24 +41,60 @@ class FilteredOut {
     std::unordered_set<std::string> folders_;
 };
 
-Error LookInto(const Toolbox& tools, const ScanOptions& filters, PlannedAction& action) {
+// What lies in one folder, and whether all of it is known.
+struct Inside {
+    FolderContents contents;
+    std::shared_ptr<SeenBelow> below;  // of one that is to be deleted
+    Error error;
+};
+
+// Any thread may call it. `step` is called for each entry, and what it throws comes out.
+Inside LookInto(const FileSystem& files, const ScanOptions& filters, const std::string& folder, bool deletes,
+                const std::function<void()>& step) {
     FilteredOut filteredOut(filters);
-    const bool deletes = action.action == SyncAction::Delete;
-    auto below = std::make_shared<SeenBelow>();
-    FolderContents& contents = action.contents;
-    Error error =
-        WalkBelow(tools.files, action.source, [&](const std::string& path, const FolderEntry& entry) {
-            tools.loop.Yield();
-            ++contents.objects;
-            if (filteredOut.Has(path, entry)) ++contents.filteredOut;
-            if (!entry.isLink && entry.reason == UnknownReason::SpecialObject) ++contents.specialObjects;
-            if (entry.isLink || entry.kind == EntryKind::File)
-                contents.bytes += Currency::FromWhole(static_cast<std::int64_t>(entry.seen.size));
-            if (deletes) below->emplace(path, SightingOf(entry));
-        });
-    if (deletes) action.expected.below = std::move(below);
-    action.room = contents.bytes;
-    return error;
+    Inside inside;
+    if (deletes) inside.below = std::make_shared<SeenBelow>();
+    FolderContents& contents = inside.contents;
+    inside.error = WalkBelow(files, folder, [&](const std::string& path, const FolderEntry& entry) {
+        step();
+        ++contents.objects;
+        if (filteredOut.Has(path, entry)) ++contents.filteredOut;
+        if (!entry.isLink && entry.reason == UnknownReason::SpecialObject) ++contents.specialObjects;
+        if (entry.isLink || entry.kind == EntryKind::File)
+            contents.bytes += Currency::FromWhole(static_cast<std::int64_t>(entry.seen.size));
+        if (deletes) inside.below->emplace(path, SightingOf(entry));
+    });
+    return inside;
+}
+
+// Looks into the whole folders of a list, several at a time, and takes over what was found in their order.
+// For each action of the list: whether all is known of it.
+std::vector<bool> LookIntoAll(const Toolbox& tools, Workers& workers, const ScanOptions& filters,
+                              std::vector<PlannedAction>& actions) {
+    std::vector<bool> isKnown(actions.size(), true);
+    JobQueue<Inside> queue(workers, {.jobs = 2 * workers.Count() + 1});
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < actions.size(); ++i) {
+        for (; next < actions.size() && queue.HasRoom(); ++next) {
+            if (!actions[next].isWholeFolder) continue;
+            const bool deletes = actions[next].action == SyncAction::Delete;
+            queue.Add([&loop = tools.loop, files = tools.files, filters, folder = actions[next].source,
+                       deletes, alone = workers.Count() == 0](const StopFlag& stop) {
+                return LookInto(files, filters, folder, deletes, [&] {
+                    if (alone) loop.Yield();
+                    if (stop.IsRequested()) throw Cancelled();
+                });
+            });
+        }
+        PlannedAction& action = actions[i];
+        if (!action.isWholeFolder) continue;
+        Inside inside = queue.TakeNext([&tools] { tools.loop.Yield(); });
+        isKnown[i] = inside.error.IsOk();
+        action.contents = inside.contents;
+        action.room = inside.contents.bytes;
+        if (inside.below) action.expected.below = std::move(inside.below);
+    }
+    return isKnown;
 }
 
 std::string Counted(std::uint64_t count, std::string_view what) {
@@ -65,19 +103,20 @@ std::string Counted(std::uint64_t count, std::string_view what) {
 
 }  // namespace
 
-void LookAtWholeFolders(const Toolbox& tools, const ScanOptions& filters, SyncPlan& plan) {
+void LookAtWholeFolders(const Toolbox& tools, std::int32_t jobs, const ScanOptions& filters, SyncPlan& plan) {
+    Workers workers(WorkerCount(jobs));
     for (const Side side : kBothSides) {
-        std::erase_if(plan.deletes[side], [&](PlannedAction& action) {
-            if (!action.isWholeFolder || LookInto(tools, filters, action).IsOk()) return false;
+        const std::vector<bool> isKnown = LookIntoAll(tools, workers, filters, plan.deletes[side]);
+        std::size_t position = 0;
+        std::erase_if(plan.deletes[side], [&](const PlannedAction& action) {
+            if (isKnown[position++]) return false;
             plan.leftOut.Add(side, LeftOutReason::NotWhollyKnown, action.source);
             return true;
         });
-        for (PlannedAction& action : plan.copies[side]) {
-            if (!action.isWholeFolder) continue;
-            // What cannot be looked at now is told when it is to be copied.
-            static_cast<void>(LookInto(tools, filters, action).IsOk());
-            plan.specialObjects += action.contents.specialObjects;
-        }
+        // What cannot be looked at now is told when it is to be copied.
+        static_cast<void>(LookIntoAll(tools, workers, filters, plan.copies[side]));
+        for (const PlannedAction& action : plan.copies[side])
+            if (action.isWholeFolder) plan.specialObjects += action.contents.specialObjects;
     }
 }
 

@@ -87,6 +87,44 @@ TEST(LeftOut, AnOrphanFolderThatCannotBeReadAnyMoreLeavesThePlan) {
     EXPECT_EQ(1U, plan.leftOut.Count(Side::Right, LeftOutReason::NotWhollyKnown));
 }
 
+// What a plan says of the folders that go whole, in its order.
+std::vector<std::string> WholeFolders(const SyncPlan& plan) {
+    std::vector<std::string> lines{plan.leftOut.Describe(), std::to_string(plan.specialObjects)};
+    plan.ForEach([&](const PlannedAction& action) {
+        const FolderContents& contents = action.contents;
+        std::string line = action.source;
+        for (const std::uint64_t count : {contents.objects, contents.filteredOut, contents.specialObjects})
+            line += " " + std::to_string(count);
+        line += " " + std::to_string(contents.bytes.Whole());
+        if (action.expected.below) line += " " + std::to_string(action.expected.below->size());
+        lines.push_back(std::move(line));
+    });
+    return lines;
+}
+
+TEST(LeftOut, FoldersLookedIntoSideBySideGiveThePlanOfOneByOne) {
+    SyncWorld world;
+    const testing::TempFolder& folder = world.tools.folder;
+    folder.Write("left/other", "other");
+    for (int number = 0; number < 24; ++number) {
+        const std::string name = (number % 3 == 0 ? "left/f" : "right/f") + std::to_string(number);
+        for (int file = 0; file < number; ++file)
+            folder.Write(name + "/deep/" + std::to_string(file),
+                         std::string(static_cast<std::size_t>(file), 'x'));
+        folder.MakeFolder(name + "/closed");
+        const mode_t mode = number % 5 == 0 ? 0 : 0755;
+        ASSERT_EQ(0, chmod((folder / (name + "/closed")).c_str(), mode));
+        ASSERT_EQ(0, mkfifo((folder / (name + "/fifo")).c_str(), 0600));
+    }
+    testing::AsPlainUser(folder, [&] {
+        world.compare.Jobs = 1;
+        const std::vector<std::string> alone = WholeFolders(PlanOf(world, SyncMethod::MakeRightSameAsLeft));
+        EXPECT_EQ(2U + 1 + 8 + 13, alone.size()) << "of 16 folders on the right 3 are not wholly known";
+        world.compare.Jobs = 4;
+        EXPECT_EQ(alone, WholeFolders(PlanOf(world, SyncMethod::MakeRightSameAsLeft)));
+    });
+}
+
 // By what it is: no name tells that these are trash folders.
 TEST(LeftOut, TheUsersTrashTakesPartInNothing) {
     for (const bool otherHasFolder : {false, true}) {

@@ -57,7 +57,7 @@ class SyncWorld : public SyncConfirmation {
 
     std::string Folder(Side side) const { return tools.folder / (side == Side::Left ? "left/" : "right/"); }
     void Compare();
-    SyncOrder Order() const { return {results, settings, selected, 20, false, permits}; }
+    SyncOrder Order() const { return {results, settings, selected, 20, false, permits, compare.Jobs}; }
     std::optional<SyncReport> AutoSync(Confirm confirm = Confirm::No) {
         SyncOrder order = Order();
         order.confirm = confirm == Confirm::Yes;

@@ -127,7 +127,8 @@ class SyncRun {
                               .settings = settings_,
                               .selected = std::move(selected),
                               .numSyncLogEntries = HistoryLengthOf(tools_, options_),
-                              .permits = request_.permits};
+                              .permits = request_.permits,
+                              .jobs = compare_.Jobs};
         return request_.planOnly ? ShowPlan(order) : CarryOut(order);
     }
 
