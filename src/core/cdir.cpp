@@ -15,13 +15,32 @@ namespace {
 constexpr std::uint32_t kSlowScanMilliseconds = 10'000;
 constexpr std::int64_t kFewFiles = 750;
 
-// `keyOf` and `nameOf` give views into what does not move with the items.
-template <typename Item, typename KeyOf, typename NameOf, typename Check>
-void SortByKey(std::vector<Item>& items, const KeyOf& keyOf, const NameOf& nameOf, const Check& check) {
+// What these give are views into what does not move with the items.
+std::string_view NameOf(const CFile& file) {
+    return file.FileName();
+}
+std::string_view NameOf(const CDir::SubDir& folder) {
+    return folder.Name;
+}
+std::string_view NameOf(const CDir::Other& other) {
+    return other.name;
+}
+std::string_view KeyOf(const CFile& file) {
+    return file.Key();
+}
+std::string_view KeyOf(const CDir::SubDir& folder) {
+    return folder.Key;
+}
+std::string_view KeyOf(const CDir::Other& other) {
+    return other.key;
+}
+
+template <typename Item, typename Check>
+void SortByKey(std::vector<Item>& items, const Check& check) {
     std::vector<SortItem> order;
     OrderByKey(
-        items.size(), [&](std::size_t i) { return keyOf(items[i]); },
-        [&](std::size_t i) { return nameOf(items[i]); }, check, order);
+        items.size(), [&](std::size_t i) { return KeyOf(items[i]); },
+        [&](std::size_t i) { return NameOf(items[i]); }, check, order);
     std::vector<Item> sorted;
     sorted.reserve(items.size());
     for (const SortItem& next : order) {
@@ -31,24 +50,16 @@ void SortByKey(std::vector<Item>& items, const KeyOf& keyOf, const NameOf& nameO
     items = std::move(sorted);
 }
 
-template <typename Item, typename NameOf>
-const Item* FindByName(const std::vector<Item>& items, std::string_view name, const NameOf& nameOf) {
+template <typename Item>
+const Item* FindByName(const std::vector<Item>& items, std::string_view name) {
     const std::string key = FoldCase(name);
     const auto first =
         std::lower_bound(items.begin(), items.end(), std::string_view(key),
-                         [](const Item& item, std::string_view text) { return item.Key < text; });
-    if (first == items.end() || first->Key != key) return nullptr;
-    for (auto at = first; at != items.end() && at->Key == key; ++at)
-        if (nameOf(*at) == name) return &*at;
+                         [](const Item& item, std::string_view text) { return KeyOf(item) < text; });
+    if (first == items.end() || KeyOf(*first) != key) return nullptr;
+    for (auto at = first; at != items.end() && KeyOf(*at) == key; ++at)
+        if (NameOf(*at) == name) return &*at;
     return &*first;
-}
-
-std::string_view NameOfFile(const CFile& file) {
-    return file.FileName;
-}
-
-std::string_view NameOfFolder(const CDir::SubDir& folder) {
-    return folder.Name;
 }
 
 // Most names need no folding at all.
@@ -165,26 +176,33 @@ bool CDir::TakeEntry(const FolderEntry& entry, ListingState& state) {
         if (keptAsFile || keptAsFolder) AddOther(entry, keptAsFile);
     } else if (keptAsFolder) {
         const std::string_view kept = texts_->Add(state.markedName);
-        subDirs_.push_back({kept, KeyFor(kept), &seen_->emplace_back(entry.seen), entry.isLink});
+        subDirs_.push_back({kept, KeyFor(kept), seen_->Add(entry.seen), entry.isLink});
     }
     return true;
 }
 
 void CDir::AddFile(const FolderEntry& entry, const ComparisonContext& context) {
-    CFile& file = files_.emplace_back();
-    file.FileName = texts_->Add(entry.name);
-    file.Key = KeyFor(file.FileName);
-    file.Size = context.SizeOf(entry.size);
-    file.LastWrite = entry.lastWrite;
-    file.seen = &seen_->emplace_back(entry.seen);
-    file.isLink = entry.isLink;
+    (void)context.SizeOf(entry.size);  // which notes that there is a large one
+    scratch_.assign(entry.name);
+    if (!IsFoldedAscii(entry.name)) {
+        AppendFolded(entry.name, scratch_);
+        if (std::string_view(scratch_).substr(entry.name.size()) == entry.name)
+            scratch_.resize(entry.name.size());
+    }
+    const std::string_view texts = texts_->Add(scratch_);
+    const std::size_t keySize = texts.size() - entry.name.size();
+    const SizeRule rule = context.compare.Sizes;
+    if (entry.isLink)
+        files_.emplace_back(texts, keySize, seen_->AddLink({entry.seen, entry.size, entry.lastWrite}), rule);
+    else
+        files_.emplace_back(texts, keySize, seen_->Add(entry.seen), rule);
 }
 
 void CDir::AddOther(const FolderEntry& entry, bool keptAsFile) {
     Other& other = others_.emplace_back();
     other.name = texts_->Add(entry.name);
     other.key = KeyFor(other.name);
-    if (entry.seen != Seen()) other.seen = &seen_->emplace_back(entry.seen);
+    if (entry.seen != Seen()) other.seen = seen_->Add(entry.seen);
     other.lastWrite = entry.lastWrite;
     other.reason = entry.reason;
     other.isLink = entry.isLink;
@@ -200,13 +218,9 @@ std::string_view CDir::KeyFor(std::string_view kept) {
 
 template <typename Check>
 void CDir::Index(const Check& check) const {
-    SortByKey(
-        files_, [](const CFile& file) { return file.Key; }, NameOfFile, check);
-    SortByKey(
-        subDirs_, [](const SubDir& folder) { return folder.Key; }, NameOfFolder, check);
-    SortByKey(
-        others_, [](const Other& other) { return other.key; }, [](const Other& other) { return other.name; },
-        check);
+    SortByKey(files_, check);
+    SortByKey(subDirs_, check);
+    SortByKey(others_, check);
     indexed_ = true;
 }
 
@@ -239,7 +253,7 @@ void CDir::AddSubDir(std::string_view markedName) {
 }
 
 const CFile* CDir::GetFile(std::string_view name) const {
-    return FindByName(Files(), name, NameOfFile);
+    return FindByName(Files(), name);
 }
 
 bool CDir::DoesFileExistInDir(std::string_view name, const CFile*& file) const {
@@ -248,12 +262,12 @@ bool CDir::DoesFileExistInDir(std::string_view name, const CFile*& file) const {
 }
 
 std::string_view CDir::GetSubDir(std::string_view markedName) const {
-    const SubDir* found = FindByName(SubDirs(), markedName, NameOfFolder);
+    const SubDir* found = FindByName(SubDirs(), markedName);
     return found ? found->Name : std::string_view();
 }
 
 bool CDir::DoesSubDirExistInDir(std::string_view markedName) const {
-    return FindByName(SubDirs(), markedName, NameOfFolder) != nullptr;
+    return FindByName(SubDirs(), markedName) != nullptr;
 }
 
 }  // namespace vantrel

@@ -6,6 +6,7 @@
 
 #include "core/level_contents.h"
 #include "core/occupied_names.h"
+#include "platform/memory.h"
 
 namespace vantrel {
 namespace {
@@ -17,24 +18,24 @@ bool IsPair(const MergedFile& name) {
 PerSide<ScannedFile> FilesOf(const MergedFile& name) {
     PerSide<ScannedFile> files;
     for (const Side side : kBothSides)
-        if (name.file[side]) files[side] = {name.file[side]->Size, name.file[side]->LastWrite};
+        if (name.file[side]) files[side] = {name.file[side]->Size(), name.file[side]->LastWrite()};
     return files;
 }
 
 std::string PathOf(const PerSide<const CDir*>& dirs, const MergedFile& name, Side side) {
-    return dirs[side]->Path() + std::string(name.file[side]->FileName);
+    return dirs[side]->Path() + std::string(name.file[side]->FileName());
 }
 
 ResultRow RowFor(const MergedFile& name, const CFile& file, ResultType type) {
     ResultRow row;
     row.text = name.text;
-    row.realName = file.FileName;
-    row.size = std::max(file.Size, Currency());
-    row.lastWrite = file.LastWrite;
+    row.realName = file.FileName();
+    row.size = std::max(file.Size(), Currency());
+    row.lastWrite = file.LastWrite();
     row.type = type;
     row.kind = RowKind::File;
-    row.isLink = file.isLink;
-    row.seen = file.seen;
+    row.isLink = file.IsLink();
+    row.seen = file.ItselfSeen();
     return row;
 }
 
@@ -97,29 +98,28 @@ void AddOccupied(const MergedFile& name, const PerSide<const CDir*>& dirs, const
 // The rows of the files, and what is read ahead for them.
 class FileRows {
   public:
-    FileRows(const std::vector<MergedFile>& names, const PerSide<const CDir*>& dirs, PairComparison& pairs,
+    FileRows(const MergedFiles& names, const PerSide<const CDir*>& dirs, PairComparison& pairs,
              const ComparisonContext& context)
         : names_(names), dirs_(dirs), pairs_(pairs), context_(context) {
         if (!pairs.ReadsContents()) return;
         // Files are opened relative to their folder. Where that does not go, each is opened by its path.
         bool areOpen = true;
         for (const Side side : kBothSides) {
-            folders_[side] = std::make_shared<OpenFolder>();
-            areOpen = context.tools.files.Open(dirs[side]->Path(), *folders_[side]).IsOk() && areOpen;
+            areOpen = context.Open(dirs[side]->Path(), folders_[side]).IsOk() && areOpen;
         }
         if (context.workers.Count() == 0 || !areOpen) return;
         contents_.emplace(pairs.Ahead(), PairRun::Folders{{folders_[Side::Left], folders_[Side::Right]}},
-                          names.size(),
+                          names.Count(),
                           [this](std::size_t i, PairToRead& pair) { return Describe(i, pair); });
     }
 
     void AddTo(ComparisonResults& found) {
-        for (std::size_t i = 0; i < names_.size(); ++i) {
+        for (std::size_t i = 0; i < names_.Count(); ++i) {
             if (contents_)
                 contents_->Advance();
             else
                 Prefetch();
-            const MergedFile& name = names_[i];
+            const MergedFile name = names_[i];
             context_.progress.SetBarValue(static_cast<std::int64_t>(i) + 1);
             context_.ThrowIfCancelled();
             context_.progress.SetFileName(name.text);
@@ -141,21 +141,21 @@ class FileRows {
 
   private:
     bool Describe(std::size_t i, PairToRead& pair) const {
-        const MergedFile& name = names_[i];
+        const MergedFile name = names_[i];
         if (!IsPair(name) || !pairs_.NeedsContents(FilesOf(name))) return false;
         for (const Side side : kBothSides) {
             const CFile& file = *name.file[side];
-            pair[side] = {file.FileName, file.seen ? file.seen->id.inode : 0, file.isLink, file.Size};
+            pair[side] = {file.FileName(), file.ItselfSeen()->id.inode, file.IsLink(), file.Size()};
         }
         return true;
     }
 
     PairTypes TypesOf(std::size_t i) {
-        const MergedFile& name = names_[i];
+        const MergedFile name = names_[i];
         if (!IsPair(name)) return {ResultType::Orphan, ResultType::Orphan};
         const PerSide<ScannedFile> files = FilesOf(name);
         if (contents_ && pairs_.NeedsContents(files)) {
-            const PairVerdict verdict = pairs_.Take(*contents_, i, name.file[Side::Left]->FileName, [this] {
+            const PairVerdict verdict = pairs_.Take(*contents_, i, name.file[Side::Left]->FileName(), [this] {
                 contents_->Advance();
                 context_.ThrowIfCancelled();
             });
@@ -167,20 +167,20 @@ class FileRows {
 
     // Where the one thread reads: the coming pairs, opened ahead.
     void Prefetch() {
-        for (; pairs_.ReadsContents() && ahead_ < names_.size() && pairs_.WantsPrefetch(); ++ahead_) {
-            const MergedFile& coming = names_[ahead_];
+        for (; pairs_.ReadsContents() && ahead_ < names_.Count() && pairs_.WantsPrefetch(); ++ahead_) {
+            const MergedFile coming = names_[ahead_];
             if (!IsPair(coming) || !pairs_.NeedsContents(FilesOf(coming))) continue;
             context_.ThrowIfCancelled();
             PerSide<ReadFile> files;
             for (const Side side : kBothSides)
                 if (folders_[side]->IsOpen())
-                    (void)folders_[side]->OpenScannedFile(coming.file[side]->FileName, files[side]);
+                    (void)folders_[side]->OpenScannedFile(coming.file[side]->FileName(), files[side]);
             pairs_.Prefetch(PathOf(dirs_, coming, Side::Left), PathOf(dirs_, coming, Side::Right),
                             std::move(files));
         }
     }
 
-    const std::vector<MergedFile>& names_;
+    const MergedFiles& names_;
     const PerSide<const CDir*>& dirs_;
     PairComparison& pairs_;
     const ComparisonContext& context_;
@@ -191,14 +191,18 @@ class FileRows {
 
 }  // namespace
 
-void ShowAllFilesInBothDirs(const std::vector<MergedFile>& allFileNames, const PerSide<const CDir*>& dirs,
+void ShowAllFilesInBothDirs(const MergedFiles& allFileNames, const PerSide<const CDir*>& dirs,
                             PairComparison& pairs, const ComparisonContext& context,
                             ComparisonResults& found) {
     HoldLists& hold = found.hold;
     context.progress.WaitUntilPainted();
-    if (!allFileNames.empty()) context.progress.SetBarRange(static_cast<std::int64_t>(allFileNames.size()));
+    // The rows of a large folder are most of what is held then; what its listing needed is free.
+    constexpr std::size_t kManyRows = 10'000;
+    if (allFileNames.Count() >= kManyRows) ReturnFreedMemory();
+    if (allFileNames.Count() != 0)
+        context.progress.SetBarRange(static_cast<std::int64_t>(allFileNames.Count()));
     for (const Side list : kBothSides) {
-        hold[list].Reserve(allFileNames.size());
+        hold[list].Reserve(allFileNames.Count());
         for (const Side side : kBothSides) {
             hold[list].SharePool(dirs[side]->Texts());
             hold[list].SharePool(dirs[side]->SeenObjects());

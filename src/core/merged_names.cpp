@@ -14,13 +14,13 @@ using Names = PerSide<std::vector<CollidingName>>;
 using OccupiedKeys = std::map<std::string_view, Names>;
 
 std::string_view KeyOf(const CFile& file) {
-    return file.Key;
+    return file.Key();
 }
 std::string_view KeyOf(const CDir::SubDir& folder) {
     return folder.Key.substr(1);
 }
 std::string_view NameOf(const CFile& file) {
-    return file.FileName;
+    return file.FileName();
 }
 std::string_view NameOf(const CDir::SubDir& folder) {
     return folder.RealName();
@@ -63,7 +63,7 @@ void Merge(const PerSide<const std::vector<Item>*>& lists, const OccupiedKeys& o
             head[side] = next[side] < lists[side]->size() ? &(*lists[side])[next[side]] : nullptr;
         if (!head[Side::Left] && !head[Side::Right]) return;
         if (head[Side::Left] && head[Side::Right]) {
-            const int order = head[Side::Left]->Key.compare(head[Side::Right]->Key);
+            const int order = KeyOf(*head[Side::Left]).compare(KeyOf(*head[Side::Right]));
             if (order != 0) head[order < 0 ? Side::Right : Side::Left] = nullptr;
         }
         const std::string_view key = KeyOf(head[Side::Left] ? *head[Side::Left] : *head[Side::Right]);
@@ -98,9 +98,9 @@ void Merge(const PerSide<const std::vector<Item>*>& lists, const OccupiedKeys& o
     }
 }
 
-// Brings the pairs of occupied names, added at the end from `first` on, to where their keys belong.
+// Brings what was added at the end, from `first` on, to where its keys belong.
 template <typename Merged, typename KeyOfMerged>
-void PutInOrder(std::vector<Merged>& merged, std::size_t first, const KeyOfMerged& keyOf) {
+void MergeTail(std::vector<Merged>& merged, std::size_t first, const KeyOfMerged& keyOf) {
     std::inplace_merge(merged.begin(), merged.begin() + static_cast<std::ptrdiff_t>(first), merged.end(),
                        [&](const Merged& a, const Merged& b) { return keyOf(a) < keyOf(b); });
 }
@@ -112,15 +112,56 @@ const Item* Take(const CollidingName* name, NameKind kind, const std::vector<Ite
 
 }  // namespace
 
-std::vector<MergedFile> MergeFiles(const PerSide<const CDir*>& dirs, const ComparisonContext& context) {
+MergedFiles::MergedFiles(const PerSide<const CDir*>& dirs)
+    : files_{{&dirs[Side::Left]->Files(), &dirs[Side::Right]->Files()}},
+      others_{{&dirs[Side::Left]->Others(), &dirs[Side::Right]->Others()}} {
+}
+
+MergedFile MergedFiles::operator[](std::size_t position) const {
+    MergedFile merged;
+    for (const Side side : {Side::Right, Side::Left}) {
+        const std::uint32_t place = places_[position][side];
+        if (place == kNone) continue;
+        if ((place & kOther) != 0) {
+            merged.other[side] = &(*others_[side])[place - kOther];
+            merged.text = merged.other[side]->name;
+        } else {
+            merged.file[side] = &(*files_[side])[place];
+            merged.text = merged.file[side]->FileName();
+        }
+    }
+    return merged;
+}
+
+void MergedFiles::Add(const MergedFile& file) {
+    Place& place = places_.emplace_back();
+    for (const Side side : kBothSides) {
+        place[side] = kNone;
+        if (file.file[side]) place[side] = static_cast<std::uint32_t>(file.file[side] - files_[side]->data());
+        if (file.other[side])
+            place[side] = static_cast<std::uint32_t>(file.other[side] - others_[side]->data()) | kOther;
+    }
+}
+
+std::string_view MergedFiles::KeyOf(const Place& place) const {
+    const Side side = place[Side::Left] != kNone ? Side::Left : Side::Right;
+    const std::uint32_t at = place[side];
+    return (at & kOther) != 0 ? (*others_[side])[at - kOther].key : (*files_[side])[at].Key();
+}
+
+void MergedFiles::PutInOrder(std::size_t first) {
+    MergeTail(places_, first, [this](const Place& place) { return KeyOf(place); });
+}
+
+MergedFiles MergeFiles(const PerSide<const CDir*>& dirs, const ComparisonContext& context) {
     const PerSide<const std::vector<CFile>*> lists{{&dirs[Side::Left]->Files(), &dirs[Side::Right]->Files()}};
     const OccupiedKeys occupied = FindOccupiedKeys(dirs);
-    std::vector<MergedFile> merged;
-    merged.reserve(std::max(lists[Side::Left]->size(), lists[Side::Right]->size()));
+    MergedFiles merged(dirs);
+    merged.Reserve(std::max(lists[Side::Left]->size(), lists[Side::Right]->size()));
     Merge(lists, occupied, NameKind::File, context, [&merged](const PerSide<const CFile*>& pair) {
-        merged.push_back({(pair[Side::Left] ? pair[Side::Left] : pair[Side::Right])->FileName, pair});
+        merged.Add({{}, pair, {}});
     });
-    const std::size_t first = merged.size();
+    const std::size_t first = merged.Count();
     for (const auto& [key, names] : occupied) {
         for (const NamePair& pair : PairNames(names)) {
             MergedFile file;
@@ -130,17 +171,10 @@ std::vector<MergedFile> MergeFiles(const PerSide<const CDir*>& dirs, const Compa
                 file.file[side] = Take(pair[side], NameKind::File, *lists[side]);
                 file.other[side] = Take(pair[side], NameKind::Other, dirs[side]->Others());
             }
-            file.text = pair[Side::Left] ? pair[Side::Left]->name : pair[Side::Right]->name;
-            if (!folder) merged.push_back(file);
+            if (!folder) merged.Add(file);
         }
     }
-    PutInOrder(merged, first, [](const MergedFile& file) {
-        for (const Side side : kBothSides) {
-            if (file.file[side]) return file.file[side]->Key;
-            if (file.other[side]) return file.other[side]->key;
-        }
-        return file.text;
-    });
+    merged.PutInOrder(first);
     return merged;
 }
 
@@ -164,7 +198,7 @@ std::vector<MergedFolder> MergeSubDirs(const PerSide<const CDir*>& dirs, const C
             if (!folder.text.empty()) merged.push_back(folder);
         }
     }
-    PutInOrder(merged, first, [](const MergedFolder& folder) {
+    MergeTail(merged, first, [](const MergedFolder& folder) {
         return (folder.folder[Side::Left] ? folder.folder[Side::Left] : folder.folder[Side::Right])->Key;
     });
     return merged;

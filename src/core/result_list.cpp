@@ -68,13 +68,12 @@ ResultRow& ResultList::AddCopy(const ResultRow& row) {
     ResultRow copy = row;
     copy.text = own_->Add(row.text);
     copy.realName = row.realName == row.text ? copy.text : own_->Add(row.realName);
-    copy.key = own_->Add(row.key);
     if (row.seen) {
         if (!ownSeen_) {
             ownSeen_ = std::make_shared<SeenPool>();
             seen_.push_back(ownSeen_);
         }
-        copy.seen = &ownSeen_->emplace_back(*row.seen);
+        copy.seen = ownSeen_->Add(*row.seen);
     }
     return rows_.emplace_back(copy);
 }
@@ -120,7 +119,7 @@ void ResultList::SharePool(std::shared_ptr<const SeenPool> pool) {
 std::size_t ResultList::MemoryUsed() const {
     std::size_t bytes = MemoryOfRows();
     for (const auto& pool : pools_) bytes += pool->Capacity();
-    for (const auto& pool : seen_) bytes += pool->size() * sizeof(Seen);
+    for (const auto& pool : seen_) bytes += pool->Capacity();
     return bytes;
 }
 

@@ -1,18 +1,15 @@
 #pragma once
 
-#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/result_row.h"
+#include "core/seen_pool.h"
 #include "platform/text_pool.h"
 
 namespace vantrel {
-
-// Owns what was seen of many objects. What is added stays where it is for the life of the pool.
-using SeenPool = std::deque<Seen>;
 
 // A list of result rows, with the pools that their texts live in. Copies of rows may go to another list of
 // the same pools (ShareTexts). Row numbers here are indices from 0; tags are from 1.

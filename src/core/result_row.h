@@ -45,29 +45,30 @@ inline constexpr char kFolderMarker = '\\';
 struct ResultRow {
     std::string_view text;  // file name; folder marker and name; empty; or the sentinel's text
     std::string_view
-        realName;           // name on this side's disk, without marker; can differ from text in letter case
-    std::string_view key;   // left empty by the comparison
-    Currency size;          // bytes as the pane shows them: 0 where the size is not above 0
-    FileTime lastWrite;     // UTC; meaningful for files only
-    std::uint32_t tag = 0;  // visible rows: number of the same row in its hold list, from 1; 0 elsewhere
-    ResultType type = ResultType::None;
-    RowKind kind = RowKind::Placeholder;
-    bool selected = false;
-    // Folder rows: a part of the tree could not be looked into. Its size is that of the known part, and what
-    // is missing from it must not be concluded to be missing on the disk.
-    bool incomplete = false;
-    // Folder rows: the other of the two compared folders lies below it.
-    bool holdsOtherFolder = false;
-    bool isLink = false;  // the object itself is a symbolic link
-    // Unknown rows: what is in the way on this side; None on a side where the object is known.
-    UnknownReason reason = UnknownReason::None;
+        realName;        // name on this side's disk, without marker; can differ from text in letter case
+    Currency size;       // bytes as the pane shows them: 0 where the size is not above 0
+    FileTime lastWrite;  // UTC; meaningful for files only
     // Hold rows: what the listing saw of the object itself, in a pool of the list. Copies in other lists
     // point to the same. nullptr where there is no object, or it could not be looked at.
     const Seen* seen = nullptr;
+    std::uint32_t tag = 0;  // visible rows: number of the same row in its hold list, from 1; 0 elsewhere
+    ResultType type = ResultType::None;
+    RowKind kind = RowKind::Placeholder;
+    bool selected : 1 = false;
+    // Folder rows: a part of the tree could not be looked into. Its size is that of the known part, and what
+    // is missing from it must not be concluded to be missing on the disk.
+    bool incomplete : 1 = false;
+    // Folder rows: the other of the two compared folders lies below it.
+    bool holdsOtherFolder : 1 = false;
+    bool isLink : 1 = false;  // the object itself is a symbolic link
+    // Unknown rows: what is in the way on this side; None on a side where the object is known.
+    UnknownReason reason = UnknownReason::None;
 
     // A real row stands for an object: it counts in totals and can be selected.
     bool IsReal() const { return kind == RowKind::File || kind == RowKind::Folder; }
     bool IsUnknown() const { return kind == RowKind::Unknown; }
 };
+// Lists can have a million of them.
+static_assert(sizeof(ResultRow) <= 64);
 
 }  // namespace vantrel

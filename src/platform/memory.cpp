@@ -1,5 +1,7 @@
 #include "platform/memory.h"
 
+#include <malloc.h>
+
 #include <charconv>
 #include <string>
 #include <string_view>
@@ -18,6 +20,10 @@ std::uint64_t AvailableMemory(const FileSystem& files) {
     std::uint64_t kibibytes = 0;
     std::from_chars(told.data() + digits, told.data() + told.size(), kibibytes);
     return kibibytes << 10;
+}
+
+void ReturnFreedMemory() {
+    malloc_trim(0);
 }
 
 }  // namespace vantrel

@@ -10,4 +10,8 @@ namespace vantrel {
 // tell.
 std::uint64_t AvailableMemory(const FileSystem& files);
 
+// Gives back to the system what was freed. Worth its time before much is allocated that would not fit into
+// the gaps.
+void ReturnFreedMemory();
+
 }  // namespace vantrel

@@ -120,17 +120,19 @@ TEST_F(CompareCommandTest, SettingsFileIsWhereItStartsFrom) {
 }
 
 TEST_F(CompareCommandTest, OddNamesStayValidJsonAndLeaveOneLineEach) {
-    const std::vector<std::string> names = {"line\nend",
-                                            "\"quote\"",
-                                            "back\\slash",
-                                            "\xFF\xFE",
-                                            "-rf",
-                                            "No Comparison Results",
-                                            ("\xE2\x80\xAE"
-                                             "rtl"),
-                                            "\xE6\x97\xA5\xE6\x9C\xAC",
-                                            "\x1B[31m",
-                                            std::string(255, 'x')};
+    std::vector<std::string> names = {"line\nend",
+                                      "\"quote\"",
+                                      "back\\slash",
+                                      "\xFF\xFE",
+                                      "-rf",
+                                      "No Comparison Results",
+                                      ("\xE2\x80\xAE"
+                                       "rtl"),
+                                      "\xE6\x97\xA5\xE6\x9C\xAC",
+                                      "\x1B[31m",
+                                      std::string(255, 'x')};
+    // What needs an escape, at each place of the words that are looked at whole.
+    for (std::size_t at = 0; at < 18; ++at) names.push_back(std::string(17, 'n').insert(at, 1, '"'));
     for (const std::string& name : names) WriteBoth(name, "", 1'600'000'000);
     const ProgramRun json = Compare({"--format", "json"});
     EXPECT_EQ(0, json.status);

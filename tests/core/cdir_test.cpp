@@ -88,8 +88,8 @@ TEST(CDir, LooksUpByNameWithoutRegardToCase) {
     EXPECT_EQ(dir.SubDirCount(), 1U);
     const CFile* file = nullptr;
     ASSERT_TRUE(dir.DoesFileExistInDir("\xC3\xA9", file));
-    EXPECT_EQ(file->FileName, "\xC3\x89");
-    EXPECT_EQ(FileTime::FromWords(file->ModifiedDateHigh(), file->ModifiedDateLow()), file->LastWrite);
+    EXPECT_EQ(file->FileName(), "\xC3\x89");
+    EXPECT_EQ(FileTime::FromWords(file->ModifiedDateHigh(), file->ModifiedDateLow()), file->LastWrite());
     EXPECT_EQ(dir.GetFile("Sub"), nullptr);
     EXPECT_EQ(dir.GetSubDir("\\SUB"), "\\Sub");
     EXPECT_FALSE(dir.DoesSubDirExistInDir("Sub"));

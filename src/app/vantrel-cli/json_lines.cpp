@@ -34,10 +34,7 @@ void WriteHalf(const ShownHalf& half, Output& out) {
         return;
     }
     out << R"(,"size":)" << half.size.Whole();
-    if (half.modified) {
-        out << R"(,"modified":)";
-        WriteJsonString(UtcText(*half.modified), out);
-    }
+    if (half.modified) out << R"(,"modified":")" << UtcText(*half.modified) << '"';
     out << R"(,"type":")" << ResultTypeText(half.type) << '"';
     if (half.incomplete) out << R"(,"incomplete":true)";
     out << '}';

@@ -1,7 +1,6 @@
 #include "platform/locale/file_time.h"
 
 #include <array>
-#include <charconv>
 #include <ctime>
 #include <limits>
 #include <utility>
@@ -157,12 +156,12 @@ FileTime FromCalendar(const CalendarTime& time) {
 std::string UtcText(FileTime utc) {
     const CalendarTime parts = ToCalendar(utc);
     std::string text;
+    text.reserve(32);
+    // All values fit: years of file times have five digits at most.
     const auto add = [&text](std::int32_t value, std::size_t digits) {
-        char units[12];
-        const auto end = std::to_chars(units, units + sizeof units, value).ptr;
-        const auto length = static_cast<std::size_t>(end - units);
-        if (length < digits) text.append(digits - length, '0');
-        text.append(units, length);
+        text.append(digits, '0');
+        for (std::size_t at = text.size(); value > 0; value /= 10)
+            text[--at] = static_cast<char>('0' + value % 10);
     };
     const bool common = parts.year >= 0 && parts.year <= 9'999;
     if (!common) text.push_back(parts.year < 0 ? '-' : '+');
