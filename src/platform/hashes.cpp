@@ -31,8 +31,8 @@ void ThrowUnless(int done, const char* what = "SHA-1 is not available") {
 
 constexpr const char* kNoMd5 = "MD5 is not available";
 
-// Tables for eight bytes at a time: entry b of table n is the value of the byte b with n zeros behind it.
-using Crc16Tables = std::array<std::array<std::uint16_t, 256>, 8>;
+// Tables for sixteen bytes at a time: entry b of table n is the value of the byte b with n zeros behind it.
+using Crc16Tables = std::array<std::array<std::uint16_t, 256>, 16>;
 constexpr Crc16Tables MakeCrc16Tables() {
     constexpr unsigned kPolynomial = 0xA001;
     Crc16Tables tables{};
@@ -69,9 +69,10 @@ void Crc32::Add(const void* bytes, std::size_t size) {
 void Crc16::Add(const void* bytes, std::size_t size) {
     const auto* at = static_cast<const unsigned char*>(bytes);
     unsigned value = value_;
-    for (; size >= 8; size -= 8, at += 8) {
-        value = kCrc16[7][(value ^ at[0]) & 0xFF] ^ kCrc16[6][(value >> 8) ^ at[1]] ^ kCrc16[5][at[2]] ^
-                kCrc16[4][at[3]] ^ kCrc16[3][at[4]] ^ kCrc16[2][at[5]] ^ kCrc16[1][at[6]] ^ kCrc16[0][at[7]];
+    constexpr std::size_t kStep = kCrc16.size();
+    for (; size >= kStep; size -= kStep, at += kStep) {
+        value = kCrc16[kStep - 1][(value ^ at[0]) & 0xFF] ^ kCrc16[kStep - 2][(value >> 8) ^ at[1]];
+        for (std::size_t i = 2; i < kStep; ++i) value ^= kCrc16[kStep - 1 - i][at[i]];
     }
     for (; size > 0; --size, ++at) value = value >> 8 ^ kCrc16[0][(value ^ *at) & 0xFF];
     value_ = static_cast<std::uint16_t>(value);
