@@ -5,7 +5,9 @@
 #include <bitset>
 #include <memory>
 
+#include "core/ccrc32.h"
 #include "core/content_comparator.h"
+#include "core/level_contents.h"
 #include "core/mod_date_time.h"
 #include "core/mod_sha1_hash.h"
 #include "core/size_rule.h"
@@ -60,11 +62,14 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
+// Bytes of each file that were hashed.
+using HashedBytes = std::array<std::atomic<std::uint64_t>, 2>;
+
 // Reads a file to its end as it then is. The hash sees every byte in order; `done` counts them. Runs in a
 // worker.
 template <typename Hash>
-std::string HashFile(const FileSystem& files, const std::string& path, std::atomic<std::uint64_t>& done,
-                     const StopFlag& stop, Hash& hash, std::string (*text)(Hash&)) {
+void HashFile(const FileSystem& files, const std::string& path, std::atomic<std::uint64_t>& done,
+              const StopFlag& stop, Hash& hash) {
     ReadFile file;
     ThrowIfFailed(files.OpenForReading(path, file));
     const auto block = std::make_unique_for_overwrite<char[]>(kHashBlock);
@@ -75,7 +80,21 @@ std::string HashFile(const FileSystem& files, const std::string& path, std::atom
         if (got != 0) hash.Add(block.get(), got);
         done.store(position + got, std::memory_order_relaxed);
     }
-    return text(hash);
+}
+
+// The job that hashes the file of a side, which owns all that it needs but the files.
+PendingJob<std::string>::Job HashJob(FileMethod method, const FileSystem& files, const std::string& path,
+                                     const std::shared_ptr<HashedBytes>& done, std::size_t side) {
+    return [&files, path, done, side, method](const StopFlag& stop) {
+        if (method == FileMethod::Crc32) {
+            Crc32 hash;
+            HashFile(files, path, (*done)[side], stop, hash);
+            return HexText(hash.Value());
+        }
+        Sha1 hash;
+        HashFile(files, path, (*done)[side], stop, hash);
+        return HexText(hash.Finish());
+    };
 }
 
 // The beginning of a file as bits, with dots behind it; empty for an empty file.
@@ -119,6 +138,23 @@ bool CompareStringsExact(std::string_view one, std::string_view two, ExactCompar
     return how == ExactCompare::Exact ? one == two : EqualIgnoringCase(one, two);
 }
 
+bool AreExistingFiles(const Toolbox& tools, const PerSide<std::string>& paths) {
+    for (const Side side : kBothSides) {
+        const bool isFirst = side == Side::Left;
+        std::string text;
+        if (paths[side].empty())
+            text = isFirst ? "File 1 not specified." : "File 2 not specified.";
+        else if (!tools.files.FileExists(paths[side]))
+            text = isFirst ? "\"" + paths[side] + "\" is not an existing file."
+                           : paths[side] + "  is not an existing file.";
+        if (text.empty()) continue;
+        tools.messages.Ask(
+            {.title = "File Not Found", .text = text, .icon = MessageIcon::Warning, .defaultAnswer = {}});
+        return false;
+    }
+    return true;
+}
+
 TwoFileReport TwoFileComparison::Compare(const PerSide<std::string>& paths,
                                          const std::vector<FileMethod>& methods) {
     TwoFileReport report;
@@ -127,10 +163,11 @@ TwoFileReport TwoFileComparison::Compare(const PerSide<std::string>& paths,
     tools_.loop.ResetCancel();
     Files files;
     for (const Side side : kBothSides) files.paths[side] = Trimmed(paths[side]);
-    if (!AreThere(files.paths)) {
+    if (!AreExistingFiles(tools_, files.paths)) {
         report.outcome = TwoFileOutcome::NotFound;
         return report;
     }
+    display_.Begin();
     for (const Side side : kBothSides) {
         ThrowIfFailed(tools_.files.Stat(files.paths[side], LinkPolicy::Follow, files.infos[side]));
         files.sizes[side] = SizeByRule(files.infos[side].size, compare_.Sizes);
@@ -150,22 +187,6 @@ TwoFileReport TwoFileComparison::Compare(const PerSide<std::string>& paths,
     const Error notWritten = tools_.log.TakeFailure();
     report.unlogged = notEmptied.IsOk() ? notWritten : notEmptied;
     return report;
-}
-
-bool TwoFileComparison::AreThere(const PerSide<std::string>& paths) {
-    for (const Side side : kBothSides) {
-        const bool isFirst = side == Side::Left;
-        std::string text;
-        if (paths[side].empty())
-            text = isFirst ? "File 1 not specified." : "File 2 not specified.";
-        else if (!tools_.files.FileExists(paths[side]))
-            text = isFirst ? "\"" + paths[side] + "\" is not an existing file."
-                           : paths[side] + "  is not an existing file.";
-        if (text.empty()) continue;
-        tools_.messages.Ask({"File Not Found", text, MessageIcon::Warning});
-        return false;
-    }
-    return true;
 }
 
 FileFinding TwoFileComparison::Find(FileMethod method, const Files& files) {
@@ -250,9 +271,15 @@ FileFinding TwoFileComparison::ByVersion(const Files& files) const {
     return finding;
 }
 
+void TwoFileComparison::ThrowIfCancelled() const {
+    tools_.loop.Yield();
+    if (tools_.loop.CancelRequested()) throw Cancelled();
+}
+
 bool TwoFileComparison::ContentsDiffer(const Files& files) {
     if (files.sizes[Side::Left] != files.sizes[Side::Right]) return true;
     const CancellableStep step(display_, tools_, compare_);
+    if (const auto differ = DifferByWorkers(files)) return *differ;
     DisplayedPercentage progress(display_);
     ContentComparator comparator(tools_, compare_);
     const bool differ = comparator.FilesDiffer(files.paths[Side::Left], files.paths[Side::Right],
@@ -261,45 +288,85 @@ bool TwoFileComparison::ContentsDiffer(const Files& files) {
     return differ;
 }
 
+// Nothing where there are no workers, and where the pair must be looked at closer: whatever fails has its
+// words there.
+std::optional<bool> TwoFileComparison::DifferByWorkers(const Files& files) {
+    if (workers_.Count() == 0) return std::nullopt;
+    PerSide<std::shared_ptr<OpenFolder>> folders;
+    PairToRead wanted;
+    for (const Side side : kBothSides) {
+        folders[side] = std::make_shared<OpenFolder>();
+        const std::string folder = GetParentFolderName(files.paths[side]);
+        if (!tools_.files.Open(folder, *folders[side]).IsOk()) return std::nullopt;
+        wanted[side] = {.name = GetLastItemInPath(files.paths[side]),
+                        .inode = files.infos[side].id.inode,
+                        .isLink = files.infos[side].isLink,
+                        .listed = files.sizes[side]};
+    }
+    DisplayedPercentage progress(display_);
+    const ReadingRule rule(CompareMethod::Contents, compare_.ChunkSize);
+    ReadingShown shown(rule, files.infos[Side::Left].size, progress, wanted[Side::Left].name);
+    ContentsAhead ahead(workers_, rule, compare_.Sizes, nullptr);
+    LevelContents contents(ahead, {{folders[Side::Left], folders[Side::Right]}}, 1,
+                           [&](std::size_t, PairToRead& pair) {
+                               pair = wanted;
+                               return true;
+                           });
+    const auto goOn = [&] {
+        ThrowIfCancelled();
+        contents.Advance();
+    };
+    const PairVerdict verdict = contents.Take(0, goOn, [&](std::uint64_t, std::uint64_t to) {
+        shown.ShowUpTo(to);
+        goOn();
+    });
+    if (verdict.kind == PairVerdict::Kind::LookCloser) return std::nullopt;
+    return verdict.kind != PairVerdict::Kind::Alike;
+}
+
 FileFinding TwoFileComparison::ByContents(const Files& files) {
     FileFinding finding;
     finding.differs = ContentsDiffer(files);
     finding.result = finding.differs ? kDifferent : kSame;
-    for (const Side side : kBothSides) finding.shown[side] = FirstBits(tools_.files, files.paths[side]);
+    for (const Side side : kBothSides)
+        if (files.sizes[side] != Currency()) finding.shown[side] = FirstBits(tools_.files, files.paths[side]);
     return finding;
+}
+
+// In the one thread, with a look at the cancel flag between the pieces.
+std::string TwoFileComparison::HashHere(FileMethod method, const std::string& path) {
+    DisplayedPercentage progress(display_);
+    std::string text = method == FileMethod::Crc32
+                           ? CCRC32(tools_, compare_).GetHexCRC32OfFile(path, &progress)
+                           : SHA1OfFile(tools_, compare_, path, &progress);
+    if (compare_.CompareCancelled) throw Cancelled();
+    return text;
 }
 
 PerSide<std::string> TwoFileComparison::HashBoth(FileMethod method, const Files& files) {
     const std::string name = method == FileMethod::Crc32 ? "CRC" : "SHA";
+    const bool hasWorkers = workers_.Count() != 0;
     // Shared with jobs that may outlive this call where a cancel leaves them behind.
-    const auto done = std::make_shared<std::array<std::atomic<std::uint64_t>, 2>>();
+    const auto done = std::make_shared<HashedBytes>();
     JobQueue<std::string> queue(workers_, {});
-    for (const Side side : kBothSides)
-        queue.Add([&system = tools_.files, path = files.paths[side], done, method,
-                   index = Index(side)](const StopFlag& stop) {
-            if (method == FileMethod::Crc32) {
-                Crc32 hash;
-                return HashFile<Crc32>(system, path, (*done)[index], stop, hash,
-                                       [](Crc32& each) { return HexText(each.Value()); });
-            }
-            Sha1 hash;
-            return HashFile<Sha1>(system, path, (*done)[index], stop, hash,
-                                  [](Sha1& each) { return HexText(each.Finish()); });
-        });
-    PerSide<std::string> texts;
+    if (hasWorkers)
+        for (const Side side : kBothSides)
+            queue.Add(HashJob(method, tools_.files, files.paths[side], done, Index(side)));
+    FileFinding finding;
+    finding.method = method;
     for (const Side side : kBothSides) {
         display_.SetStatus("Calculating File " + std::to_string(Index(side) + 1) + " " + name + "...");
         const std::uint64_t size = std::max<std::uint64_t>(files.infos[side].size, 1);
-        texts[side] = queue.TakeNext([&] {
-            tools_.loop.Yield();
-            if (tools_.loop.CancelRequested()) throw Cancelled();
+        const auto showProgress = [&] {
+            ThrowIfCancelled();
             const std::uint64_t bytes = (*done)[Index(side)].load(std::memory_order_relaxed);
             display_.SetPercentage(static_cast<int>(std::min(bytes, size) * 100 / size));
-        });
-        tools_.loop.Yield();
-        if (tools_.loop.CancelRequested()) throw Cancelled();
+        };
+        finding.shown[side] = hasWorkers ? queue.TakeNext(showProgress) : HashHere(method, files.paths[side]);
+        display_.ShowFinding(finding);
+        ThrowIfCancelled();
     }
-    return texts;
+    return finding.shown;
 }
 
 FileFinding TwoFileComparison::ByHash(FileMethod method, const Files& files) {

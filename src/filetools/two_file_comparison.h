@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,10 +37,13 @@ struct FileFinding {
 class TwoFileDisplay {
   public:
     virtual ~TwoFileDisplay() = default;
+    // Both paths name files: findings follow, and those of an earlier run go.
+    virtual void Begin() = 0;
     virtual void SetStatus(std::string_view text) = 0;
     // A long step that can be cancelled begins, with its bar at 0, or ends.
     virtual void SetCancellable(bool on) = 0;
     virtual void SetPercentage(int percentage) = 0;
+    // Also of one file before the other: `result` is then empty, and the whole finding follows.
     virtual void ShowFinding(const FileFinding& finding) = 0;
 };
 
@@ -51,6 +55,9 @@ struct TwoFileReport {
     Error unlogged;                     // what kept ERRORLOG.TXT from being written
 };
 
+// Whether both paths name files; the user is told of the first that does not.
+bool AreExistingFiles(const Toolbox& tools, const PerSide<std::string>& paths);
+
 // Compares two files by the methods given, in the order of their rows. A path that names no file is told to
 // the user, and a cancel as well. Whether errors went to the log stands in ErrorsDuringCompare. Throws
 // ErrorException where a file cannot be looked at or read.
@@ -60,8 +67,8 @@ struct TwoFileReport {
 // being read.
 class TwoFileComparison {
   public:
-    // All must outlive the object. `workers` make the hashes of both files beside each other; with none of
-    // them a cancel is heard between the files only.
+    // All must outlive the object. `workers` compare the contents in stretches, and make the hashes of both
+    // files beside each other. With none of them the one thread does it all.
     TwoFileComparison(const Toolbox& tools, CCompare& compare, Workers& workers, TwoFileDisplay& display)
         : tools_(tools), compare_(compare), workers_(workers), display_(display) {}
 
@@ -70,7 +77,6 @@ class TwoFileComparison {
   private:
     struct Files;
 
-    bool AreThere(const PerSide<std::string>& paths);
     FileFinding Find(FileMethod method, const Files& files);
     FileFinding BySize(const Files& files) const;
     FileFinding ByDateTime(const Files& files) const;
@@ -79,7 +85,10 @@ class TwoFileComparison {
     FileFinding ByContents(const Files& files);
     FileFinding ByHash(FileMethod method, const Files& files);
     bool ContentsDiffer(const Files& files);
+    std::optional<bool> DifferByWorkers(const Files& files);
     PerSide<std::string> HashBoth(FileMethod method, const Files& files);
+    std::string HashHere(FileMethod method, const std::string& path);
+    void ThrowIfCancelled() const;
 
     const Toolbox& tools_;
     CCompare& compare_;

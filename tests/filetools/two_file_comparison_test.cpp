@@ -21,6 +21,10 @@ using testing::TestToolbox;
 
 class RecordedDisplay : public TwoFileDisplay {
   public:
+    void Begin() override {
+        EXPECT_TRUE(shown.empty() && statuses.empty());
+        ++begun;
+    }
     void SetStatus(std::string_view text) override { statuses.emplace_back(text); }
     void SetCancellable(bool on) override {
         EXPECT_NE(on, cancellable);
@@ -31,10 +35,17 @@ class RecordedDisplay : public TwoFileDisplay {
         EXPECT_TRUE(cancellable);
         EXPECT_TRUE(percentage >= 0 && percentage <= 100) << percentage;
     }
-    void ShowFinding(const FileFinding& finding) override { shown.push_back(finding.method); }
+    void ShowFinding(const FileFinding& finding) override {
+        if (finding.result.empty())
+            parts.push_back(finding.shown);
+        else
+            shown.push_back(finding.method);
+    }
 
     std::vector<std::string> statuses;
     std::vector<FileMethod> shown;
+    std::vector<PerSide<std::string>> parts;
+    int begun = 0;
     bool cancellable = false;
     int steps = 0;
 };
@@ -86,6 +97,9 @@ TEST_F(TwoFileComparisonTest, AllMethodsOfTwoEqualFiles) {
                     "Calculating File 2 CRC...", "Calculating File 1 SHA...", "Calculating File 2 SHA..."));
     EXPECT_EQ(3, display.steps);
     EXPECT_FALSE(display.cancellable);
+    ASSERT_EQ(4U, display.parts.size()) << "each hash is shown as soon as it is known";
+    EXPECT_EQ("CBF43926", display.parts[0][Side::Left]);
+    EXPECT_EQ("", display.parts[0][Side::Right]);
 }
 
 TEST_F(TwoFileComparisonTest, EachMethodSeesItsOwnDifference) {
@@ -123,6 +137,68 @@ TEST_F(TwoFileComparisonTest, EachMethodSeesItsOwnDifference) {
     EXPECT_EQ("00000000", Only(FileMethod::Crc32).shown[Side::Right]);
 }
 
+// Pairs of many sizes, which differ in one byte, in length or not at all: the workers, which take a large
+// pair in stretches, come to what the one thread comes to, and that is true.
+TEST_F(TwoFileComparisonTest, WorkersFindWhatOneThreadFinds) {
+    std::mt19937 random(std::random_device{}());
+    const unsigned seed = random();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    random.seed(seed);
+    const std::vector<FileMethod> methods = {FileMethod::Contents, FileMethod::Crc32, FileMethod::Sha1};
+    for (const std::size_t most : {50UL, 20'000UL, 600'000UL, 5'000'000UL, 20'000'000UL}) {
+        compare.ChunkSize = static_cast<std::int32_t>(1 + random() % (std::size_t{1} << (random() % 22)));
+        std::string one(1 + random() % most, '\0');
+        for (std::size_t at = 0; at < one.size(); at += 1 + at / 8) one[at] = static_cast<char>(random());
+        std::string two = one;
+        const bool alike = random() % 3 == 0;
+        if (!alike) two[random() % two.size()] ^= 1;
+        box.folder.Write("one", one);
+        box.folder.Write("two", two);
+        const TwoFileReport here = Run(methods, 0), workers = Run(methods, 3);
+        ASSERT_EQ(methods.size(), here.findings.size());
+        ASSERT_EQ(methods.size(), workers.findings.size());
+        for (std::size_t i = 0; i < methods.size(); ++i) {
+            EXPECT_EQ(!alike, here.findings[i].differs) << one.size();
+            EXPECT_EQ(!alike, workers.findings[i].differs) << one.size();
+            EXPECT_EQ(here.findings[i].shown[Side::Left], workers.findings[i].shown[Side::Left]);
+            EXPECT_EQ(here.findings[i].shown[Side::Right], workers.findings[i].shown[Side::Right]);
+        }
+    }
+    EXPECT_FALSE(compare.ErrorsDuringCompare);
+}
+
+TEST_F(TwoFileComparisonTest, OneFileByTwoNamesIsTheSame) {
+    box.folder.Write("one", std::string(2'000'000, 'x'));
+    ASSERT_EQ(0, symlink("one", (box.folder / "two").c_str()));
+    for (const FileFinding& finding : Run().findings) EXPECT_FALSE(finding.differs) << finding.result;
+    EXPECT_FALSE(compare.ErrorsDuringCompare);
+}
+
+// A file that goes while the pair is compared ends the run with an error, at whichever row that is.
+TEST_F(TwoFileComparisonTest, AFileThatVanishesIsAnError) {
+    struct Removing : RecordedDisplay {
+        void ShowFinding(const FileFinding& finding) override {
+            if (finding.method == after) unlink(path.c_str());
+        }
+        FileMethod after{};
+        std::string path;
+    } removing;
+    removing.path = box.folder / "two";
+    for (const std::size_t workerCount : {std::size_t{0}, std::size_t{2}}) {
+        Workers workers(workerCount);
+        for (const FileMethod after : {FileMethod::DateTime, FileMethod::Version, FileMethod::Contents}) {
+            for (const char* name : {"one", "two"}) box.folder.Write(name, "abc");
+            static_cast<RecordedDisplay&>(removing) = {};
+            removing.after = after;
+            EXPECT_THROW((void)TwoFileComparison(box.Get(), compare, workers, removing)
+                             .Compare({{box.folder / "one", box.folder / "two"}},
+                                      {kFileMethods.begin(), kFileMethods.end()}),
+                         ErrorException);
+            EXPECT_FALSE(removing.cancellable);
+        }
+    }
+}
+
 TEST_F(TwoFileComparisonTest, LargeFilesGoByTheRuleOfSizes) {
     box.folder.Write("one", "");
     box.folder.Write("two", "");
@@ -134,6 +210,20 @@ TEST_F(TwoFileComparisonTest, LargeFilesGoByTheRuleOfSizes) {
     EXPECT_EQ("File 1 is larger than file 2", size.result);
     EXPECT_EQ("4 GB", size.shown[Side::Left]);
     EXPECT_TRUE(Only(FileMethod::Contents).differs);
+    EXPECT_FALSE(compare.ErrorsDuringCompare);
+
+    // Of 2 GiB and a byte each, which are read as any other pair is.
+    for (const char* name : {"one", "two"}) {
+        box.folder.Write(name, name);
+        ASSERT_EQ(0, truncate((box.folder / name).c_str(), (off_t{1} << 31) + 1));
+    }
+    EXPECT_TRUE(Only(FileMethod::Contents).differs);
+    EXPECT_EQ(1, display.steps);
+    EXPECT_FALSE(compare.ErrorsDuringCompare);
+    // The words have no size for them: they are judged by size and date, and the log says so.
+    compare.Sizes = SizeRule::Words;
+    (void)Only(FileMethod::Contents);
+    EXPECT_TRUE(compare.ErrorsDuringCompare);
 }
 
 TEST_F(TwoFileComparisonTest, PathsThatNameNoFileAreTold) {
@@ -146,6 +236,7 @@ TEST_F(TwoFileComparisonTest, PathsThatNameNoFileAreTold) {
                                          .Compare({{left, right}}, {FileMethod::Size});
         EXPECT_EQ(TwoFileOutcome::NotFound, report.outcome);
         EXPECT_TRUE(report.findings.empty());
+        EXPECT_EQ(0, display.begun) << "what an earlier run found stays";
         EXPECT_EQ(1U, box.messages.shown.size());
         return box.messages.shown.empty() ? std::string() : box.messages.Line(0);
     };
@@ -153,6 +244,8 @@ TEST_F(TwoFileComparisonTest, PathsThatNameNoFileAreTold) {
     EXPECT_EQ("File Not Found: File 2 not specified.", run(" " + one + " ", ""));
     EXPECT_EQ("File Not Found: \"" + folder + "\" is not an existing file.", run(folder, one));
     EXPECT_EQ("File Not Found: " + folder + "gone  is not an existing file.", run(one, folder + "gone"));
+    ASSERT_EQ(0, mkfifo((box.folder / "pipe").c_str(), 0600));
+    EXPECT_EQ("File Not Found: " + folder + "pipe  is not an existing file.", run(one, folder + "pipe"));
 }
 
 // Wherever it is cancelled, with workers and without, nothing is found after that and the user is told once.

@@ -57,7 +57,8 @@ bool TakeMethods(std::string_view text, std::vector<FileMethod>& to) {
 // The state of the run in the line that a terminal shows.
 class ConsoleFilesDisplay : public TwoFileDisplay {
   public:
-    explicit ConsoleFilesDisplay(ConsoleProgress& progress) : progress_(progress) { progress_.Show(); }
+    explicit ConsoleFilesDisplay(ConsoleProgress& progress) : progress_(progress) {}
+    void Begin() override { progress_.Show(); }
     void SetStatus(std::string_view text) override { progress_.SetMessage(text); }
     void SetCancellable(bool on) override {
         progress_.SetBarRange(on ? 100 : 0);
