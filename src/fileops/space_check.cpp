@@ -25,9 +25,6 @@ SpaceAnswer DecideOnSpace(const Toolbox& tools, std::string_view routineName, co
     return answer;
 }
 
-namespace {
-
-// The drive of the target and what is free there.
 void LookAtDrive(const Toolbox& tools, const std::string& folder, SpaceAnswer& answer) {
     answer.drive = tools.volumes.GetDriveName(folder);
     if (answer.drive.empty() || !tools.volumes.IsReady(answer.drive))
@@ -35,6 +32,8 @@ void LookAtDrive(const Toolbox& tools, const std::string& folder, SpaceAnswer& a
     answer.available = tools.volumes.GetAvailableDriveSpace(answer.drive);
     answer.enough = answer.available - answer.required >= Currency();
 }
+
+namespace {
 
 // Of the object itself, where the listing looked at it.
 Currency SizeOf(const ResultRow& row) {
@@ -56,7 +55,7 @@ struct Going {
 
 // The size of a folder's row tells of what its links lead to as well. Only where it would not suffice it is
 // worth a look at what the folders take themselves.
-void LookAtDrive(const Toolbox& tools, const Going& going, SpaceAnswer& answer) {
+void LookAtDriveFor(const Toolbox& tools, const Going& going, SpaceAnswer& answer) {
     if (answer.required < Currency::FromWhole(1)) return;
     LookAtDrive(tools, going.target, answer);
     if (answer.enough) return;
@@ -127,7 +126,7 @@ SpaceAnswer EnoughSpaceForCopyLvwToLvw(const Toolbox& tools, const ResultList& l
                          [&](SpaceAnswer& answer) {
                              answer.required = GetSizeOfSelectedRows(list) -
                                                GetSizeOfSelectedRowsWithCounterpart(list, otherList);
-                             LookAtDrive(tools, {list, folder, otherFolder, true}, answer);
+                             LookAtDriveFor(tools, {list, folder, otherFolder, true}, answer);
                          });
 }
 
@@ -141,7 +140,7 @@ SpaceAnswer EnoughSpaceForMoveLvwToLvw(const Toolbox& tools, const ResultList& l
                                  return;
                              answer.required = GetSizeOfSelectedRows(list) -
                                                GetSizeOfSelectedRowsWithCounterpart(list, otherList);
-                             LookAtDrive(tools, {list, folder, otherFolder, true}, answer);
+                             LookAtDriveFor(tools, {list, folder, otherFolder, true}, answer);
                          });
 }
 
@@ -152,7 +151,7 @@ SpaceAnswer EnoughSpaceForCopyLvwToSpecificDir(const Toolbox& tools, const Resul
                              answer.required =
                                  GetSizeOfSelectedRows(list) -
                                  GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, list, dir);
-                             LookAtDrive(tools, {list, folder, dir, false}, answer);
+                             LookAtDriveFor(tools, {list, folder, dir, false}, answer);
                          });
 }
 
@@ -165,7 +164,7 @@ SpaceAnswer EnoughSpaceForMoveLvwToSpecificDir(const Toolbox& tools, const Resul
                              answer.required =
                                  GetSizeOfSelectedRows(list) -
                                  GetSizeCurrencyOfComplimentFilesInSpecificDir(tools, list, dir);
-                             LookAtDrive(tools, {list, folder, dir, false}, answer);
+                             LookAtDriveFor(tools, {list, folder, dir, false}, answer);
                          });
 }
 

@@ -34,6 +34,10 @@ struct SpaceAnswer {
     std::string drive;
 };
 
+// The drive of `folder`, what is free there, and whether that is enough for what is required. Throws
+// ErrorException where the drive is not there.
+void LookAtDrive(const Toolbox& tools, const std::string& folder, SpaceAnswer& answer);
+
 // The way out that all space checks share: where `work` meets a permission denied there is enough, where it
 // meets a path not found there is not, after a box with the title; every other error is reported under
 // `routineName`, and stops nothing.
