@@ -1,7 +1,7 @@
 // Whole comparisons by vantrel-cli against the tools that a user would take instead. Started by bench/run:
 //   compare_bench VANTREL-CLI FOLDER [ROUNDS [PART...]]
 // FOLDER is an empty folder for the corpora; ROUNDS are 7 without it; PART is one of flat, trees, deep,
-// mixed, large, cold. With another program in $VANTREL_BASELINE, "--jobs 1" is held against that.
+// mixed, large, files, cold. With another program in $VANTREL_BASELINE, "--jobs 1" is held against that.
 #include <fcntl.h>
 #include <openssl/evp.h>
 #include <unistd.h>
@@ -75,6 +75,14 @@ class Bench {
         Alone("large", {"--method", "contents"});
         Drop("large");
     }
+    void Files() {
+        MakeLargePair(folder_ + "/files", 1, std::size_t{2} << 30);
+        Report("Two files of 2 GiB, contents", {CliFiles("contents"), OfFiles({"cmp"}, 0.5)}, rounds_);
+        Report("The same, CRC-32", {CliFiles("crc"), OfFiles({"sha1sum"}, 0.6)}, rounds_);
+        Report("The same, SHA-1", {CliFiles("sha"), OfFiles({"sha1sum"}, 0.6), HashPass("files", 0)},
+               rounds_);
+        Drop("files");
+    }
     // Only root may empty the cache.
     void Cold() {
         if (!std::filesystem::exists(folder_ + "/trees")) MakeTreePair(folder_ + "/trees", kFiles, kFolders);
@@ -121,6 +129,18 @@ class Bench {
         command.insert(command.end(), options.begin(), options.end());
         command.insert(command.end(), {Left(corpus), Right(corpus)});
         return {"vantrel-cli compare", command, {}};
+    }
+    // A command on the two files that the sides of "files" hold.
+    Contender OfFiles(std::vector<std::string> command, double limit) const {
+        const std::string name = command.front();
+        for (const std::string& side : {Left("files"), Right("files")})
+            command.push_back(std::filesystem::directory_iterator(side)->path());
+        return {name, std::move(command), {}, limit};
+    }
+    Contender CliFiles(const std::string& method) const {
+        Contender contender = OfFiles({cli_, "files", "--true-sizes", "yes", "--only", method}, 0);
+        contender.name = "vantrel-cli files";
+        return contender;
     }
     Contender Find(const std::string& corpus, double limit) const {
         return {"find -printf", {"find", Left(corpus), Right(corpus), "-printf", "%s %T@ %p\\n"}, {}, limit};
@@ -171,7 +191,8 @@ struct Part {
 };
 constexpr std::array kParts = {Part{"flat", &Bench::Flat},   Part{"trees", &Bench::Trees},
                                Part{"deep", &Bench::Deep},   Part{"mixed", &Bench::Mixed},
-                               Part{"large", &Bench::Large}, Part{"cold", &Bench::Cold}};
+                               Part{"large", &Bench::Large}, Part{"files", &Bench::Files},
+                               Part{"cold", &Bench::Cold}};
 
 // As in "ext4".
 std::string FileSystemOf(const std::string& folder) {

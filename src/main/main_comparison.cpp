@@ -2,6 +2,7 @@
 
 #include "core/file_system_reminder.h"
 #include "core/unlisted_folders.h"
+#include "diagnostics/log_offer.h"
 #include "main/application.h"
 
 namespace vantrel {
@@ -144,13 +145,7 @@ void MainComparison::TellUnlisted(CompareOutcome outcome, CompareEnding ending) 
 
 void MainComparison::AskToViewErrors(CompareOutcome, CompareEnding ending) {
     if (ending != CompareEnding::Announced || !application_.compare.ErrorsDuringCompare) return;
-    const MessageAnswer answer =
-        application_.around.messages.Ask({"Errors Occurred",
-                                          "Errors were encountered during the comparison.\r\n\r\n"
-                                          "See the file ERRORLOG.TXT for details.\r\n\r\n"
-                                          "Would you like to view the log file now?",
-                                          MessageIcon::Stop, MessageButtons::YesNo});
-    if (answer == MessageAnswer::Yes && !application_.Window().IsClosing())
+    if (OfferErrorLog(application_.around.messages) && !application_.Window().IsClosing())
         application_.GetCommands().Run("mnuViewErrorLog");
 }
 

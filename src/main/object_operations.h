@@ -34,6 +34,8 @@ class ObjectOperations : private SyncConfirmation {
     void Recycle();
     void DeletePermanently();
     void Drop(DropAction action, const std::vector<std::string>& paths, const std::string& folder);
+    // The doors for windows that change single files.
+    ShellWrappers& Wrappers() { return wrappers_; }
     // Compares first where there is no result yet.
     void Synchronize(SyncScope scope);
 

@@ -104,6 +104,47 @@ void ResultPanes::ExchangePanes() {
     });
 }
 
+const ResultRow* ResultPanes::CounterpartOf(Side side, std::size_t row) const {
+    const ResultList& held = hold_[Other(side)];
+    const std::uint32_t tag = panes_[side][row].tag;
+    if (tag != 0) return tag <= held.Count() ? &held[tag - 1] : nullptr;
+    const PaneList& shown = panes_[Other(side)];
+    return aligned_ && row < shown.Count() ? &shown[row] : nullptr;
+}
+
+namespace {
+
+void MakeAlike(ResultRow& row, const ResultPanes::AlikeNow& now, const Sighting& seen, const Seen* kept) {
+    if (row.kind != RowKind::File) return;
+    row.size = std::max(now.size, Currency());
+    row.lastWrite = now.lastWrite;
+    row.type = ResultType::Same;
+    row.isLink = seen.kind == Sighting::Kind::Link;
+    row.seen = kept;
+}
+
+}  // namespace
+
+void ResultPanes::BringIntoLine(Side side, std::size_t row, const AlikeNow& now) {
+    const std::uint32_t tag = panes_[side][row].tag;
+    for (const Side each : kBothSides) {
+        const Sighting& seen = now.seen[each];
+        const Seen* kept = nullptr;
+        if (seen.state == Sighting::State::Present) {
+            const auto pool = std::make_shared<SeenPool>();
+            kept = pool->Add(seen.seen);
+            hold_[each].SharePool(pool);
+            panes_[each].rows_.SharePool(pool);
+        }
+        if (tag != 0 && tag <= hold_[each].Count()) MakeAlike(hold_[each][tag - 1], now, seen, kept);
+        if (each != side && (!aligned_ || row >= panes_[each].Count())) continue;
+        MakeAlike(panes_[each].rows_[row], now, seen, kept);
+    }
+    for (const Side each : kBothSides)
+        Tell([each](ResultPanesObserver& observer) { observer.SelectionChanged(each); });
+    SetStatusTexts(StatusTextOf(panes_[Side::Left]), StatusTextOf(panes_[Side::Right]));
+}
+
 void ResultPanes::ChooseView(std::int32_t viewType) {
     if (busy_.IsBusy()) return;
     viewSelections_.SetCheckedItem(viewType);

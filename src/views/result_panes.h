@@ -8,6 +8,7 @@
 #include "core/result_list.h"
 #include "diagnostics/error_reporter.h"
 #include "platform/busy_state.h"
+#include "platform/files/sighting.h"
 #include "platform/ports.h"
 #include "views/cview_selections.h"
 #include "views/pane_list.h"
@@ -63,6 +64,18 @@ class ResultPanes {
     void DisplayViewSelections();
     // Number of the checked one of the four view items, kViewAll to kViewCustom.
     std::int32_t CheckedViewItem() const { return viewSelections_.CheckedItem(); }
+
+    // The other half of the pair of which the pane of `side` shows one at `row`, also where the other pane
+    // does not show it; nullptr where that is not known.
+    const ResultRow* CounterpartOf(Side side, std::size_t row) const;
+    // The two files of that pair are alike now, with this size and time, and as they were seen. Says so in
+    // both panes, whatever the view shows, and in the hold lists. Halves that stand for no file stay.
+    struct AlikeNow {
+        Currency size;
+        FileTime lastWrite;
+        PerSide<Sighting> seen;  // of the objects themselves
+    };
+    void BringIntoLine(Side side, std::size_t row, const AlikeNow& now);
 
     // Panels 1 and 2 of the status bar, and panel 4. They are state: an inversion leaves the old text.
     const std::string& StatusText(Side side) const { return statusTexts_[side]; }

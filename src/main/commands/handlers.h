@@ -23,6 +23,9 @@ void InstallOperationCommands(Application& application);
 void InstallFileDiffCommands(Application& application);
 void InstallHexDumpCommands(Application& application);
 
+// ERRORLOG.TXT in its viewer, over that window.
+void ShowErrorLog(Application& application, QWidget& over);
+
 // A page of the help, in the program that shows such pages, or in a window of our own where there is none.
 void OpenHelpPage(Application& application, std::string_view page);
 

@@ -3,15 +3,12 @@
 #include "main/commands/handlers.h"
 
 namespace vantrel {
-namespace {
 
-void ShowErrorLog(Application& application) {
-    frmErrorLog viewer(application.around.files, application.reporter, &application.Window());
+void ShowErrorLog(Application& application, QWidget& over) {
+    frmErrorLog viewer(application.around.files, application.reporter, &over);
     viewer.DisplayFile(application.log.Path());
     viewer.exec();
 }
-
-}  // namespace
 
 void InstallSelectionAndViewCommands(Application& application) {
     Commands& commands = application.GetCommands();
@@ -27,7 +24,8 @@ void InstallSelectionAndViewCommands(Application& application) {
     commands.SetHandler("mnuViewDifferences", [&panes] { panes.ChooseView(kViewDifferent); });
     commands.SetHandler("mnuViewSimilarities", [&panes] { panes.ChooseView(kViewSimilar); });
     commands.SetHandler("mnuViewOther", [&panes] { panes.ChooseOtherView(); });
-    commands.SetHandler("mnuViewErrorLog", [&application] { ShowErrorLog(application); });
+    commands.SetHandler("mnuViewErrorLog",
+                        [&application] { ShowErrorLog(application, application.Window()); });
 }
 
 }  // namespace vantrel

@@ -151,7 +151,9 @@ bool QtShellProgress::CancelAsked() {
     if (!running_) return false;
     const std::uint32_t now = clock_.GetTickCount();
     if (!window_ && now - begun_ >= kShowAfter) {
-        window_ = std::make_unique<frmShellProgress>(parent_ ? parent_.data() : QApplication::activeWindow());
+        QWidget* const modal = QApplication::activeModalWidget();
+        QWidget* const over = modal ? modal : parent_ ? parent_.data() : QApplication::activeWindow();
+        window_ = std::make_unique<frmShellProgress>(over);
         window_->Show(operation_);
         painted_ = now - kPaintEvery;
     }
