@@ -1,6 +1,7 @@
 #include "dupes/content_pass.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace vantrel {
@@ -107,8 +108,7 @@ void ContentPass::Tell() {
     const std::uint64_t read = figures.bytesDone - std::min(bytesKnown_, figures.bytesDone);
     if (elapsed >= kLeastForSpeed && read > 0) {
         const double left = static_cast<double>(bytesTotal_ - figures.bytesDone);
-        figures.secondsLeft =
-            static_cast<std::int64_t>(left / static_cast<double>(read) * elapsed / 1'000.0 + 0.5);
+        figures.secondsLeft = std::llround(left / static_cast<double>(read) * elapsed / 1'000.0);
     }
     parts_.progress.SetFigures(figures);
     parts_.progress.SetBar(reached_, maximum_);

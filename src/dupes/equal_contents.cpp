@@ -143,6 +143,7 @@ class SetReader {
             byEnds[ends].push_back(i);
         }
         std::vector<Members> alike;
+        alike.reserve(byEnds.size());
         for (auto& [print, members] : byEnds) alike.push_back(std::move(members));
         // Files come first that were found first, whatever is in them.
         std::sort(alike.begin(), alike.end());

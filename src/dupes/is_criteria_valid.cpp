@@ -37,6 +37,7 @@ bool FoldersExist(const Toolbox& tools, Workers& workers, const DupeSearchOrder&
 // A test of texts: also "/data" and "/database".
 bool OneHoldsAnother(const std::vector<std::string>& folders) {
     std::vector<std::string> folded;
+    folded.reserve(folders.size());
     for (const std::string& folder : folders) folded.push_back(FoldCase(folder));
     for (std::size_t a = 0; a < folded.size(); ++a)
         for (std::size_t b = 0; b < folded.size(); ++b)
