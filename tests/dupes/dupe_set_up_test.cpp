@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "dupes/protected_folders.h"
 #include "support/scripted_ports.h"
 
 namespace vantrel {
@@ -67,6 +68,21 @@ TEST_F(DupeSetUpTest, MovingElsewhereNeedsAFolder) {
     EXPECT_TRUE(ChooseRemoveMethod(messages, settings, RemovalMethod::MoveToOtherFolder));
     EXPECT_EQ("/there", settings.UserDefinedMoveFolderPath());
     EXPECT_EQ(RemovalMethod::MoveToOtherFolder, settings.RemoveMethod());
+}
+
+// The mark of a folder goes where the folder goes.
+TEST_F(DupeSetUpTest, ProtectionBelongsToAFolderOfTheList) {
+    settings.SetFolderPaths({"/a", "/b?"});
+    for (const char* folder : {"/a", "/b?"}) SetProtectedFolder(settings, folder, true);
+    SetProtectedFolder(settings, "/a", true);  // once is enough
+    EXPECT_EQ((std::vector<std::string>{"/b?", "/a"}), settings.ProtectedFolders());
+    MoveProtection(settings, "/a", "/c");
+    MoveProtection(settings, "/nobody", "/d");
+    RemoveSearchFolder(settings, 1);
+    RemoveSearchFolder(settings, 7);
+    EXPECT_EQ((std::vector<std::string>{"/a"}), settings.FolderPaths());
+    EXPECT_EQ((std::vector<std::string>{"/c"}), settings.ProtectedFolders());
+    EXPECT_FALSE(IsProtectedFolder(settings, "/b?"));
 }
 
 }  // namespace

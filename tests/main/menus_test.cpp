@@ -130,8 +130,10 @@ TEST(Menus, TogglesFlipTheirOptionAndNothingElse) {
         if (entry.kind != CommandKind::Check) continue;
         QAction* action = application.GetCommands().Action(entry.name);
         const bool before = action->isChecked();
+        program.messages.answers = {MessageAnswer::Yes};  // to those that ask whether they are meant
         action->trigger();
         EXPECT_EQ(action->isChecked(), !before) << entry.name;
+        std::erase_if(program.messages.shown, [](const Message& each) { return each.title == "Warning!"; });
         EXPECT_TRUE(application.results.HasResult()) << entry.name;
     }
     // All of them arrive in the settings file, and come back from there.
@@ -156,6 +158,7 @@ TEST(Menus, OneItemOfAnExclusiveGroupIsChecked) {
     script.Await("frmCustomSync", [](QWidget& table) { table.close(); });
     for (const CommandEntry& entry : MainMenuEntries()) {
         if (entry.kind != CommandKind::Exclusive || !commands.IsEnabled(entry.name)) continue;
+        program.messages.texts = {"/elsewhere"};  // to the one that needs a folder
         commands.Run(entry.name);
         for (const CommandEntry& other : MainMenuEntries())
             if (other.kind == CommandKind::Exclusive && other.parent == entry.parent) {

@@ -90,7 +90,12 @@ class Screen {
     }
 
     Application& Get() { return program_.Get(); }
-    void Press(const OptionLine& line) { Get().GetCommands().Action(line.toggle.item)->trigger(); }
+    // Some ask first whether they are really meant.
+    void Press(const OptionLine& line) {
+        program_.messages.answers = {MessageAnswer::Yes};
+        Get().GetCommands().Action(line.toggle.item)->trigger();
+        program_.messages.answers.clear();
+    }
 
     bool IsChecked(const OptionLine& line) {
         return Get().GetCommands().Action(line.toggle.item)->isChecked();

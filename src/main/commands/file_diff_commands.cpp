@@ -52,20 +52,6 @@ Paths PathsOf(const Application& application, const SelectedPair& pair) {
     return paths;
 }
 
-void ShowDifferences(Application& application, const Paths& paths, QWidget* over) {
-    application.viewFileDiffs.FileOne = paths[Side::Left];
-    application.viewFileDiffs.FileTwo = paths[Side::Right];
-    application.viewFileDiffs.Encodings = {};
-    ShowFileDifferences({.tools = application.tools,
-                         .settings = application.options,
-                         .options = application.viewFileDiffs,
-                         .globalDiffObject = application.globalDiffObject,
-                         .desktop = application.around.desktop,
-                         .requestCancel = [&application] { application.around.events.RequestCancel(); },
-                         .showHelp = [&application] { OpenHelpPage(application, "differences.html"); }},
-                        application.results.folders, over);
-}
-
 void ShowFileDiffs(Application& application) {
     const auto pair = SelectedPairOf(application);
     if (!pair) return Tell(application, "No file is selected");
@@ -116,6 +102,26 @@ void Sync(Application& application, const Paths& paths, QWidget* over) {
 
 void CompareFiles(Application& application) {
     const BusyState::Job job(application.busy);
+    ShowCompareFiles(application, PathsToCompare(application, application.Window()), &application.Window());
+}
+
+}  // namespace
+
+void ShowDifferences(Application& application, const Paths& paths, QWidget* over) {
+    application.viewFileDiffs.FileOne = paths[Side::Left];
+    application.viewFileDiffs.FileTwo = paths[Side::Right];
+    application.viewFileDiffs.Encodings = {};
+    ShowFileDifferences({.tools = application.tools,
+                         .settings = application.options,
+                         .options = application.viewFileDiffs,
+                         .globalDiffObject = application.globalDiffObject,
+                         .desktop = application.around.desktop,
+                         .requestCancel = [&application] { application.around.events.RequestCancel(); },
+                         .showHelp = [&application] { OpenHelpPage(application, "differences.html"); }},
+                        application.results.folders, over);
+}
+
+void ShowCompareFiles(Application& application, const Paths& paths, QWidget* over) {
     frmCompareFiles window(
         {.tools = application.tools,
          .options = application.options,
@@ -125,18 +131,15 @@ void CompareFiles(Application& application) {
                  QtShellCalls shell(application.tools, application.around.desktop);
                  OpenFile(shell, path);
              },
-         .showDifferences = [&application](const Paths& paths,
-                                           QWidget* over) { ShowDifferences(application, paths, over); },
-         .showBytes = [&application](const Paths& paths,
-                                     QWidget* over) { ShowHexDumps(application, paths, over); },
-         .sync = [&application](const Paths& paths, QWidget* over) { Sync(application, paths, over); },
-         .showErrorLog = [&application](QWidget* over) { ShowErrorLog(application, *over); },
+         .showDifferences = [&application](const Paths& two,
+                                           QWidget* top) { ShowDifferences(application, two, top); },
+         .showBytes = [&application](const Paths& two, QWidget* top) { ShowHexDumps(application, two, top); },
+         .sync = [&application](const Paths& two, QWidget* top) { Sync(application, two, top); },
+         .showErrorLog = [&application](QWidget* top) { ShowErrorLog(application, *top); },
          .showHelp = [&application] { OpenHelpPage(application, "two-files.html"); }},
-        &application.Window());
-    window.ShowForm(PathsToCompare(application, application.Window()));
+        over);
+    window.ShowForm(paths);
 }
-
-}  // namespace
 
 void InstallFileDiffCommands(Application& application) {
     Commands& commands = application.GetCommands();

@@ -22,12 +22,19 @@ void InstallHelpCommands(Application& application);
 void InstallOperationCommands(Application& application);
 void InstallFileDiffCommands(Application& application);
 void InstallHexDumpCommands(Application& application);
+void InstallDupeCommands(Application& application);
 
 // ERRORLOG.TXT in its viewer, over that window.
 void ShowErrorLog(Application& application, QWidget& over);
 
 // A page of the help, in the program that shows such pages, or in a window of our own where there is none.
 void OpenHelpPage(Application& application, std::string_view page);
+
+// The lines of two files beside each other, in a window over `over`. Returns when it is closed.
+void ShowDifferences(Application& application, const PerSide<std::string>& paths, QWidget* over);
+
+// What each method of comparison finds in two files, likewise.
+void ShowCompareFiles(Application& application, const PerSide<std::string>& paths, QWidget* over);
 
 // The bytes of a file, or of two beside each other where the right path is not empty, in a window over
 // `over`. Returns when it is closed.
@@ -46,6 +53,7 @@ inline void InstallHandlers(Application& application) {
     InstallOperationCommands(application);
     InstallFileDiffCommands(application);
     InstallHexDumpCommands(application);
+    InstallDupeCommands(application);
 }
 
 }  // namespace vantrel

@@ -88,8 +88,6 @@ void InstallOptionCommands(Application& application) {
                    [&options](RemovalMethod method) { options.removalMethod = method; });
     InstallChoices(commands, kHashes, options.hashMethod,
                    [&options](HashMethod method) { options.hashMethod = method; });
-    // This one asks for a folder, in a window that is not there yet.
-    commands.SetHandler("mnuOptionsFindDupesRemovalOpt(3)", nullptr);
 
     for (const char* item : {"mnuOptionsRestoreDefaults", "mnuFileRestoreDefaultSessionSettings"})
         commands.SetHandler(item, [&application] { application.RestoreDefaults(); });
