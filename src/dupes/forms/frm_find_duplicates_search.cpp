@@ -9,6 +9,7 @@
 #include "dupes/protected_folders.h"
 #include "filetools/forms/file_path_box.h"
 #include "platform/forms/qt_text.h"
+#include "platform/names/names.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -19,8 +20,9 @@ constexpr bool DupeCriteria::*kCriterion[] = {&DupeCriteria::names,       &DupeC
                                               &DupeCriteria::createTimes, &DupeCriteria::lastModTimes,
                                               &DupeCriteria::attributes,  &DupeCriteria::contents};
 
-// A path from the folder in which the program was started.
-std::string FullPath(const Toolbox& tools, const std::string& path) {
+// A path as a person typed it; without a "/" at its head it begins where the program was started.
+std::string FullPath(const Toolbox& tools, const std::string& typed) {
+    const std::string path = PathFromUser(typed);
     return path.starts_with('/') ? path : JoinPath(tools.folders.startDir, path);
 }
 

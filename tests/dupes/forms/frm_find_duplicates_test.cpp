@@ -85,6 +85,10 @@ TEST_F(FindDuplicatesWindow, FoldersAreAddedEditedDroppedAndRemoved) {
     key(Qt::Key_Return);
     EXPECT_THAT(Shown(), ElementsAre("Edit Folder Path: Make the desired edits to the folder path then press "
                                      "the OK button."));
+    box.messages.texts = {"relative"};
+    key(Qt::Key_Return);
+    EXPECT_EQ(box.folder / "relative", settings.FolderPaths()[1]);
+    Shown();
     key(Qt::Key_Delete);
     EXPECT_THAT(settings.FolderPaths(), ElementsAre(drop / "in", drop / "y"));
     form.lstFolders->clearSelection();
