@@ -17,7 +17,7 @@ TEST_F(DupeReviewTest, RulesLeaveOneFileAndTellOfTies) {
     drop.Write("second/a", "1", 2'000);
     order.folders = {drop / "second", drop / "in"};
     FindAll();
-    const auto left = [&](MarkOrder rule) {
+    const auto left = [&](const MarkOrder& rule) {
         Results().UnmarkAll();
         const MarkReport report = MarkByRule(Results(), Results().Shown(), rule);
         std::set<std::string> paths;

@@ -18,8 +18,7 @@ using testing::WeakHash;
 // Files of one size that differ nowhere, or in one byte somewhere.
 class Contents {
   public:
-    Contents(const TempFolder& folder, std::mt19937& random, std::size_t size, std::size_t count)
-        : folder_(folder) {
+    Contents(const TempFolder& folder, std::mt19937& random, std::size_t size, std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) {
             std::string text(size, 'x');
             const std::size_t places[]{0, size / 2, size - 1, 20'000 % size};
@@ -58,7 +57,6 @@ class Contents {
     }
 
   private:
-    const TempFolder& folder_;
     std::vector<std::string> texts_;
     std::map<std::string, std::vector<std::size_t>> byText_;
     ContentSet set_;

@@ -104,8 +104,9 @@ class RandomDupesTest : public DupesTest {
                     std::filesystem::create_symlink(In(made[random() % made.size()]), In(name));
                 continue;
             }
-            Write(name, Content(random),
-                  1'500'000'000 + static_cast<double>(random() % 2) + (random() % 2) * 0.25);
+            Write(
+                name, Content(random),
+                1'500'000'000 + static_cast<double>(random() % 2) + static_cast<double>(random() % 2) * 0.25);
             if (random() % 4 == 0) chmod(In(name).c_str(), 0444);
             made.push_back(name);
         }
