@@ -16,6 +16,7 @@
 #include "filetools/forms/file_path_box.h"
 #include "filetools/forms/frm_file_diffs.h"
 #include "filetools/forms/pane_splitter.h"
+#include "filetools/forms/status_label.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
@@ -26,13 +27,6 @@ namespace vantrel {
 namespace {
 
 constexpr int kPaneMargin = 200 / 15;  // 200 twips
-
-QLabel* StatusLabel(const char* name) {
-    auto* label = new QLabel;
-    label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
 
 }  // namespace
 

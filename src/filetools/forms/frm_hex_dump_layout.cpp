@@ -15,6 +15,7 @@
 #include "filetools/forms/frm_hex_dump.h"
 #include "filetools/forms/hex_command_table.h"
 #include "filetools/forms/pane_splitter.h"
+#include "filetools/forms/status_label.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/window_size.h"
 
@@ -25,13 +26,6 @@ namespace {
 constexpr int kMargin = 6;
 constexpr int kProgressSteps = 1000;
 constexpr int kLookAgain = 1000;  // milliseconds
-
-QLabel* StatusLabel(const char* name) {
-    auto* label = new QLabel;
-    label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
 
 }  // namespace
 

@@ -153,8 +153,8 @@ TEST_F(HexWindowTest, EveryLineOfAVeryLargeFileIsReached) {
         Key(Qt::Key_G, Qt::ControlModifier);
     };
     const auto last = static_cast<std::uint64_t>(kSize) / kHexDumpBytes - View().LinesSeen();
-    for (const std::uint64_t offset : {std::uint64_t{1} << 42, (std::uint64_t{1} << 42) + 16 * 1'000 + 3,
-                                       static_cast<std::uint64_t>(kSize) - 1}) {
+    for (const std::uint64_t offset :
+         {std::uint64_t{1} << 42, (std::uint64_t{1} << 42) + 16'003, static_cast<std::uint64_t>(kSize) - 1}) {
         go(std::to_string(offset));
         EXPECT_EQ(offset, Cursor());
         EXPECT_TRUE(View().IsSeen(offset));
