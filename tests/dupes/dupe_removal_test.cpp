@@ -1,6 +1,7 @@
 #include "dupes/dupe_removal.h"
 
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -12,8 +13,10 @@
 namespace vantrel {
 namespace {
 
+using testing::Call;
 using testing::Cases;
 using testing::DupeRemovalTest;
+using testing::FaultySystemCalls;
 using testing::Groups;
 using testing::TreeOf;
 
@@ -271,10 +274,8 @@ TEST_F(DupeRemovalTest, NothingIsLostWhateverFails) {
             const bool reached = calls.Count() >= number;
             calls.ClearFaults();
             tools.messages.shown.clear();
-            EXPECT_TRUE(
-                std::includes(AllContents().begin(), AllContents().end(), before.begin(), before.end()) ||
-                AllContents() == before)
-                << number;
+            const std::set<std::string> after = AllContents();
+            EXPECT_TRUE(std::includes(after.begin(), after.end(), before.begin(), before.end())) << number;
             for (const std::string& content : {std::string("f:A"), std::string("f:B")}) {
                 std::size_t inPlace = 0;
                 for (const auto& [path, what] : TreeOf(drop / "in/")) inPlace += what == content ? 1 : 0;
@@ -289,6 +290,78 @@ TEST_F(DupeRemovalTest, NothingIsLostWhateverFails) {
         }
     }
     EXPECT_GT(failed, 0U);
+}
+
+// Killed before any call: each file is wholly here or wholly there, and the log knows of all that lies in the
+// DUPES folder, so that it comes back.
+TEST_F(DupeRemovalTest, AKillAnywhereLosesNothing) {
+    order.criteria.contents = true;
+    order.criteria.names = false;
+    std::size_t kills = 0, logged = 0;
+    for (const bool otherFileSystem : {false, true}) {
+        for (const RemovalMethod method :
+             {RemovalMethod::Delete, RemovalMethod::Recycle, RemovalMethod::MoveToDupesFolder,
+              RemovalMethod::MoveToOtherFolder}) {
+            settings.SetRemoveMethod(method);
+            const int step = Cases("VANTREL_DUPE_FAULTS", 11);
+            for (std::size_t number = 1; !HasFailure(); number += static_cast<std::size_t>(step)) {
+                SCOPED_TRACE("method " + std::to_string(static_cast<int>(method)) + ", call " +
+                             std::to_string(number));
+                for (const std::string& path :
+                     {drop / "in", drop / "moved", drop / "trash", tools.folder / "DUPES"})
+                    std::filesystem::remove_all(path);
+                std::filesystem::remove(tools.folder / "Dupes.Log");
+                drop.MakeFolder("moved");
+                for (const auto* name : {"a", "x/a1", "y/a2", "b", "x/b1"})
+                    Write(name, std::string_view(name).find('a') != std::string_view::npos ? "A" : "B");
+                FindAll();
+                Mark({"x/a1", "y/a2", "x/b1"});
+                const pid_t child = fork();
+                ASSERT_GE(child, 0);
+                if (child == 0) {
+                    calls.ResetCount();
+                    calls.before = [&](const FaultySystemCalls::Record&) {
+                        if (calls.Count() == number) _exit(9);
+                    };
+                    if (otherFileSystem) calls.FailAt(Call::Rename, 1, EXDEV);
+                    Remove();
+                    _exit(0);
+                }
+                int status = 0;
+                ASSERT_EQ(child, waitpid(child, &status, 0));
+                ASSERT_TRUE(WIFEXITED(status));
+                std::size_t a = 0, b = 0;
+                for (const std::string& root : {drop.Path(), tools.folder.Path()}) {
+                    for (const auto& [path, what] : TreeOf(root)) {
+                        a += what == "f:A" ? 1 : 0;
+                        b += what == "f:B" ? 1 : 0;
+                    }
+                }
+                EXPECT_TRUE(std::filesystem::exists(In("a")) && std::filesystem::exists(In("b")));
+                EXPECT_GE(a, method == RemovalMethod::Delete ? 1U : 3U);
+                EXPECT_GE(b, method == RemovalMethod::Delete ? 1U : 2U);
+                for (const auto& [path, what] : TreeOf(drop / "in/"))
+                    EXPECT_TRUE(what == "f:A" || what == "f:B" || what == "d") << path << " " << what;
+                if (WEXITSTATUS(status) == 0) break;
+                ++kills;
+                if (method != RemovalMethod::MoveToDupesFolder) continue;
+                SystemShellOperations shell = Shell();
+                DupesFolder dupes(tools.Get());
+                std::vector<StoredDupe> stored;
+                EXPECT_TRUE(dupes.Read(stored).IsOk());
+                logged += stored.size();
+                for (const StoredDupe& file : stored) {
+                    // A move between file systems ends by taking the old name away: both can be there.
+                    if (otherFileSystem) std::filesystem::remove(file.original);
+                }
+                EXPECT_EQ(stored.size(), dupes.Restore(stored, shell, progress).done);
+                for (const auto* name : {"x/a1", "y/a2", "x/b1"})
+                    EXPECT_TRUE(std::filesystem::exists(In(name))) << name;
+            }
+        }
+    }
+    EXPECT_GT(kills, 20U);
+    EXPECT_GT(logged, 3U);
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 
 #include "dupes/dupe_removal.h"
 #include "dupes_support.h"
+#include "platform/names/paths.h"
+#include "support/fake_volumes.h"
 #include "support/shell_fixture.h"
 
 namespace vantrel::testing {
@@ -18,10 +20,12 @@ class DupeRemovalTest : public DupesTest {
         settings.SetRemoveWarningShown(true);
         drop.MakeFolder("moved");
         settings.SetUserDefinedMoveFolderPath(drop / "moved");
+        // So that a trash of a volume is in the temporary folder as well.
+        volumes.drives = {{GetParentFolderName(drop / "in"), {}}, {"/", {}}};
     }
     SystemShellOperations Shell() {
         return SystemShellOperations({tools.files,
-                                      tools.volumes,
+                                      volumes,
                                       tools.clock,
                                       tools.loop,
                                       shellProgress,
@@ -51,6 +55,7 @@ class DupeRemovalTest : public DupesTest {
         return contents;
     }
 
+    FakeVolumes volumes;
     Options options;
     clsDupeSettings settings{options};
     ScriptedProgress shellProgress;
