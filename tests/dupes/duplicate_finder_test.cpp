@@ -1,7 +1,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
+#include <future>
+#include <string_view>
+#include <thread>
 #include <utility>
 
 #include "dupes/dupe_filter.h"
@@ -12,6 +16,7 @@
 namespace vantrel {
 namespace {
 
+using testing::Call;
 using testing::DupesTest;
 using testing::Groups;
 
@@ -257,6 +262,42 @@ TEST_F(GroupingTest, StopsAtTheLastGroupThereCanBe) {
     const DupeResults results = Group({.names = true, .sizes = true});
     EXPECT_EQ("65534 duplicates found in 32767 groups.  (64 KB)", results.StatusText());
     EXPECT_TRUE(results.IsConsistent());
+}
+
+// As on a mount whose server is gone: the search ends all the same when the user wants it to, whatever it was
+// about, and says that a thread is left behind.
+TEST_F(DuplicateFinderTest, WhatNeverAnswersIsLeftBehindByACancel) {
+    order.criteria.contents = true;
+    order.jobs = 2;
+    struct Hang {
+        Call call;
+        std::string path;
+    };
+    for (const Hang& hang :
+         {Hang{Call::Open, drop / "in"}, Hang{Call::Open, "sub"}, Hang{Call::Open, "file"}}) {
+        SCOPED_TRACE(hang.path);
+        for (const auto* name : {"file", "sub/file", "other/file"}) Write(name, "same");
+        finder.Clear();
+        std::promise<void> letGo;
+        const std::shared_future<void> free = letGo.get_future().share();
+        std::atomic<bool> waits = false;
+        calls.hold = [&](const auto& record) {
+            if (record.call == hang.call && std::string_view(record.path).ends_with(hang.path) &&
+                !waits.exchange(true))
+                free.wait();
+        };
+        tools.loop.onYield = [&] { tools.loop.cancelled = waits; };
+        EXPECT_EQ(DupeOutcome::Cancelled, Find());
+        EXPECT_EQ(1U, finder.LeftBehind());
+        EXPECT_EQ("Search cancelled by user.", progress.statuses.back());
+        letGo.set_value();
+        while (Workers::LeftBehind() > 0) std::this_thread::yield();
+        calls.hold = nullptr;
+        tools.loop.onYield = nullptr;
+        tools.loop.cancelled = false;
+        // The next one finds what there is.
+        EXPECT_EQ(1U, FindGroups().size());
+    }
 }
 
 }  // namespace

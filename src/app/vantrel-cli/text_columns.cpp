@@ -54,13 +54,33 @@ std::string_view Marker(const ShownPair& pair) {
 constexpr std::size_t kMarkerWidth = 10;
 
 void MakeTexts(const ShownHalf& half, const LocaleFormats& locale, Half& texts) {
-    texts = {};
-    if (!half.shown) return;
-    texts.name = DisplayName(half.name);
-    if (half.unknown) return;
     locale.AppendNumber(half.size, texts.size);
     if (half.modified) locale.AppendDateTime(FileTimeToLocalFileTime(*half.modified), texts.date);
     if (half.incomplete) texts.date = "incomplete";
+}
+
+// Most pairs are of files that are alike in size and time, and their texts are most of the work of a table.
+void MakeTexts(const ShownPair& pair, const LocaleFormats& locale, PerSide<Half>& texts) {
+    const ShownHalf& left = pair[Side::Left];
+    const ShownHalf& right = pair[Side::Right];
+    const bool alike = left.shown && right.shown && !left.unknown && !right.unknown &&
+                       left.size == right.size && left.modified == right.modified &&
+                       left.incomplete == right.incomplete;
+    for (const Side side : kBothSides) {
+        Half& half = texts[side];
+        half.name.clear();
+        half.size.clear();
+        half.date.clear();
+        if (!pair[side].shown) continue;
+        half.name = DisplayName(pair[side].name);
+        if (pair[side].unknown) continue;
+        if (side == Side::Right && alike) {
+            half.size = texts[Side::Left].size;
+            half.date = texts[Side::Left].date;
+        } else {
+            MakeTexts(pair[side], locale, half);
+        }
+    }
 }
 
 void WriteColumn(std::string_view text, std::size_t width, bool right, Output& out) {
@@ -96,14 +116,12 @@ void WriteTable(const ReportPart& part, const LocaleFormats& locale, Output& out
     PerSide<Half> texts;
     for (const Side side : kBothSides) widths[side].Cover(header);
     part.ForEach([&](const ShownPair& pair) {
-        for (const Side side : kBothSides) {
-            MakeTexts(pair[side], locale, texts[side]);
-            widths[side].Cover(texts[side]);
-        }
+        MakeTexts(pair, locale, texts);
+        for (const Side side : kBothSides) widths[side].Cover(texts[side]);
     });
     WriteLine(header, "", header, widths, out);
     part.ForEach([&](const ShownPair& pair) {
-        for (const Side side : kBothSides) MakeTexts(pair[side], locale, texts[side]);
+        MakeTexts(pair, locale, texts);
         WriteLine(texts[Side::Left], Marker(pair), texts[Side::Right], widths, out);
     });
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 namespace vantrel {
 
@@ -30,8 +31,20 @@ std::size_t HeldLength(std::string_view text, std::size_t at, bool carriersWelco
     return static_cast<std::size_t>(next) - at;
 }
 
+// Whether all eight bytes are plain: of each byte the highest bit tells that it is not.
+bool AreEightPlain(const char* bytes) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101, kHighest = 0x80 * kOnes;
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, bytes, sizeof eight);
+    // Exact as to whether there is a zero byte (Hacker's Delight, 2nd edition, section 6-1).
+    const auto zero = [](std::uint64_t word) { return (word - kOnes) & ~word; };
+    const std::uint64_t belowBlank = (eight - 0x20 * kOnes) & ~eight;
+    return ((eight | belowBlank | zero(eight ^ 0x7F * kOnes) | zero(eight ^ '\\' * kOnes)) & kHighest) == 0;
+}
+
 std::size_t PlainAsciiHead(std::string_view text) {
     std::size_t at = 0;
+    while (at + 8 <= text.size() && AreEightPlain(text.data() + at)) at += 8;
     while (at < text.size() && IsPlainAscii(static_cast<unsigned char>(text[at]))) ++at;
     return at;
 }
@@ -126,10 +139,10 @@ std::string PathFromUser(std::string_view text) {
 }
 
 std::string DisplayName(std::string_view name) {
-    if (PlainAsciiHead(name) == name.size()) return std::string(name);
-    std::string shown;
+    const std::size_t plain = PlainAsciiHead(name);
+    std::string shown(name.substr(0, plain));
     const auto size = static_cast<std::int64_t>(name.size());
-    for (std::int64_t at = 0; at < size;) {
+    for (auto at = static_cast<std::int64_t>(plain); at < size;) {
         const int carried = CarriedByte(name, static_cast<std::size_t>(at));
         UChar32 point = 0;
         U8_NEXT_OR_FFFD(name.data(), at, size, point);

@@ -94,6 +94,17 @@ TEST(NamesTest, WhatIsCarried) {
     EXPECT_EQ(NameToSystem("a\U0010F82Fb"), "a\U0010F82Fb") << "a typed character must not become a \"/\"";
 }
 
+TEST(NamesTest, EachByteIsPlainOrNotWhereverItStands) {
+    for (int byte = 1; byte < 256; ++byte) {
+        const bool isPlain = byte >= 0x20 && byte < 0x7F && byte != '\\';
+        for (std::size_t at = 0; at < 18; ++at) {
+            std::string name(18, 'a');
+            name[at] = static_cast<char>(byte);
+            EXPECT_EQ(isPlain, IsPlainName(name)) << byte << " at " << at;
+        }
+    }
+}
+
 TEST(NamesTest, PathFromUser) {
     const char* home = std::getenv("HOME");
     const std::string saved = home != nullptr ? home : "";
