@@ -10,6 +10,8 @@
 #include "silent_messages.h"
 #include "views/forms/panes_widget.h"
 #include "views/result_panes.h"
+#include "views/result_summary.h"
+#include "views/select_criteria.h"
 
 namespace vantrel {
 namespace {
@@ -132,6 +134,22 @@ void BM_Invert(benchmark::State& state) {
     TheStage().panes.SetCurrentListview(Side::Left);
     for (auto _ : state) TheStage().panes.InvertSelection();
 }
+// Every criterion at once, and several patterns, of which the first ones fit nothing.
+void BM_SelectByCriteria(benchmark::State& state) {
+    ResultPanes& panes = TheStage().panes;
+    panes.ChooseView(kViewAll);
+    SelectCriteria criteria;
+    criteria.patterns = state.range(0) == 0 ? "*" : "*.bmp, *.tif, *us?al*7.png, *[a-c]*9?.gif, *.jp*g";
+    criteria.byteSize = Currency::FromWhole(5);
+    criteria.date = DayOf(FileTime::FromUnix(1'600'000'000, 0));
+    criteria.dateOperator = DateOperator::IsAfter;
+    for (auto _ : state) panes.SelectFileTypesInList(Side::Left, criteria);
+    state.counters["selected"] = static_cast<double>(panes.Pane(Side::Left).SelectedCount());
+    panes.DeselectAll(Side::Left);
+}
+void BM_Summary(benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(GetFileTypeCounts(TheStage().hold));
+}
 void BM_Totals(benchmark::State& state) {
     for (auto _ : state)
         for (Side side : kBothSides) benchmark::DoNotOptimize(TotalsText(TheStage().panes.Pane(side)));
@@ -170,6 +188,8 @@ BENCHMARK(BM_ViewDifferent)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ViewSimilar)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SelectAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Invert)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SelectByCriteria)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Summary)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Totals)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowChangeView)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowSelectAll)->Unit(benchmark::kMillisecond);

@@ -1,5 +1,6 @@
 // The part of ResultPanes that clicks, keys and the Select menu use.
 #include "views/result_panes.h"
+#include "views/select_criteria.h"
 
 namespace vantrel {
 
@@ -50,6 +51,15 @@ void ResultPanes::InvertSelection() {
     if (busy_.IsBusy() || !current_) return;
     panes_[*current_].Invert();
     Tell([this](ResultPanesObserver& observer) { observer.SelectionChanged(*current_); });
+}
+
+void ResultPanes::SelectFileTypesInList(Side side, const SelectCriteria& criteria) {
+    if (busy_.IsBusy()) return;
+    const BusyState::Wait wait(busy_);
+    reporter_.Guard("frmmain.SelectFileTypesInList", [&] {
+        vantrel::SelectFileTypesInList(panes_[side], criteria);
+        HandleClick(side);
+    });
 }
 
 void ResultPanes::ShowNextSelected() {

@@ -15,6 +15,8 @@
 
 namespace vantrel {
 
+struct SelectCriteria;
+
 // What a window hears of the panes. Nothing may be changed in the panes from inside these calls.
 class ResultPanesObserver {
   public:
@@ -103,8 +105,10 @@ class ResultPanes {
     }  // mnuSelectAll
     void DeselectAll() {
         OnCurrent([this](Side side) { DeselectAll(side); });
-    }                         // mnuDeSelectAll
-    void InvertSelection();   // status texts stay
+    }                        // mnuDeSelectAll
+    void InvertSelection();  // status texts stay
+    // mnuSelectOther, by what the Select Wizard asks: that pane is then the current one.
+    void SelectFileTypesInList(Side side, const SelectCriteria& criteria);
     void ShowNextSelected();  // mnuSelectShowNext
     void ShowOnlySelectedObjects();
 

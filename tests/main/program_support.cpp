@@ -31,6 +31,7 @@ Application& TestProgram::Start() {
                                                              sound,
                                                              {trash / "Trash", geteuid()}},
                                                 "1.2.3");
+    if (!showsSummaries) application->Comparison().ShowCompareResults = nullptr;
     application->FormLoad();
     return *application;
 }

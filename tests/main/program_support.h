@@ -36,6 +36,9 @@ class TestProgram {
     Application& Get() { return *application; }
     frmMain& Window() { return application->Window(); }
 
+    // Whether a comparison ends with its summary where the options say so: it would wait to be closed.
+    bool showsSummaries = false;
+
     // Two folders with one pair of every type, compared; `left` and `right` are their paths.
     void CompareSamples();
     std::string left, right;

@@ -79,6 +79,7 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     void ShowOption(ShownBy part);
     // The font that the path boxes have of themselves.
     QFont OwnFont() const { return ownFont_; }
+    const QPixmap& BackgroundTile() const { return looks_.background; }  // of lists
     // Where window and columns stand, for the options to be saved. False while the window has no geometry of
     // its own, being maximised or minimised.
     bool CollectGeometry(Options& options) const;

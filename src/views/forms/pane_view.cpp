@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "views/forms/pane_delegate.h"
+#include "views/forms/tiled_background.h"
 
 namespace vantrel {
 namespace {
@@ -17,8 +18,6 @@ namespace {
 constexpr PaneView::Widths kFirstWidths{247, 94, 169};
 constexpr int kRoomAroundText = 6;
 constexpr int kRoomAroundIcon = 4;
-// On a dark base a bright tile would take the contrast from the text.
-constexpr double kTileOpacityOnDark = 0.08;
 
 // Tells the moves that were made with the bar itself from those that the wheel makes through it.
 class PaneScrollBar : public QScrollBar {
@@ -162,8 +161,7 @@ QRect PaneView::RectOfRow(std::size_t row) const {
 void PaneView::paintEvent(QPaintEvent* event) {
     if (!background_.isNull()) {
         QPainter painter(viewport());
-        if (palette().color(QPalette::Base).lightness() < 128) painter.setOpacity(kTileOpacityOnDark);
-        painter.drawTiledPixmap(viewport()->rect(), background_);
+        PaintTiles(painter, *viewport(), background_);
     }
     QTableView::paintEvent(event);
 }
