@@ -68,6 +68,7 @@ class frmFileDiffs : public QDialog {
     std::int32_t GetPreviousBookmark() const;
     void ToggleBookmark();
     void ClearAllBookmarks();
+    void mnuFilePrint_Click();
     bool IsRowBookmarked(std::int32_t row) const { return contents_.bookmarks.Contains(row); }
     bool Find(const std::string& text, FindDirection direction, std::int32_t& foundRow);
 

@@ -4,7 +4,9 @@
 #include "filetools/forms/file_path_box.h"
 #include "filetools/forms/frm_file_diffs.h"
 #include "filetools/forms/frm_file_diffs_run.h"
+#include "filetools/mod_file_diffs.h"
 #include "platform/names/paths.h"
+#include "views/forms/frm_print_options.h"
 
 namespace vantrel {
 
@@ -32,6 +34,7 @@ const std::vector<frmFileDiffs::Handler>& frmFileDiffs::Handlers() {
         {"mnuFileNextBookmark", &F::NextBookmark, Bookmark},
         {"mnuFilePreviousBookmark", &F::PreviousBookmark, Bookmark},
         {"mnuFileClearAllBookmarks", &F::ClearAllBookmarks, Bookmark},
+        {"mnuFilePrint", &F::mnuFilePrint_Click, Result},
         {"mnuFileGoBack", &F::GoBack},
         {"mnuOptionsIgnoreCase", &F::FlipIgnoreCase},
         {"mnuOptionsIgnoreWhitespace", &F::FlipIgnoreWhitespace},
@@ -157,6 +160,23 @@ bool frmFileDiffs::Find(const std::string& text, FindDirection direction, std::i
     });
     if (found) foundRow = *found;
     return found.has_value();
+}
+
+void frmFileDiffs::mnuFilePrint_Click() {
+    PerSide<PrintedGrid> grids;
+    for (const Side side : kBothSides)
+        grids[side] = {&contents_.grids, side, contents_.grids.Diff()->texts[side].path};
+    frmPrintOptions options({.tools = parts_.tools,
+                             .activeWindow = "frmFileDiffs",
+                             .printGrids =
+                                 [&](const PerSide<bool>& wanted, const PrintHeader& header, Paper& paper) {
+                                     return PrintFileDiffs(parts_.tools, grids, wanted, header, paper);
+                                 },
+                             .showHelp = parts_.showHelp},
+                            this);
+    // What is printed stays until it is.
+    const BusyState::Job job(busy_);
+    options.ShowForm();
 }
 
 void frmFileDiffs::AskAndFind() {

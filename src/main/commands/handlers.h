@@ -23,6 +23,7 @@ void InstallOperationCommands(Application& application);
 void InstallFileDiffCommands(Application& application);
 void InstallHexDumpCommands(Application& application);
 void InstallDupeCommands(Application& application);
+void InstallPrintCommands(Application& application);
 
 // ERRORLOG.TXT in its viewer, over that window.
 void ShowErrorLog(Application& application, QWidget& over);
@@ -54,6 +55,7 @@ inline void InstallHandlers(Application& application) {
     InstallFileDiffCommands(application);
     InstallHexDumpCommands(application);
     InstallDupeCommands(application);
+    InstallPrintCommands(application);
 }
 
 }  // namespace vantrel

@@ -16,6 +16,7 @@ enum class IconColours { Colour, Gray };
 // "select-file-one", "select-file-two", "previous-difference", "next-difference", "find", "find-next",
 // "find-previous", "toggle-bookmark", "next-bookmark", "previous-bookmark", "clear-bookmarks", "go-back", and
 // its row markers "row-arrow", "row-differ-arrow", "row-orphan-arrow", "row-bookmark", "row-bookmark-arrow".
+// Of the printed page: "page-portrait", "page-landscape".
 // The empty icon for any other name.
 QIcon CommandIcon(QLatin1String name);
 
