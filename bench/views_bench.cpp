@@ -9,6 +9,7 @@
 #include "settings/options.h"
 #include "silent_messages.h"
 #include "views/forms/panes_widget.h"
+#include "views/mod_listview.h"
 #include "views/result_panes.h"
 #include "views/result_summary.h"
 #include "views/select_criteria.h"
@@ -155,6 +156,17 @@ void BM_Totals(benchmark::State& state) {
         for (Side side : kBothSides) benchmark::DoNotOptimize(TotalsText(TheStage().panes.Pane(side)));
 }
 
+// One pane of a million rows.
+void BM_TextReport(benchmark::State& state) {
+    TheStage().panes.ChooseView(kViewAll);
+    const PrintedList list{&TheStage().panes.Pane(Side::Left).Rows(), "/left/"};
+    const LocaleFormats locale("en_US");
+    std::size_t bytes = 0;
+    for (auto _ : state)
+        WriteListview(list, true, "", locale, [&](std::string_view piece) { bytes += piece.size(); });
+    benchmark::DoNotOptimize(bytes);
+}
+
 void BM_WindowChangeView(benchmark::State& state) {
     Window window;
     std::int32_t view = kViewAll;
@@ -191,6 +203,7 @@ BENCHMARK(BM_Invert)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SelectByCriteria)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Summary)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Totals)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_TextReport)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowChangeView)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowSelectAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowExtendByKey)->Unit(benchmark::kMillisecond);

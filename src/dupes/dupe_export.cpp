@@ -1,5 +1,6 @@
 #include "dupes/dupe_export.h"
 
+#include "platform/names/csv_text.h"
 #include "platform/names/json_text.h"
 
 namespace vantrel {
@@ -30,15 +31,6 @@ void WriteJson(const DupeResults& results, const DupeExportSink& sink) {
     }
 }
 
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char letter : text) {
-        if (letter == '"') quoted.push_back('"');
-        quoted.push_back(letter);
-    }
-    return quoted + "\"";
-}
-
 // Several other names stand in one field, with line ends between.
 void WriteCsv(const DupeResults& results, const DupeExportSink& sink) {
     const FoundFiles& files = results.Files();
@@ -50,9 +42,10 @@ void WriteCsv(const DupeResults& results, const DupeExportSink& sink) {
             std::string others;
             for (const std::string& other : files.OtherNamesOf(file))
                 others.append(others.empty() ? "" : "\n").append(other);
-            sink(std::to_string(number + 1) + "," + Quoted(group.label) + "," + Quoted(files.PathOf(file)) +
-                 "," + std::to_string(file.size) + "," + UtcText(file.LastModTime()) + "," +
-                 (results.IsMarked(member) ? "yes" : "no") + "," + Quoted(others) + "\r\n");
+            sink(std::to_string(number + 1) + "," + CsvField(group.label) + "," +
+                 CsvField(files.PathOf(file)) + "," + std::to_string(file.size) + "," +
+                 UtcText(file.LastModTime()) + "," + (results.IsMarked(member) ? "yes" : "no") + "," +
+                 CsvField(others) + "\r\n");
         }
     }
 }

@@ -67,6 +67,7 @@ constexpr CommandEntry kMainMenu[] = {
     {Command, "mnuFileRestoreDefaultSessionSettings", "mnuFile", "Restore Default Session Settings"},
     Line("mnuFile"),
     {Command, "mnuFilePrint", "mnuFile", "&Print...", "print"},
+    {Command, "mnuFileSaveResults", "mnuFile", "Save Resul&ts As..."},
     Line("mnuFile"),
     {Command, "mnuFileExit", "mnuFile", "E&xit", "exit"},
 

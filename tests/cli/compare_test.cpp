@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include <QJsonObject>
+#include <QProcess>
 #include <cstdlib>
 #include <filesystem>
 
@@ -326,6 +327,46 @@ TEST_F(CompareCommandTest, AnInterruptLeavesNothingPrinted) {
     EXPECT_EQ(2, run.status);
     EXPECT_EQ("", run.out);
     EXPECT_THAT(run.err, HasSubstr("cancelled"));
+}
+
+// The page is well formed, whatever names hold.
+TEST_F(CompareCommandTest, HtmlIsAPageThatAParserReads) {
+    folder.Write("left/<script>alert(1)<", "1", 1'600'000'000);
+    folder.Write("left/a & b \"c\".txt", "12", 1'600'000'000);
+    folder.Write("left/bytes\xFF\x01", "1", 1'600'000'000);
+    folder.Write("right/Sub/in.txt", "123", 1'600'000'000);
+    folder.Write("left/Sub/other.txt", "1", 1'600'000'000);
+    const ProgramRun run = Compare({"--format", "html"});
+    EXPECT_EQ(1, run.status);
+    folder.Write("page.html", run.out);
+    const auto ask = [&](const char* path) {
+        QProcess parser;
+        parser.start(QStringLiteral("xmllint"),
+                     {QStringLiteral("--html"), QStringLiteral("--noout"), QStringLiteral("--xpath"),
+                      QLatin1String(path), QString::fromStdString(folder / "page.html")});
+        EXPECT_TRUE(parser.waitForFinished());
+        EXPECT_EQ("", parser.readAllStandardError().toStdString());
+        return parser.readAllStandardOutput().trimmed().toStdString();
+    };
+    EXPECT_EQ("1", ask("count(//script)"));
+    EXPECT_EQ("<script>alert(1)<", ask("string(//tbody/tr[1]/td[2])"));
+    EXPECT_EQ("a & b \"c\".txt", ask("string(//tbody/tr[2]/td[2])"));
+    EXPECT_EQ("6", ask("count(//tbody/tr)"));
+    EXPECT_EQ("54", ask("count(//tbody/tr/td)"));
+    EXPECT_EQ("9", ask("count(//thead//button)"));
+}
+
+TEST_F(CompareCommandTest, CsvHasALineForEachPair) {
+    folder.Write("left/=1+1", "1", 1'600'000'000);
+    folder.Write("right/b,c", "12", 1'600'000'000);
+    const ProgramRun run = Compare({"--format", "csv"});
+    EXPECT_EQ(1, run.status);
+    EXPECT_EQ(
+        "Sub-Folder,Left Name,Left Size,Left Modified,Left Type,Left Note,"
+        "Right Name,Right Size,Right Modified,Right Type,Right Note\r\n"
+        ",\"'=1+1\",1,2020-09-13T12:26:40.0000000Z,Orphan,,,,,,\r\n"
+        ",,,,,,\"b,c\",2,2020-09-13T12:26:40.0000000Z,Orphan,\r\n",
+        run.out);
 }
 
 }  // namespace

@@ -85,8 +85,8 @@ TEST(SaveResultsCommand, SavesEachFormatOfWhatIsShownOrAll) {
         return program.workspace.Read("saved");
     };
     EXPECT_THAT(save("optFormat(0)", false),
-                ::testing::AllOf(StartsWith("<!DOCTYPE html>"), HasSubstr("newer.txt"),
-                                 HasSubstr("in.txt"), Not(HasSubstr("same.txt"))));
+                ::testing::AllOf(StartsWith("<!DOCTYPE html>"), HasSubstr("newer.txt"), HasSubstr("in.txt"),
+                                 Not(HasSubstr("same.txt"))));
     EXPECT_THAT(save("optFormat(0)", true), HasSubstr("same.txt"));
     EXPECT_THAT(save("optFormat(1)", true), HasSubstr("\r\n,\"same.txt\",4,"));
     EXPECT_THAT(save("optFormat(2)", false), StartsWith("{\"left\":{\"name\":\"alone.txt\""));

@@ -27,7 +27,9 @@ constexpr std::string_view kNotes =
     "In the text format a byte of a name that cannot be shown stands as a replacement\n"
     "character. In JSON a byte that is no valid UTF-8, a control character and a backslash\n"
     "of a name on disk stand as the character U+10F800 plus the byte, so that every name is\n"
-    "told from every other; a path printed so is understood as LEFT or RIGHT.\n";
+    "told from every other; a path printed so is understood as LEFT or RIGHT. HTML and CSV\n"
+    "show names as the text format does; a field of CSV that a spreadsheet would take for a\n"
+    "formula has an apostrophe in front.\n";
 
 // A comparison, and which of its pairs are printed.
 struct PrintedComparison {
@@ -38,7 +40,8 @@ struct PrintedComparison {
 std::vector<OptionSpec> OptionsOf(PrintedComparison& request) {
     std::vector<OptionSpec> options = ComparisonOptions(request.compare);
     options.push_back(ViewOption(request.view));
-    for (OptionSpec& option : SourceAndFormatOptions(request.compare)) options.push_back(std::move(option));
+    options.push_back(SourceOption(request.compare));
+    options.push_back(ReportFormatOption(request.compare.format));
     return options;
 }
 
@@ -48,15 +51,25 @@ bool HasDifferences(const ComparisonResults& results) {
     return false;
 }
 
+// Of any but the columns of a terminal.
+ResultsFormat FormatOf(OutputFormat format) {
+    if (format == OutputFormat::Html) return ResultsFormat::Html;
+    return format == OutputFormat::Csv ? ResultsFormat::Csv : ResultsFormat::JsonLines;
+}
+
 int Print(const PrintedComparison& request, const ComparisonResults& results, const CViewSelections& view,
           Engine& engine) {
     ConsoleMessages& messages = engine.Messages();
-    const CompareReport report{results.folders, PartsOf(results, view)};
+    const Toolbox& tools = engine.Tools();
+    const ResultsReport report{results.folders, PartsOf(results, view),
+                               tools.locale.DateTime(FileTimeToLocalFileTime(tools.clock.Now()))};
     Output out;
-    if (request.compare.format == OutputFormat::Json)
-        WriteJsonLines(report, out);
-    else
-        WriteTextColumns(report, engine.Tools().locale, out);
+    if (request.compare.format == OutputFormat::Text) {
+        WriteTextColumns(report, tools.locale, out);
+    } else {
+        TextPieces pieces([&out](std::string_view piece) { out << piece; });
+        WriteResults(report, FormatOf(request.compare.format), tools.locale, pieces);
+    }
     if (const int failure = out.Finish(); failure != 0) {
         messages.Say("cannot write the result: " + GetErrorText(failure));
         return kTrouble;

@@ -41,6 +41,12 @@ constexpr std::array<std::pair<std::string_view, OutputFormat>, 2> kFormats = {{
     {"text", OutputFormat::Text},
     {"json", OutputFormat::Json},
 }};
+constexpr std::array<std::pair<std::string_view, OutputFormat>, 4> kReportFormats = {{
+    {"text", OutputFormat::Text},
+    {"json", OutputFormat::Json},
+    {"html", OutputFormat::Html},
+    {"csv", OutputFormat::Csv},
+}};
 
 bool TakeCount(std::string_view text, std::optional<std::int32_t>& to) {
     std::int32_t number = 0;
@@ -148,14 +154,22 @@ std::vector<OptionSpec> ComparisonOptions(CompareRequest& request) {
 }
 
 std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request) {
-    return {
-        {"--settings", "FILE", "an INI file whose options hold where none is given",
-         [&](std::string_view text) {
-             request.settingsFile = text;
-             return !text.empty();
-         }},
-        FormatOption(request.format),
-    };
+    return {SourceOption(request), FormatOption(request.format)};
+}
+
+OptionSpec SourceOption(CompareRequest& request) {
+    return {"--settings", "FILE", "an INI file whose options hold where none is given",
+            [&](std::string_view text) {
+                request.settingsFile = text;
+                return !text.empty();
+            }};
+}
+
+OptionSpec ReportFormatOption(OutputFormat& format) {
+    return {"--format", "text|json|html|csv",
+            "aligned columns (default), one JSON object a line,\na page for a browser, or a table for a "
+            "spreadsheet",
+            [&format](std::string_view text) { return TakeWord(text, kReportFormats, format); }};
 }
 
 OptionSpec FormatOption(OutputFormat& format) {

@@ -16,7 +16,8 @@ struct Options;
 
 namespace vantrel::cli {
 
-enum class OutputFormat { Text, Json };
+// The last two are for what is compared alone.
+enum class OutputFormat { Text, Json, Html, Csv };
 
 // What the options of a comparison say. An option that was not given leaves what the settings file has, or
 // the default.
@@ -38,6 +39,9 @@ struct CompareRequest {
 // write to `request`, which must outlive them.
 std::vector<OptionSpec> ComparisonOptions(CompareRequest& request);
 std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request);
+// "--settings", and "--format" with all formats there are.
+OptionSpec SourceOption(CompareRequest& request);
+OptionSpec ReportFormatOption(OutputFormat& format);
 // "--format", which other commands have as well.
 OptionSpec FormatOption(OutputFormat& format);
 // "--jobs", likewise.

@@ -163,7 +163,7 @@ void WriteCounts(const ReportPart& part, Output& out) {
 
 }  // namespace
 
-void WriteTextColumns(const CompareReport& report, const LocaleFormats& locale, Output& out) {
+void WriteTextColumns(const ResultsReport& report, const LocaleFormats& locale, Output& out) {
     out << "Left:  " << DisplayName(report.folders[Side::Left])
         << "\nRight: " << DisplayName(report.folders[Side::Right]) << "\n\n";
     for (const ReportPart& part : report.parts) {

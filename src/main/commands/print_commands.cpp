@@ -2,6 +2,7 @@
 #include "main/application.h"
 #include "main/commands/handlers.h"
 #include "views/forms/frm_print_options.h"
+#include "views/forms/frm_save_results.h"
 
 namespace vantrel {
 namespace {
@@ -23,10 +24,33 @@ void Print(Application& application) {
                      &application.Window());
 }
 
+void SaveResults(Application& application) {
+    if (!application.results.HasResult()) {
+        application.around.messages.Ask({.title = "Save Results As",
+                                         .text = "There are no results to be saved.",
+                                         .icon = MessageIcon::Information,
+                                         .defaultAnswer = {}});
+        return;
+    }
+    const auto makeReport = [&application](bool onlyShown) {
+        const ComparisonResults& results = application.results;
+        return ResultsReport{
+            results.folders, onlyShown ? PartsShown(results, application.panes) : AllParts(results),
+            application.tools.locale.DateTime(FileTimeToLocalFileTime(application.tools.clock.Now()))};
+    };
+    const BusyState::Job job(application.busy);
+    frmSaveResults({.tools = application.tools,
+                    .makeReport = makeReport,
+                    .showHelp = [&application] { OpenHelpPage(application, "printing.html"); }},
+                   &application.Window())
+        .exec();
+}
+
 }  // namespace
 
 void InstallPrintCommands(Application& application) {
     application.GetCommands().SetHandler("mnuFilePrint", [&application] { Print(application); });
+    application.GetCommands().SetHandler("mnuFileSaveResults", [&application] { SaveResults(application); });
 }
 
 }  // namespace vantrel

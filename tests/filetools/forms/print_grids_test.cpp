@@ -37,8 +37,8 @@ TEST_F(PrintGridsTest, PrintsTheGridsThatAreChosen) {
     const std::string text = process.readAllStandardOutput().toStdString();
     EXPECT_THAT(text, HasSubstr("Vantrel - Page 1 "));
     EXPECT_THAT(text, HasSubstr("two.txt"));
-    EXPECT_THAT(text, HasSubstr(" 2.changed there"));
-    EXPECT_THAT(text, Not(HasSubstr("here\n 2")));
+    EXPECT_THAT(text, HasSubstr("\n2.changed there\n"));
+    EXPECT_THAT(text, Not(HasSubstr("changed here")));
     EXPECT_THAT(text, Not(HasSubstr("one.txt")));
     Window().ResetToPromptState();
     EXPECT_FALSE(IsEnabled("mnuFilePrint"));

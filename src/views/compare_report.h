@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -8,12 +9,14 @@
 #include "core/comparison_results.h"
 #include "views/cview_selections.h"
 
-namespace vantrel::cli {
+namespace vantrel {
+
+class ResultPanes;
 
 // A half of a pair, whatever it was made from. The texts live as long as the results.
 struct ShownHalf {
     ResultType type = ResultType::None;  // None: there is no object on this side
-    bool shown = false;                  // there is one, and the view shows it
+    bool shown = false;                  // there is one, and it is shown
     std::string_view name;
     Currency size;                     // not negative
     std::optional<FileTime> modified;  // UTC; nothing for a folder
@@ -26,17 +29,22 @@ struct ShownHalf {
 
 using ShownPair = PerSide<ShownHalf>;
 
+// Which rows of the hold lists are shown, by side and index.
+using RowsShown = std::function<bool(Side side, std::size_t row)>;
+
 // One part of a report: the pairs of the two folders, or what differs below one of their sub-folders.
 class ReportPart {
   public:
-    // The arguments must outlive the part.
-    ReportPart(const HoldLists& hold, const CViewSelections& view) : hold_(&hold), view_(&view) {}
-    ReportPart(const CSubFolderDiffs& diffs, const CViewSelections& view) : view_(&view), diffs_(&diffs) {}
+    // The lists and records must outlive the part.
+    ReportPart(const HoldLists& hold, RowsShown isShown) : hold_(&hold), isShown_(std::move(isShown)) {}
+    // All records; those that are unknown only where `showsUnknown`.
+    ReportPart(const CSubFolderDiffs& diffs, bool showsUnknown)
+        : diffs_(&diffs), showsUnknown_(showsUnknown) {}
 
     // The row's text of the sub-folder; empty for the two folders themselves.
     std::string_view SubFolder() const;
 
-    // Calls `print(const ShownPair&)` in order for each pair of which the view shows a half at least.
+    // Calls `print(const ShownPair&)` in order for each pair of which a half at least is shown.
     template <typename Print>
     void ForEach(const Print& print) const {
         for (std::size_t number = 0; number < Count(); ++number) {
@@ -52,8 +60,9 @@ class ReportPart {
     ShownPair Pair(std::size_t number) const;
 
     const HoldLists* hold_ = nullptr;
-    const CViewSelections* view_ = nullptr;
+    RowsShown isShown_;
     const CSubFolderDiffs* diffs_ = nullptr;
+    bool showsUnknown_ = false;
 };
 
 // All that is shown of the results: the part of the two folders, then one for each sub-folder that differs,
@@ -61,4 +70,10 @@ class ReportPart {
 // the view shows all. The arguments must outlive it.
 std::vector<ReportPart> PartsOf(const ComparisonResults& results, const CViewSelections& view);
 
-}  // namespace vantrel::cli
+// The same of what the panes show at this moment: of the sub-folders those whose rows are there.
+std::vector<ReportPart> PartsShown(const ComparisonResults& results, const ResultPanes& panes);
+
+// All there is.
+std::vector<ReportPart> AllParts(const ComparisonResults& results);
+
+}  // namespace vantrel
