@@ -16,7 +16,7 @@ namespace vantrel {
 
 namespace {
 
-QPushButton* Button(const char* caption, const char* name, QKeySequence key = {}) {
+QPushButton* Button(const char* caption, const char* name, const QKeySequence& key = {}) {
     auto* button = new QPushButton(QLatin1String(caption));
     button->setObjectName(QLatin1String(name));
     button->setAutoDefault(false);
