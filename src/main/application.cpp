@@ -10,6 +10,7 @@
 #include "core/mod_sha1_hash.h"
 #include "main/commands/handlers.h"
 #include "platform/forms/qt_text.h"
+#include "settings/option_changes.h"
 
 namespace vantrel {
 
@@ -113,6 +114,31 @@ void Application::ShowOption(ShownBy part) {
             window_->ShowOption(part);
             break;
     }
+}
+
+void Application::TakeOptions(const Options& edited) {
+    const Options before = std::exchange(options, edited);
+    const std::vector<const OptionLine*> changed = ChangedOptions(before, options);
+    const auto has = [&changed](auto fits) {
+        return std::any_of(changed.begin(), changed.end(),
+                           [&](const OptionLine* line) { return fits(*line); });
+    };
+    for (const ShownBy part : kShownAtOnce)
+        if (has([part](const OptionLine& line) { return line.shownBy == part; })) ShowOption(part);
+    ShowOption(ShownBy::CheckMark);
+    if (has([](const OptionLine& line) { return line.kind == OptionKind::FilterText; }))
+        ThrowIfFailed(store.SaveFilters(options.includeFileTypes, options.excludeFileTypes));
+}
+
+void Application::CompareAfterChange(const Options& before) {
+    bool byFilter = false, byMethod = false;
+    for (const OptionLine* line : ChangedOptions(before, options)) {
+        byFilter |= ResultChangeOf(line->key) == ResultChange::ByFilter;
+        byMethod |= ResultChangeOf(line->key) == ResultChange::ByMethod;
+    }
+    if (!results.HasResult() || (!byFilter && !byMethod)) return;
+    AutoCompareStep((byFilter && options.autoCompareAfterFilter) ||
+                    (byMethod && options.autoCompareAfterCompareMethodChange));
 }
 
 void Application::LoadOptions() {

@@ -65,6 +65,12 @@ class Application : private RunningJob {
     void RestoreDefaults();
     // What must follow at once when an option of this kind has changed.
     void ShowOption(ShownBy part);
+    // Puts all options in the place of those in force, shows what has changed, and writes the filters. Throws
+    // ErrorException where that failed; the options are in force all the same.
+    void TakeOptions(const Options& edited);
+    // What follows a change of options where the results would be others: they are made anew where the user
+    // wants that, and otherwise dropped. `before` is what was in force when they were made.
+    void CompareAfterChange(const Options& before);
     OptionEnvironment Environment() const;
 
     const std::string AppVersion;

@@ -155,7 +155,7 @@ TEST(Menus, OneItemOfAnExclusiveGroupIsChecked) {
     TestProgram program;
     Commands& commands = program.Start().GetCommands();
     testing::ModalScript script;
-    script.Await("frmCustomSync", [](QWidget& table) { table.close(); });
+    script.Await("frmOptions", [](QWidget& options) { options.close(); });
     for (const CommandEntry& entry : MainMenuEntries()) {
         if (entry.kind != CommandKind::Exclusive || !commands.IsEnabled(entry.name)) continue;
         program.messages.texts = {"/elsewhere"};  // to the one that needs a folder

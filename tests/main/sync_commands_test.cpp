@@ -234,16 +234,17 @@ TEST_F(SyncCommandsTest, TheMethodMenuSetsTheTableAndTheSettingsFileKeepsIt) {
     EXPECT_EQ(settings.Action(Side::Right, SyncCell::Orphan), SyncAction::Leave);
 
     ModalScript script;
-    script.Await("frmCustomSync", [](QWidget& table) {
-        for (auto* combo : table.findChildren<QComboBox*>()) {
-            QTest::keyClick(combo, Qt::Key_Home);
-        }
-        PressReturn(table);
+    script.Await("frmOptions", [](QWidget& options) {
+        auto* table = options.findChild<QWidget*>(QStringLiteral("fraCustomSync"));
+        EXPECT_TRUE(table->isEnabled());
+        for (auto* combo : table->findChildren<QComboBox*>()) QTest::keyClick(combo, Qt::Key_Home);
+        PressReturn(options);
     });
     settings.SetAction(Side::Left, SyncCell::Orphan, SyncAction::Delete);
     Run("mnuOptionsSyncCustomize");
     Run("mnuOptionsSyncCustomize");
     EXPECT_TRUE(Ticked("mnuOptionsSyncCustomize"));
+    EXPECT_EQ(settings.Action(Side::Left, SyncCell::Orphan), SyncAction::Leave);
     settings.SetAction(Side::Left, SyncCell::Orphan, SyncAction::Delete);
     program.Get().SaveOptions();
     program.application.reset();

@@ -4,6 +4,7 @@
 
 #include "core/side.h"
 #include "main/command_table.h"
+#include "main/option_boxes.h"
 
 class QWidget;
 
@@ -28,8 +29,13 @@ void InstallPrintCommands(Application& application);
 // ERRORLOG.TXT in its viewer, over that window.
 void ShowErrorLog(Application& application, QWidget& over);
 
-// A page of the help, in the program that shows such pages, or in a window of our own where there is none.
-void OpenHelpPage(Application& application, std::string_view page);
+// A page of the help, in the program that shows such pages, or in a window of our own where there is none. A
+// place within a page, as in "options.html#sounds", is always shown in our own, which stands over `over`;
+// null is the main window.
+void OpenHelpPage(Application& application, std::string_view place, QWidget* over = nullptr);
+
+// The options window on that tab, and what follows its OK.
+void ShowOptionsWindow(Application& application, OptionTab tab);
 
 // The lines of two files beside each other, in a window over `over`. Returns when it is closed.
 void ShowDifferences(Application& application, const PerSide<std::string>& paths, QWidget* over);

@@ -30,8 +30,9 @@ constexpr WebItem kWebItems[] = {
 
 }  // namespace
 
-void OpenHelpPage(Application& application, std::string_view page) {
-    const std::string path = JoinPath(GetParentFolderName(application.HelpFile), page);
+void OpenHelpPage(Application& application, std::string_view place, QWidget* over) {
+    const std::size_t hash = place.find('#');
+    const std::string path = JoinPath(GetParentFolderName(application.HelpFile), place.substr(0, hash));
     if (!application.tools.files.FileExists(path)) {
         application.around.messages.Ask({.title = "Help",
                                          .text = "The help page \"" + path + "\" was not found.",
@@ -39,10 +40,13 @@ void OpenHelpPage(Application& application, std::string_view page) {
                                          .defaultAnswer = {}});
         return;
     }
-    if (application.around.desktop.OpenFile(path)) return;
-    auto* window = application.Window().findChild<frmHelp*>();
-    if (!window) window = new frmHelp(&application.Window());
-    window->ShowPage(path);
+    // What the desktop opens files with is given no place in them.
+    const bool isWhole = hash == std::string_view::npos;
+    if (isWhole && application.around.desktop.OpenFile(path)) return;
+    QWidget* owner = over != nullptr ? over : &application.Window();
+    auto* window = owner->findChild<frmHelp*>();
+    if (!window) window = new frmHelp(owner);
+    window->ShowPage(path, isWhole ? std::string_view() : place.substr(hash + 1));
 }
 
 void InstallHelpCommands(Application& application) {

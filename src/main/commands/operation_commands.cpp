@@ -2,19 +2,18 @@
 #include "main/application.h"
 #include "main/commands/handlers.h"
 #include "main/object_operations.h"
-#include "sync/forms/frm_custom_sync.h"
 #include "sync/forms/frm_sync_log.h"
 
 namespace vantrel {
 namespace {
 
-// A click on the method that is ticked already does nothing. The custom method takes its table from a window
-// of its own.
+// A click on the method that is ticked already does nothing. The custom method takes its table from the
+// options window.
 void ChooseSyncMethod(Application& application, const SyncMethodInfo& info) {
     CSyncSettings& settings = application.operations->syncSettings;
     if (settings.SyncMethod() == static_cast<std::int32_t>(info.method)) return;
     settings.SetSyncMethod(info.method);
-    if (info.method == SyncMethod::Custom) frmCustomSync(settings, &application.Window()).exec();
+    if (info.method == SyncMethod::Custom) ShowOptionsWindow(application, OptionTab::Synchronize);
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 // The toggles and choices of the Options menu. Each is bound to its option; the menu shows what stands there.
+#include <string_view>
+#include <utility>
 #include <variant>
 
 #include "core/mod_sha1_hash.h"
 #include "main/application.h"
 #include "main/commands/handlers.h"
+#include "main/forms/frm_options.h"
 #include "settings/option_table.h"
 
 namespace vantrel {
@@ -73,6 +76,19 @@ void ChooseMethod(Application& application, CompareMethod method) {
 
 }  // namespace
 
+void ShowOptionsWindow(Application& application, OptionTab tab) {
+    const Options before = application.options;
+    frmOptions({.tools = application.tools,
+                .sounds = application.sounds,
+                .environment = application.Environment(),
+                .take = [&application](const Options& edited) { application.TakeOptions(edited); },
+                .showHelp = [&application](const std::string& place,
+                                           QWidget* over) { OpenHelpPage(application, place, over); }},
+               application.options, &application.Window())
+        .ShowTab(tab);
+    application.CompareAfterChange(before);
+}
+
 void InstallOptionCommands(Application& application) {
     Commands& commands = application.GetCommands();
     InstallToggles(application);
@@ -89,6 +105,13 @@ void InstallOptionCommands(Application& application) {
     InstallChoices(commands, kHashes, options.hashMethod,
                    [&options](HashMethod method) { options.hashMethod = method; });
 
+    for (const auto& [command, tab] :
+         {std::pair<std::string_view, OptionTab>{kCommandOpenOptions, OptionTab::General},
+          {"mnuOptionsChunkSize", OptionTab::Compare},
+          {"mnuOptionsFilters", OptionTab::IncludeExclude},
+          {"mnuOptionsChangeSounds", OptionTab::Sounds},
+          {"mnuOptionsAppearance", OptionTab::Appearance}})
+        commands.SetHandler(command, [&application, tab = tab] { ShowOptionsWindow(application, tab); });
     for (const char* item : {"mnuOptionsRestoreDefaults", "mnuFileRestoreDefaultSessionSettings"})
         commands.SetHandler(item, [&application] { application.RestoreDefaults(); });
 }

@@ -6,6 +6,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 #include "platform/names/uri_list.h"
 
@@ -31,8 +32,10 @@ frmHelp::frmHelp(QWidget* parent) : QDialog(parent) {
     ResizeWithinScreen(*this, {680, 560});
 }
 
-void frmHelp::ShowPage(const std::string& path) {
-    browser->setSource(QUrl::fromEncoded(QByteArray::fromStdString(FileUri(path))));
+void frmHelp::ShowPage(const std::string& path, std::string_view anchor) {
+    QUrl address = QUrl::fromEncoded(QByteArray::fromStdString(FileUri(path)));
+    if (!anchor.empty()) address.setFragment(ToQString(anchor));
+    browser->setSource(address);
     show();
     raise();
     activateWindow();

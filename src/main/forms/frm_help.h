@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <string>
+#include <string_view>
 
 class QTextBrowser;
 
@@ -14,8 +15,9 @@ class frmHelp : public QDialog {
   public:
     explicit frmHelp(QWidget* parent);
 
-    // A full path in the engine's form; shows the window, which stays open beside the others.
-    void ShowPage(const std::string& path);
+    // A full path in the engine's form, and an anchor of the page or nothing; shows the window, which stays
+    // open beside the others.
+    void ShowPage(const std::string& path, std::string_view anchor = {});
 
     QTextBrowser* browser;
 };

@@ -6,18 +6,11 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "platform/forms/icons.h"
-#include "platform/forms/qt_text.h"
 #include "sync/forms/frm_custom_sync.h"
 #include "sync/forms/path_label.h"
+#include "sync/forms/sync_method_chooser.h"
 
 namespace vantrel {
-namespace {
-
-constexpr QSize kPictureSize(64, 32);
-constexpr int kFallbackPosition = 2;  // in the display order, for a stored method that is none
-
-}  // namespace
 
 frmSyncWizard::frmSyncWizard(CSyncSettings& settings, Flags flags, const PerSide<std::string>& folders,
                              QWidget* parent)
@@ -39,7 +32,7 @@ frmSyncWizard::frmSyncWizard(CSyncSettings& settings, Flags flags, const PerSide
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, [this] {
-        settings_.SetSyncMethod(ChosenMethod());
+        settings_.SetSyncMethod(method_->Chosen());
         accept();
     });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -56,26 +49,10 @@ frmSyncWizard::frmSyncWizard(CSyncSettings& settings, Flags flags, const PerSide
 }
 
 QWidget* frmSyncWizard::MakeMethodFrame(const PerSide<std::string>& folders) {
-    cboSyncMethod_ = new QComboBox;
-    cboSyncMethod_->setObjectName(QStringLiteral("cboSyncMethod"));
-    cboSyncMethod_->setAccessibleName(QStringLiteral("Sync Methods"));
-    int position = kFallbackPosition;
-    for (SyncMethod method : SyncMethodsInDisplayOrder()) {
-        const SyncMethodInfo& info = SyncMethods()[static_cast<std::size_t>(method)];
-        if (static_cast<int>(method) == settings_.SyncMethod()) position = cboSyncMethod_->count();
-        cboSyncMethod_->addItem(ToQString(info.itemText), static_cast<int>(method));
-    }
-    cboSyncMethod_->setCurrentIndex(position);
-    connect(cboSyncMethod_, &QComboBox::currentIndexChanged, this, &frmSyncWizard::MethodChanged);
-
-    imgSyncMethod_ = new QLabel;
-    imgSyncMethod_->setObjectName(QStringLiteral("imgSyncMethod"));
-    imgSyncMethod_->setFixedSize(kPictureSize);
-    lblSyncMethodDescription_ = new QLabel;
-    lblSyncMethodDescription_->setObjectName(QStringLiteral("lblSyncMethodDescription"));
-    lblSyncMethodDescription_->setWordWrap(true);
-    lblSyncMethodDescription_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    lblSyncMethodDescription_->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    method_ = new SyncMethodChooser(
+        QStringLiteral(" Press the Set Custom Settings button below to select your custom settings."), this);
+    method_->Choose(settings_.SyncMethod());
+    connect(method_, &SyncMethodChooser::Changed, this, &frmSyncWizard::MethodChanged);
     cmdCustomSettings_ = new QPushButton(QStringLiteral("Set &Custom Settings"));
     cmdCustomSettings_->setObjectName(QStringLiteral("cmdCustomSettings"));
     cmdCustomSettings_->setAutoDefault(false);
@@ -95,9 +72,9 @@ QWidget* frmSyncWizard::MakeMethodFrame(const PerSide<std::string>& folders) {
                                                  : QStringLiteral("lblRightFolder"));
         grid->addWidget(folder, row++, 1);
     }
-    grid->addWidget(cboSyncMethod_, row++, 0, 1, 2);
-    grid->addWidget(imgSyncMethod_, row, 0, Qt::AlignTop | Qt::AlignHCenter);
-    grid->addWidget(lblSyncMethodDescription_, row++, 1);
+    grid->addWidget(method_->cboSyncMethod, row++, 0, 1, 2);
+    grid->addWidget(method_->imgSyncMethod, row, 0, Qt::AlignTop | Qt::AlignHCenter);
+    grid->addWidget(method_->lblSyncMethodDescription, row++, 1);
     grid->addWidget(cmdCustomSettings_, row, 1, Qt::AlignRight);
     grid->setColumnStretch(1, 1);
     return frame;
@@ -108,17 +85,7 @@ frmSyncWizard::Flags frmSyncWizard::ChosenFlags() const {
 }
 
 void frmSyncWizard::MethodChanged() {
-    const auto& info = SyncMethods()[static_cast<std::size_t>(ChosenMethod())];
-    const bool custom = info.method == SyncMethod::Custom;
-    QString description = ToQString(info.description);
-    if (custom) {
-        description +=
-            QStringLiteral(" Press the Set Custom Settings button below to select your custom settings.");
-    }
-    lblSyncMethodDescription_->setText(description);
-    imgSyncMethod_->setPixmap(
-        custom ? QPixmap() : SyncMethodIcon(ChosenMethod()).pixmap(kPictureSize, devicePixelRatioF()));
-    cmdCustomSettings_->setEnabled(custom);
+    cmdCustomSettings_->setEnabled(method_->Chosen() == SyncMethod::Custom);
 }
 
 }  // namespace vantrel

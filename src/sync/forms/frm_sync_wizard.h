@@ -1,14 +1,14 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDialog>
-#include <QLabel>
 #include <QPushButton>
 
 #include "sync/csync_settings.h"
 
 namespace vantrel {
+
+class SyncMethodChooser;
 
 // "Folder Synchronization Method": which of the eight methods a run uses. Accepted means: proceed.
 class frmSyncWizard : public QDialog {
@@ -27,14 +27,11 @@ class frmSyncWizard : public QDialog {
     Flags ChosenFlags() const;
 
   private:
-    int ChosenMethod() const { return cboSyncMethod_->currentData().toInt(); }
     QWidget* MakeMethodFrame(const PerSide<std::string>& folders);
     void MethodChanged();
 
     CSyncSettings& settings_;
-    QComboBox* cboSyncMethod_ = nullptr;
-    QLabel* imgSyncMethod_ = nullptr;
-    QLabel* lblSyncMethodDescription_ = nullptr;
+    SyncMethodChooser* method_ = nullptr;
     QPushButton* cmdCustomSettings_ = nullptr;
     QCheckBox* chkSyncSelectedOnly_ = nullptr;
     QCheckBox* chkPromptForSyncMethod_ = nullptr;
