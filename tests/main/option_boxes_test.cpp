@@ -22,6 +22,7 @@
 #include "program_support.h"
 #include "settings/option_changes.h"
 #include "support/places.h"
+#include "sync/csync_settings.h"
 
 namespace vantrel {
 namespace {
@@ -169,29 +170,29 @@ TEST_F(OptionBoxesTest, EveryCheckBoxChangesItsOptionAndNoOther) {
     }
 }
 
-// Whatever the file held, what the window shows is what it gives back.
+// Whatever the file held, what the window shows is what it gives back. Each round has another value of each
+// option.
 TEST_F(OptionBoxesTest, EveryValueComesThroughTheWindow) {
-    Options options = program.Get().options;
-    for (const OptionBox& box : OptionBoxes()) {
-        const OptionLine& line = OptionOf(box.key);
-        std::set<std::string> texts{OptionText(line, options)};
-        if (const auto* word = std::get_if<WordField>(&line.field))
-            for (const OptionWord& each : word->words) texts.insert(std::string(each.text));
-        else if (line.kind == OptionKind::Boolean)
-            texts = {"True", "False"};
-        else if (line.kind == OptionKind::Text || line.kind == OptionKind::FilterText)
-            texts.insert("/some thing?*.x");
-        else if (line.kind == OptionKind::Number)
-            texts.insert("12345");
-        // The cells of another method than the custom one are not free.
-        options.syncMethod = line.key == "SyncMethod" ? options.syncMethod : SyncMethod::Custom;
-        for (const std::string& text : texts) {
-            TakeOptionText(line, text, program.Get().Environment(), options);
-            if (line.key == "SyncMethod" && options.syncMethod != SyncMethod::Custom) continue;
-            Open(options);
-            QTest::keyClick(window.get(), Qt::Key_Return);
-            EXPECT_THAT(ChangedOptions(options, taken), IsEmpty()) << box.key << "=" << text;
+    for (std::size_t round = 0; round < 8; ++round) {
+        Options options = program.Get().options;
+        for (const OptionBox& box : OptionBoxes()) {
+            const OptionLine& line = OptionOf(box.key);
+            std::vector<std::string> texts{OptionText(line, options)};
+            if (const auto* word = std::get_if<WordField>(&line.field))
+                for (const OptionWord& each : word->words) texts.emplace_back(each.text);
+            else if (line.kind == OptionKind::Boolean)
+                texts = {"True", "False"};
+            else if (line.kind == OptionKind::Text || line.kind == OptionKind::FilterText)
+                texts.emplace_back("/some thing?*.x");
+            else if (line.kind == OptionKind::Number)
+                texts.emplace_back("12345");
+            TakeOptionText(line, texts[round % texts.size()], program.Get().Environment(), options);
         }
+        // The cells of another method than the custom one are that method's.
+        CSyncSettings(options).ConvertPredefinedToCustom();
+        Open(options);
+        QTest::keyClick(window.get(), Qt::Key_Return);
+        EXPECT_THAT(ChangedOptions(options, taken), IsEmpty()) << "round " << round;
     }
 }
 
