@@ -1,28 +1,15 @@
 #include "settings/filter_list.h"
 
-#include <unicode/utf8.h>
-
 #include <algorithm>
 #include <cerrno>
 
 #include "platform/line_end.h"
+#include "settings/plain_text.h"
 
 namespace vantrel {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-// No program writes control characters into a list of patterns, and every other kind of file has some.
-bool IsText(std::string_view text) {
-    const auto size = static_cast<std::int32_t>(text.size());
-    for (std::int32_t next = 0; next < size;) {
-        UChar32 point = 0;
-        U8_NEXT(text.data(), next, size, point);
-        const bool isLineEnd = point == '\n' || point == '\r';
-        if (point < 0 || (point < 0x20 && !isLineEnd) || (point >= 0x7F && point < 0xA0)) return false;
-    }
-    return true;
-}
 
 std::vector<std::string_view> LinesOf(std::string_view text) {
     std::vector<std::string_view> lines;
@@ -61,7 +48,8 @@ std::string CreateStringFromList(const std::vector<std::string>& patterns) {
 std::string_view ParseFilterList(std::string_view text, FilterList& list) {
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     if (text.size() > kMostFilterListBytes) return "it is too long";
-    if (!IsText(text)) return "it holds something else than text";
+    if (!IsPlainText(text) || text.find('\t') != std::string_view::npos)
+        return "it holds something else than text";
     const std::vector<std::string_view> lines = LinesOf(text);
     if (lines.size() < 2) return "it has not the two lines of a filter list";
     if (std::any_of(lines.begin() + 2, lines.end(), [](std::string_view line) { return !line.empty(); }))
