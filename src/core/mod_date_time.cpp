@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 
+#include "platform/files/file_times.h"
 #include "platform/names/names.h"
 
 namespace vantrel {
@@ -35,32 +36,44 @@ std::span<const std::int64_t> Forgiven(const CCompare& compare) {
                                                   : std::span<const std::int64_t>();
 }
 
-// Reports the failure of one step under this module's own text; the system's number and text stay beside it.
-bool ReportFailure(const Toolbox& tools, std::string_view routine, std::string_view step,
-                   std::string_view path, const Error& cause) {
+constexpr std::string_view kSetRoutine = "modDateTime.SetFileDateTimes";
+
+// The failure of one step under this module's own text; the system's number and text stay beside it. What the
+// program itself refuses has its reason below.
+Error FailureOf(std::string_view step, std::string_view path, const Error& cause) {
     std::string text = "\"Error encountered ";
     text.append(step).append(" the file ").append(DisplayName(path)).append("\"");
-    tools.reporter.ReportError(routine, cause.WithDescription(std::move(text)));
-    return false;
+    if (cause.SystemNumber() == 0) text.append("\r\n\r\n").append(cause.Description());
+    return cause.WithDescription(std::move(text));
 }
 
-Error StatFile(const Toolbox& tools, std::string_view path, FileInfo& info) {
-    Error failed = tools.files.Stat(path, LinkPolicy::Follow, info);
-    if (failed.IsOk() && info.kind == EntryKind::Folder) failed = Error::FromErrno(EISDIR);
-    if (failed.IsOk() && info.kind != EntryKind::File) failed = Error::FromErrno(EINVAL);
-    return failed;
+// True where there is nothing to report.
+bool Report(const Toolbox& tools, std::string_view routine, const Error& error) {
+    if (!error.IsOk()) tools.reporter.ReportError(routine, error);
+    return error.IsOk();
 }
 
-bool ChangeTimes(const Toolbox& tools, std::string_view path, FileSystem::NewTimes times) {
-    constexpr std::string_view kRoutine = "modDateTime.SetFileDateTimes";
+Error ChangeTimes(const Toolbox& tools, std::string_view path, const Sighting& seen, TimesToSet times) {
     FileInfo info;
-    Error failed = StatFile(tools, path, info);
-    if (failed.IsOk() && (info.attributes & kReadOnly) != 0) {
-        failed = Error::FromErrno(EACCES);
-    }
-    if (!failed.IsOk()) return ReportFailure(tools, kRoutine, "opening", path, failed);
-    failed = tools.files.SetTimes(path, times);
-    return failed.IsOk() || ReportFailure(tools, kRoutine, "setting the timestamps of", path, failed);
+    Error failed = tools.files.Stat(path, LinkPolicy::DoNotFollow, info);
+    if (failed.IsOk() && info.isLink) failed = Error::FromErrno(ELOOP);
+    if (failed.IsOk() && info.kind == EntryKind::Folder) failed = Error::FromErrno(EISDIR);
+    if (failed.IsOk() && (info.attributes & kReadOnly) != 0) failed = Error::FromErrno(EACCES);
+    if (!failed.IsOk()) return FailureOf("opening", path, failed);
+    failed = SetExactTimes(tools.files, path, seen, times);
+    return failed.IsOk() ? failed : FailureOf("setting the timestamps of", path, failed);
+}
+
+constexpr std::uint32_t kNanosecondsOfTick = 100;
+
+std::uint8_t RestOf(const timespec& time) {
+    return static_cast<std::uint8_t>(time.tv_nsec % kNanosecondsOfTick);
+}
+
+timespec Exact(FileTime time, std::uint8_t rest) {
+    timespec exact = TimespecOf(time);
+    exact.tv_nsec += rest;
+    return exact;
 }
 
 }  // namespace
@@ -122,20 +135,29 @@ Currency AllowedTimeDifference(FileTime left, FileTime right, const CCompare& co
 }
 
 bool GetFileDateTimes(const Toolbox& tools, std::string_view path, FileDateTimes& out) {
-    FileInfo info;
-    const Error failed = StatFile(tools, path, info);
-    if (!failed.IsOk()) return ReportFailure(tools, "modDateTime.GetFileDateTimes", "opening", path, failed);
-    out = {info.created, info.accessed, info.lastWrite};
+    ExactTimes times;
+    const Error failed = ReadExactTimes(tools.files, path, times);
+    if (!failed.IsOk())
+        return Report(tools, "modDateTime.GetFileDateTimes", FailureOf("opening", path, failed));
+    out = {times.created, FileTimeOf(times.accessed), FileTimeOf(times.lastWrite), RestOf(times.accessed),
+           RestOf(times.lastWrite)};
     return true;
 }
 
-bool SetFileDateTimes(const Toolbox& tools, std::string_view path, const FileDateTimes& times) {
-    return ChangeTimes(tools, path, {.accessed = &times.access, .lastWrite = &times.write});
+bool SetFileDateTimes(const Toolbox& tools, std::string_view path, const FileDateTimes& times,
+                      const Sighting& seen) {
+    const timespec access = Exact(times.access, times.accessRest),
+                   write = Exact(times.write, times.writeRest);
+    return Report(tools, kSetRoutine, ChangeTimes(tools, path, seen, {&access, &write}));
 }
 
-bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local) {
-    const FileTime utc = LocalFileTimeToFileTime(local);
-    return ChangeTimes(tools, path, {.accessed = nullptr, .lastWrite = &utc});
+Error TrySetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen) {
+    const timespec write = TimespecOf(LocalFileTimeToFileTime(local));
+    return ChangeTimes(tools, path, seen, {nullptr, &write});
+}
+
+bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen) {
+    return Report(tools, kSetRoutine, TrySetLastWriteTime(tools, path, local, seen));
 }
 
 }  // namespace vantrel

@@ -5,6 +5,7 @@
 #include "core/ccompare.h"
 #include "core/toolbox.h"
 #include "platform/currency.h"
+#include "platform/files/sighting.h"
 #include "platform/locale/file_time.h"
 
 namespace vantrel {
@@ -31,14 +32,20 @@ Currency AllowedTimeDifference(FileTime left, FileTime right, const CCompare& co
 // UTC, all of them.
 struct FileDateTimes {
     FileTime creation, access, write;
+    std::uint8_t accessRest = 0, writeRest = 0;  // nanoseconds below a tick: 0 to 99
 };
 
-// Both work on a regular file, or on what a link to one leads to. A failure is reported under the routine's
-// own name and gives false. A time of creation cannot be set: it is left out without an error. A read-only
-// file is not changed, which is a failure.
+// Reads the times of a regular file, or of what a link to one leads to. A failure is reported under the
+// routine's own name and gives false, as below.
 bool GetFileDateTimes(const Toolbox& tools, std::string_view path, FileDateTimes& out);
-bool SetFileDateTimes(const Toolbox& tools, std::string_view path, const FileDateTimes& times);
+// Sets them, to the nanosecond. The time of creation cannot be set: it is left out without an error. A link,
+// a read-only file, and one that is not the one in `seen` any more, are not changed, which is a failure.
+bool SetFileDateTimes(const Toolbox& tools, std::string_view path, const FileDateTimes& times,
+                      const Sighting& seen = {});
 // Sets the last-write time alone, from a local file time; the same otherwise.
-bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local);
+bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen = {});
+// The same without a report: the error that it would show.
+Error TrySetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local,
+                          const Sighting& seen = {});
 
 }  // namespace vantrel

@@ -181,6 +181,7 @@ void Application::FormLoad() {
         for (const Side side : kBothSides) comparison_->Dir(side).SetPath(window_->PathText(side));
         panes.SetCurrentListview(Side::Left);
         if (firstRun) GetCommands().Run(kCommandOpenHelp);
+        OfferRenameRepair(*this);
     });
 }
 

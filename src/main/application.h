@@ -8,6 +8,7 @@
 #include "core/forms/frm_compare_progress.h"
 #include "core/toolbox.h"
 #include "diagnostics/csound_settings.h"
+#include "fileops/multiple_rename.h"
 #include "filetools/cview_file_diffs_options.h"
 #include "filetools/file_diff_engine.h"
 #include "main/forms/frm_main.h"
@@ -100,6 +101,7 @@ class Application : private RunningJob {
     std::unique_ptr<ObjectOperations> operations;
     cViewFileDiffsOptions viewFileDiffs{options};
     FileDiffEngine globalDiffObject{tools};
+    MultipleRename multipleRename{tools};
 
   private:
     bool RunningCompare() const override { return compare.RunningCompare; }

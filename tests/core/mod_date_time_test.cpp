@@ -1,6 +1,8 @@
 #include "core/mod_date_time.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -112,6 +114,38 @@ TEST(ModDateTimeTest, FailuresAreReportedUnderTheRoutinesName) {
                                               (box.folder / "gone") + "\""),
               std::string::npos);
     EXPECT_EQ(box.messages.shown[1].title, "Unexpected Error in modDateTime.SetFileDateTimes");
+}
+
+TEST(ModDateTimeTest, TimesGoAcrossToTheNanosecondAndOnlyOntoTheFileThatWasSeen) {
+    TestToolbox box;
+    box.folder.Write("from", "x");
+    box.folder.Write("to", "y", 1'000);
+    const timespec odd[2] = {{1'234'567'890, 987'654'321}, {1'700'000'000, 123'456'789}};
+    ASSERT_EQ(0, utimensat(AT_FDCWD, (box.folder / "from").c_str(), odd, 0));
+    OpenFolder opened;
+    FolderEntry entry;
+    ASSERT_TRUE(box.files.Open(box.folder.Path(), opened).IsOk() && opened.LookAt("to", entry));
+    const Sighting seen = SightingOf(entry);
+    FileDateTimes times;
+    ASSERT_TRUE(GetFileDateTimes(box.Get(), box.folder / "from", times));
+    box.folder.Write("to", "changed since, and the same file");
+    ASSERT_TRUE(SetFileDateTimes(box.Get(), box.folder / "to", times, seen));
+    struct stat now {};
+    ASSERT_EQ(0, stat((box.folder / "to").c_str(), &now));
+    EXPECT_EQ(odd[1].tv_nsec, now.st_mtim.tv_nsec);
+    EXPECT_EQ(odd[0].tv_nsec, now.st_atim.tv_nsec);
+
+    // Another file, and a link to the very one that was seen.
+    std::filesystem::rename(box.folder / "to", box.folder / "kept");
+    box.folder.Write("to", "another", 1'000);
+    EXPECT_FALSE(SetFileDateTimes(box.Get(), box.folder / "to", times, seen));
+    std::filesystem::remove(box.folder / "to");
+    std::filesystem::create_symlink("kept", box.folder / "to");
+    times.write = {};
+    EXPECT_FALSE(SetFileDateTimes(box.Get(), box.folder / "to", times));
+    ASSERT_EQ(0, stat((box.folder / "kept").c_str(), &now));
+    EXPECT_EQ(odd[1].tv_nsec, now.st_mtim.tv_nsec);
+    EXPECT_EQ(2U, box.messages.shown.size());
 }
 
 }  // namespace

@@ -25,6 +25,7 @@ void InstallFileDiffCommands(Application& application);
 void InstallHexDumpCommands(Application& application);
 void InstallDupeCommands(Application& application);
 void InstallPrintCommands(Application& application);
+void InstallRenameCommands(Application& application);
 
 // ERRORLOG.TXT in its viewer, over that window.
 void ShowErrorLog(Application& application, QWidget& over);
@@ -47,6 +48,9 @@ void ShowCompareFiles(Application& application, const PerSide<std::string>& path
 // `over`. Returns when it is closed.
 void ShowHexDumps(Application& application, const PerSide<std::string>& paths, QWidget* over);
 
+// Asks about renames that an earlier run of the program did not bring to their end.
+void OfferRenameRepair(Application& application);
+
 // A click on one of the icons beside a path box.
 void OnPathIconClicked(Application& application, Side side, PathIcon icon);
 
@@ -62,6 +66,7 @@ inline void InstallHandlers(Application& application) {
     InstallHexDumpCommands(application);
     InstallDupeCommands(application);
     InstallPrintCommands(application);
+    InstallRenameCommands(application);
 }
 
 }  // namespace vantrel
