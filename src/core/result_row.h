@@ -26,6 +26,13 @@ inline constexpr int kResultTypeCount = 8;
 // "Newer" ... "OrphanFolder"; empty for None.
 std::string_view ResultTypeText(ResultType type);
 
+// Whether an object lies in another place as well, so that what is done to it here is done there.
+enum class Elsewhere : std::uint8_t {
+    No,
+    BehindLink,     // a folder on the way to it is a link
+    InOtherFolder,  // it is an object of the other of the two compared folders
+};
+
 enum class RowKind : std::uint8_t {
     Placeholder,
     Sentinel,
@@ -61,6 +68,9 @@ struct ResultRow {
     // Folder rows: the other of the two compared folders lies below it.
     bool holdsOtherFolder : 1 = false;
     bool isLink : 1 = false;  // the object itself is a symbolic link
+    // Rows of a sub-folder's differences, of placeholders too: what would be made there is made in that
+    // place.
+    Elsewhere elsewhere : 2 = Elsewhere::No;
     // Unknown rows: what is in the way on this side; None on a side where the object is known.
     UnknownReason reason = UnknownReason::None;
 

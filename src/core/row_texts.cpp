@@ -23,6 +23,18 @@ std::string WhyUnknown(const ResultRow& row) {
     return text + " Nothing is concluded from it, and it is left alone.";
 }
 
+std::string WhyLeftAlone(const ResultRow& row) {
+    switch (row.elsewhere) {
+        case Elsewhere::BehindLink:
+            return "This lies behind a link to a folder. It is shown, and left alone.";
+        case Elsewhere::InOtherFolder:
+            return "This lies in the other of the two compared folders as well. It is shown, and left alone.";
+        case Elsewhere::No:
+            break;
+    }
+    return WhyUnknown(row);
+}
+
 std::string ObjectPath(std::string_view folder, const ResultRow& row) {
     return JoinPath(folder, row.realName);
 }

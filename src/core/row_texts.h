@@ -17,5 +17,7 @@ std::string ObjectPath(std::string_view folder, const ResultRow& row);
 
 // For the tool tip of a row of the kind Unknown: what is in the way, and what follows. Empty for any other.
 std::string WhyUnknown(const ResultRow& row);
+// The same for a row that is left alone since it lies elsewhere as well.
+std::string WhyLeftAlone(const ResultRow& row);
 
 }  // namespace vantrel

@@ -13,13 +13,6 @@
 
 namespace vantrel {
 
-// Whether an object lies in another place as well, so that what is done to it here is done there.
-enum class Elsewhere : std::uint8_t {
-    No,
-    BehindLink,     // a folder on the way to it is a link
-    InOtherFolder,  // it is an object of the other of the two compared folders
-};
-
 // One half of a difference below a sub-folder: of a file, or of a link without a counterpart to whatever.
 // Blank where that side has no such object. Both halves are unknown where nothing may be concluded from them.
 // The texts live in the pool of the CSubFolderDiffs that holds the record.

@@ -8,6 +8,7 @@
 #include "fileops/expectations.h"
 #include "fileops/space_check.h"
 #include "fileops/told_at_end.h"
+#include "platform/files/sighting.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 
@@ -29,7 +30,7 @@ namespace {
 
 void MakePlaceholder(ResultRow& row) {
     const std::uint32_t tag = row.tag;
-    row = {};
+    row = ResultRow();
     row.tag = tag;
 }
 
@@ -75,22 +76,30 @@ SubFolderOperations::Result SubFolderOperations::RecycleFiles(Confirm confirm, P
     return Operate(kind, confirm, partOf);
 }
 
-std::vector<SubFolderOperations::Item> SubFolderOperations::SelectedItems() {
+SubFolderOperations::Selection SubFolderOperations::SelectedItems(const Kind& kind) {
+    const bool reachesOver = kind.verb == SubFolderVerb::Copy || kind.verb == SubFolderVerb::Move;
     const Side side = host_.CurrentListview();
     const PerSide<ResultList>& lists = host_.Lists();
     const std::string folder = host_.FolderPath(side), otherFolder = host_.FolderPath(Other(side));
-    std::vector<Item> items;
+    Selection selection;
     for (std::size_t i = 0; i < lists[side].Count(); ++i) {
         const ResultRow& row = lists[side][i];
         if (!row.selected || !row.IsReal() || row.realName.empty()) continue;
+        const Elsewhere opposite =
+            i < lists[Other(side)].Count() ? lists[Other(side)][i].elsewhere : Elsewhere::No;
+        if (row.elsewhere != Elsewhere::No || (reachesOver && opposite != Elsewhere::No)) {
+            ++selection.elsewhere;
+            continue;
+        }
         // A counterpart keeps its own letter case: it is the same file.
         const bool hasCounterpart = i < lists[Other(side)].Count() && lists[Other(side)][i].IsReal();
         const ResultRow& named = hasCounterpart ? lists[Other(side)][i] : row;
         Expectation expected{SightingOf(row), {}, {}};
         if (i < lists[Other(side)].Count()) expected.target = SightingOf(lists[Other(side)][i]);
-        items.push_back({i, ObjectPath(folder, row), ObjectPath(otherFolder, named), std::move(expected)});
+        selection.items.push_back(
+            {i, ObjectPath(folder, row), ObjectPath(otherFolder, named), std::move(expected)});
     }
-    return items;
+    return selection;
 }
 
 SubFolderOperations::Result SubFolderOperations::Operate(const Kind& kind, Confirm confirm, PartOf partOf) {
@@ -99,9 +108,10 @@ SubFolderOperations::Result SubFolderOperations::Operate(const Kind& kind, Confi
             .roots = host_.Roots(),
             .result = {}};
     tools_.reporter.Guard(kind.routineName, [&] {
-        const std::vector<Item> items = SelectedItems();
+        const auto [items, elsewhere] = SelectedItems(kind);
+        if (elsewhere > 0) TellLeftAlone(kind, elsewhere);
         if (items.empty()) {
-            if (partOf == PartOf::Command)
+            if (partOf == PartOf::Command && elsewhere == 0)
                 tools_.messages.Ask({std::string("Unable to ") + kind.word,
                                      "No files selected.  Please select some files and try again. ",
                                      MessageIcon::Warning,
@@ -123,8 +133,12 @@ SubFolderOperations::Result SubFolderOperations::Operate(const Kind& kind, Confi
 
 void SubFolderOperations::CarryOut(Run& run, const std::vector<Item>& items) {
     // Rows take over the texts of the row opposite, which must live as long.
+    seen_ = std::make_shared<SeenPool>();
     for (PerSide<ResultList>* lists : {&host_.Lists(), &host_.TwinLists()}) {
-        for (const Side side : kBothSides) (*lists)[side].ShareTexts((*lists)[Other(side)]);
+        for (const Side side : kBothSides) {
+            (*lists)[side].ShareTexts((*lists)[Other(side)]);
+            (*lists)[side].SharePool(seen_);
+        }
     }
     host_.ShowProgressPanel(true);
     host_.SetResultsOutOfDate();
@@ -142,7 +156,18 @@ void SubFolderOperations::CarryOut(Run& run, const std::vector<Item>& items) {
 
 void SubFolderOperations::CountAsDone(Run& run, const Item& item) {
     ++run.result.done;
-    PutRowsRight(run.kind, item.row);
+    const bool reachesOver = run.kind.verb == SubFolderVerb::Copy || run.kind.verb == SubFolderVerb::Move;
+    PutRowsRight(run.kind, item.row, reachesOver ? LookAtTarget(item) : nullptr);
+}
+
+const Seen* SubFolderOperations::LookAtTarget(const Item& item) {
+    OpenFolder folder;
+    FolderEntry entry;
+    if (!tools_.files.Open(GetParentFolderName(item.target), folder).IsOk() ||
+        !folder.LookAt(GetLastItemInPath(item.target), entry))
+        return nullptr;
+    const Sighting sighting = SightingOf(entry);
+    return sighting.state == Sighting::State::Present ? seen_->Add(sighting.seen) : nullptr;
 }
 
 void SubFolderOperations::FinishCopies(Run& run) {
@@ -164,6 +189,17 @@ void SubFolderOperations::FinishCopies(Run& run) {
 void SubFolderOperations::TellTimesNotKept(const Run& run) {
     if (const std::string text = DescribeTimesNotKept(run.result.timesNotKept); !text.empty())
         tools_.messages.Ask({"Times Not Kept", text, MessageIcon::Information, MessageButtons::Ok, {}});
+}
+
+void SubFolderOperations::TellLeftAlone(const Kind& kind, std::size_t count) {
+    tools_.messages.Ask(
+        {std::string("Unable to ") + kind.word,
+         std::to_string(count) +
+             " of the selected files lie behind a link to a folder, or belong to both compared "
+             "folders.  They are left alone.",
+         MessageIcon::Warning,
+         MessageButtons::Ok,
+         {}});
 }
 
 void SubFolderOperations::TellComplete(const Run& run) {
@@ -243,7 +279,10 @@ bool SubFolderOperations::Took(Run& run, const ShellResult& result) {
     return result.AllDone();
 }
 
-void SubFolderOperations::PutRowsRight(const Kind& kind, std::size_t index) {
+// The row of a file that was copied or moved tells of the one that is there now, so that the next operation
+// knows it again. Where that could not be looked at, it tells of the source, and the next one leaves it
+// alone.
+void SubFolderOperations::PutRowsRight(const Kind& kind, std::size_t index, const Seen* copied) {
     const Side side = host_.CurrentListview();
     for (PerSide<ResultList>* lists : {&host_.Lists(), &host_.TwinLists()}) {
         if (index >= (*lists)[side].Count() || index >= (*lists)[Other(side)].Count()) continue;
@@ -256,6 +295,7 @@ void SubFolderOperations::PutRowsRight(const Kind& kind, std::size_t index) {
             opposite = row;
             opposite.tag = tag;
             opposite.realName = keptName;
+            if (copied != nullptr) opposite.seen = copied;
         } else if (opposite.IsReal()) {
             opposite.type = ResultType::Orphan;
         }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "core/result_list.h"
+#include "core/seen_pool.h"
 #include "core/toolbox.h"
 #include "fileops/operation_mode.h"
 #include "fileops/shell_wrappers.h"
@@ -79,12 +81,21 @@ class SubFolderOperations {
     bool DeleteOne(Run& run, const Item& item);
     static ShellWrappers::Options Alone(const Run& run, const Item& item);
     static bool Took(Run& run, const ShellResult& result);
-    void PutRowsRight(const Kind& kind, std::size_t row);
-    std::vector<Item> SelectedItems();
+    void PutRowsRight(const Kind& kind, std::size_t row, const Seen* copied);
+    // What the other side has now; null where that cannot be told.
+    const Seen* LookAtTarget(const Item& item);
+    // The selected files that may be acted on, and how many may not, since they lie elsewhere as well.
+    struct Selection {
+        std::vector<Item> items{};
+        std::size_t elsewhere = 0;
+    };
+    Selection SelectedItems(const Kind& kind);
+    void TellLeftAlone(const Kind& kind, std::size_t count);
 
     const Toolbox& tools_;
     ShellWrappers& wrappers_;
     SubFolderHost& host_;
+    std::shared_ptr<SeenPool> seen_;  // of the run, shared by the lists
 };
 
 }  // namespace vantrel

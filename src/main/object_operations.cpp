@@ -125,7 +125,7 @@ void ObjectOperations::AutoSync(SyncScope scope) {
     const Options& options = application_.options;
     application_.around.loop.ResetCancel();
     if (options.promptForSyncMethod) {
-        const auto chosen = ShowSyncWizard(scope);
+        const auto chosen = ShowSyncWizard(scope, application_.results.folders, &application_.Window());
         if (!chosen) return;
         scope = *chosen;
     }
@@ -151,11 +151,13 @@ void ObjectOperations::AutoSync(SyncScope scope) {
     application_.AutoCompareStep(options.autoCompareAfterSync);
 }
 
-std::optional<SyncScope> ObjectOperations::ShowSyncWizard(SyncScope scope) {
+std::optional<SyncScope> ObjectOperations::ShowSyncWizard(SyncScope scope,
+                                                          const PerSide<std::string>& folders,
+                                                          QWidget* over) {
     frmSyncWizard wizard(syncSettings,
                          {.promptForSyncMethod = application_.options.promptForSyncMethod,
                           .syncSelectedOnly = scope == SyncScope::SelectedObjects},
-                         application_.results.folders, &application_.Window());
+                         folders, over);
     if (wizard.exec() != QDialog::Accepted) return std::nullopt;
     application_.options.promptForSyncMethod = wizard.ChosenFlags().promptForSyncMethod;
     application_.GetCommands().RefreshChecks();

@@ -36,6 +36,10 @@ class ObjectOperations : private SyncConfirmation {
     void Drop(DropAction action, const std::vector<std::string>& paths, const std::string& folder);
     // The doors for windows that change single files.
     ShellWrappers& Wrappers() { return wrappers_; }
+    // The window of synchronisation methods over `over`: the scope that the user leaves it with; nothing
+    // where he closed it.
+    std::optional<SyncScope> ShowSyncWizard(SyncScope scope, const PerSide<std::string>& folders,
+                                            QWidget* over);
     // Compares first where there is no result yet.
     void Synchronize(SyncScope scope);
 
@@ -59,8 +63,6 @@ class ObjectOperations : private SyncConfirmation {
     // while nothing is selected: the operation has a message for that.
     std::optional<std::string> PickTarget(const ListRef& list, const char* prompt);
     void AutoSync(SyncScope scope);
-    // The scope that the user leaves it with; nothing where he closed it.
-    std::optional<SyncScope> ShowSyncWizard(SyncScope scope);
     SelectedTexts SelectedObjects() const;
     bool ShowConfirmSync(const SyncPlan& plan) override;
     bool MayEmpty(const EmptyingRisk& risk) override;

@@ -7,21 +7,24 @@
 
 namespace vantrel {
 
-RunningCommand::RunningCommand(Application& application)
+RunningCommand::RunningCommand(Application& application) : RunningCommand(application, application.Window()) {
+}
+
+RunningCommand::RunningCommand(Application& application, QWidget& window)
     : application_(application),
+      window_(window),
       currentListview_(application.panes.CurrentListview()),
-      focus_(application.Window().focusWidget()) {
+      focus_(window.focusWidget()) {
     application.around.loop.ResetCancel();
     job_.emplace(application.busy);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 RunningCommand::~RunningCommand() {
-    frmMain& window = application_.Window();
     application_.panes.SetCurrentListview(currentListview_);
     // First: what is disabled takes no focus.
     job_.reset();
-    if (focus_ && window.focusWidget() != focus_) focus_->setFocus();
+    if (focus_ && window_.focusWidget() != focus_) focus_->setFocus();
 }
 
 bool RunningCommand::eventFilter(QObject* watched, QEvent* event) {
@@ -31,14 +34,13 @@ bool RunningCommand::eventFilter(QObject* watched, QEvent* event) {
                          event->type() == QEvent::InputMethod;
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (!isInput || !widget) return false;
-    frmMain& window = application_.Window();
-    if (isKey && widget->window() == &window && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    if (isKey && widget->window() == &window_ && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         application_.around.events.RequestCancel();
         return true;
     }
     // A path changed now would make the comparison that follows one of other folders.
     for (const Side side : kBothSides)
-        if (window.Box(side).isAncestorOf(widget)) return true;
+        if (application_.Window().Box(side).isAncestorOf(widget)) return true;
     return false;
 }
 

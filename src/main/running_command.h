@@ -13,17 +13,19 @@ namespace vantrel {
 class Application;
 
 // A command that changes objects, for as long as it runs: the program is busy, the path boxes of the
-// main window take no input, and ESC asks the job to end. Whatever comes out of the command, at its end the
-// menus are back, and the focus and CurrentListview are those of before.
+// main window take no input, and ESC in its window asks the job to end. Whatever comes out of the command, at
+// its end the menus are back, and the focus and the main window's CurrentListview are those of before.
 class RunningCommand : public QObject {
   public:
-    explicit RunningCommand(Application& application);
+    explicit RunningCommand(Application& application);  // of the main window
+    RunningCommand(Application& application, QWidget& window);
     ~RunningCommand() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     Application& application_;
+    QWidget& window_;
     std::optional<BusyState::Job> job_;
     std::optional<Side> currentListview_;
     QPointer<QWidget> focus_;

@@ -112,6 +112,8 @@ struct Options : SoundOptions {
     std::int32_t jobs{};      // files and folders looked at at the same time; 0: one for each processor
     bool inlineDifferences{};
     bool checkBeforeRemoval{};  // of a duplicate: compared with one that stays, whatever made the group
+    // Of the window of sub-folder differences, in logical pixels; 0: as large as it likes to be.
+    std::int32_t subFolderWindowWidth{}, subFolderWindowHeight{};
     std::string protectedDupeFolders;  // whose duplicates no rule marks; joined with "?"
 };
 

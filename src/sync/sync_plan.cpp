@@ -63,9 +63,16 @@ bool Acts(SyncAction action) {
     return action == SyncAction::Copy || action == SyncAction::Delete;
 }
 
-// Why nothing is done with the object of a row that the table speaks of.
-std::optional<LeftOutReason> ReasonToLeave(Side side, const ResultRow& row, SyncAction action,
-                                           const TrashFolders& trash) {
+// What lies behind a link belongs to neither folder, and what is done to one of the two folders is never done
+// to the other with it.
+bool IsElsewhere(Elsewhere object, Elsewhere other, SyncAction action) {
+    return object != Elsewhere::No || (action == SyncAction::Copy && other != Elsewhere::No);
+}
+
+// Why nothing is done with the object of a row that the table speaks of; `other` is the row opposite.
+std::optional<LeftOutReason> ReasonToLeave(Side side, const ResultRow& row, const ResultRow& other,
+                                           SyncAction action, const TrashFolders& trash) {
+    if (IsElsewhere(row.elsewhere, other.elsewhere, action)) return LeftOutReason::Elsewhere;
     // What could not be looked into is not known, and what is not known is not deleted.
     if (row.incomplete && action == SyncAction::Delete) return LeftOutReason::NotWhollyKnown;
     if (row.holdsOtherFolder) return LeftOutReason::HoldsOtherFolder;
@@ -135,11 +142,11 @@ void PlanRows(const PerSide<ResultList>& lists, const CSyncSettings& settings, c
                 plan.leftOut.Add(side, LeftOutReason::Unknown, ObjectPath(folder, row));
             const SyncAction action = settings.ActionFor(side, row.type);
             if (!Acts(action) || !row.IsReal() || !IsSelected(selected, row.text)) continue;
-            if (const auto reason = ReasonToLeave(side, row, action, trash)) {
+            const ResultRow& other = lists[Other(side)][i];
+            if (const auto reason = ReasonToLeave(side, row, other, action, trash)) {
                 plan.leftOut.Add(side, *reason, ObjectPath(folder, row));
                 continue;
             }
-            const ResultRow& other = lists[Other(side)][i];
             PlannedAction planned = PlanOfRow(lists, side, i, action, settings, folder);
             if (const auto kinds = namesOfTwoKinds.find(row.realName); kinds != namesOfTwoKinds.end())
                 planned.expected.target =
@@ -181,14 +188,12 @@ struct SubFolderPair {
     PerSide<std::string> names;  // real ones
 };
 
-// Why nothing is done with a record that the table speaks of: what lies behind a link belongs to neither
-// folder, and what is done to one of the two folders is never done to the other with it.
+// Why nothing is done with a record that the table speaks of.
 std::optional<LeftOutReason> ReasonToLeave(Side side, const SubFolderPair& pair, std::size_t i,
                                            SyncAction action, const TrashFolders& trash) {
     const SubFolderRecord& record = pair.diffs.Records(side)[i];
     const SubFolderRecord& other = pair.diffs.Records(Other(side))[i];
-    if (record.elsewhere != Elsewhere::No) return LeftOutReason::Elsewhere;
-    if (action == SyncAction::Copy && other.elsewhere != Elsewhere::No) return LeftOutReason::Elsewhere;
+    if (IsElsewhere(record.elsewhere, other.elsewhere, action)) return LeftOutReason::Elsewhere;
     for (const Side half : kBothSides) {
         if (trash.below[half].empty()) continue;
         const SubFolderRecord& named = half == side || other.IsBlank() ? record : other;

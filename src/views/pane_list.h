@@ -69,6 +69,7 @@ class PaneList {
     bool IsConsistent(std::string* why = nullptr) const;
 
   private:
+    friend class AlignedPanes;
     friend class ResultPanes;
     void Mark(ResultRow& row, bool selected) {
         if (row.selected == selected) return;

@@ -1,57 +1,8 @@
-// The part of ResultPanes that clicks, keys and the Select menu use.
+// The part of ResultPanes that the Select menu uses.
 #include "views/result_panes.h"
 #include "views/select_criteria.h"
 
 namespace vantrel {
-
-void ResultPanes::HandleClick(Side side) {
-    if (busy_.IsBusy()) return;
-    current_ = side;
-    const Side other = Other(side);
-    const bool otherChanged = panes_[other].SelectedCount() > 0 || panes_[other].SelectedItem();
-    panes_[other].DeselectAll();
-    Tell([side](ResultPanesObserver& observer) { observer.SelectionChanged(side); });
-    if (otherChanged) Tell([other](ResultPanesObserver& observer) { observer.SelectionChanged(other); });
-
-    PerSide<std::string> texts;
-    texts[side] = StatusTextOf(panes_[side]);
-    texts[other] = TotalsText(panes_[other]);
-    SetStatusTexts(std::move(texts[Side::Left]), std::move(texts[Side::Right]));
-}
-
-void ResultPanes::Click(Side side, std::optional<std::size_t> row, SelectionKeys keys) {
-    if (busy_.IsBusy()) return;
-    panes_[side].Click(row, keys);
-    HandleClick(side);
-}
-
-void ResultPanes::MoveTo(Side side, std::size_t row, SelectionKeys keys) {
-    if (busy_.IsBusy()) return;
-    panes_[side].MoveTo(row, keys);
-    HandleClick(side);
-}
-
-void ResultPanes::ToggleRow(Side side, std::size_t row) {
-    Click(side, row, {.toggle = true});
-}
-
-void ResultPanes::SelectAll(Side side) {
-    if (busy_.IsBusy()) return;
-    panes_[side].SelectAll();
-    HandleClick(side);
-}
-
-void ResultPanes::DeselectAll(Side side) {
-    if (busy_.IsBusy()) return;
-    panes_[side].DeselectAll();
-    HandleClick(side);
-}
-
-void ResultPanes::InvertSelection() {
-    if (busy_.IsBusy() || !current_) return;
-    panes_[*current_].Invert();
-    Tell([this](ResultPanesObserver& observer) { observer.SelectionChanged(*current_); });
-}
 
 void ResultPanes::SelectFileTypesInList(Side side, const SelectCriteria& criteria) {
     if (busy_.IsBusy()) return;

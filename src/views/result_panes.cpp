@@ -6,7 +6,7 @@ namespace vantrel {
 
 ResultPanes::ResultPanes(HoldLists& hold, CViewSelections& viewSelections, ErrorReporter& reporter,
                          MessagePort& messages, BusyState& busy)
-    : hold_(hold), viewSelections_(viewSelections), reporter_(reporter), messages_(messages), busy_(busy) {
+    : AlignedPanes(hold, busy), viewSelections_(viewSelections), reporter_(reporter), messages_(messages) {
 }
 
 ResultList* ResultPanes::GetCorrespondingHoldListView(const PaneList* list) {
@@ -20,32 +20,9 @@ bool ResultPanes::ShowsNoResult() const {
 }
 
 PerSide<ResultList> ResultPanes::RowsOfView() const {
-    const std::size_t count = hold_[Side::Left].Count();
-    if (hold_[Side::Right].Count() != count)
-        throw ErrorException(Error(ErrorNumber::Raised, "The lists of the two sides differ in length."));
     const bool all = viewSelections_.ViewType() == kViewAll;
-    const auto passes = [&](Side side, std::size_t i) { return viewSelections_.Shows(hold_[side][i].type); };
-
-    std::size_t shown = count;
-    if (!all) {
-        shown = 0;
-        for (std::size_t i = 0; i < count; ++i) shown += passes(Side::Left, i) || passes(Side::Right, i);
-    }
-    PerSide<ResultList> rows;
-    for (Side side : kBothSides) {
-        rows[side].ShareTexts(hold_[side]);
-        rows[side].Reserve(shown);
-        for (std::size_t i = 0; i < count; ++i) {
-            if (all || passes(side, i)) {
-                ResultRow& row = rows[side].Add(hold_[side][i]);
-                row.tag = static_cast<std::uint32_t>(i + 1);
-                row.selected = false;
-            } else if (passes(Other(side), i)) {
-                rows[side].AddPlaceholder();
-            }
-        }
-    }
-    return rows;
+    return CopiesOfHeld(
+        [&](Side side, std::size_t i) { return all || viewSelections_.Shows(hold_[side][i].type); });
 }
 
 void ResultPanes::ApplyViewTypes() {
@@ -104,47 +81,6 @@ void ResultPanes::ExchangePanes() {
     });
 }
 
-const ResultRow* ResultPanes::CounterpartOf(Side side, std::size_t row) const {
-    const ResultList& held = hold_[Other(side)];
-    const std::uint32_t tag = panes_[side][row].tag;
-    if (tag != 0) return tag <= held.Count() ? &held[tag - 1] : nullptr;
-    const PaneList& shown = panes_[Other(side)];
-    return aligned_ && row < shown.Count() ? &shown[row] : nullptr;
-}
-
-namespace {
-
-void MakeAlike(ResultRow& row, const ResultPanes::AlikeNow& now, const Sighting& seen, const Seen* kept) {
-    if (row.kind != RowKind::File) return;
-    row.size = std::max(now.size, Currency());
-    row.lastWrite = now.lastWrite;
-    row.type = ResultType::Same;
-    row.isLink = seen.kind == Sighting::Kind::Link;
-    row.seen = kept;
-}
-
-}  // namespace
-
-void ResultPanes::BringIntoLine(Side side, std::size_t row, const AlikeNow& now) {
-    const std::uint32_t tag = panes_[side][row].tag;
-    for (const Side each : kBothSides) {
-        const Sighting& seen = now.seen[each];
-        const Seen* kept = nullptr;
-        if (seen.state == Sighting::State::Present) {
-            const auto pool = std::make_shared<SeenPool>();
-            kept = pool->Add(seen.seen);
-            hold_[each].SharePool(pool);
-            panes_[each].rows_.SharePool(pool);
-        }
-        if (tag != 0 && tag <= hold_[each].Count()) MakeAlike(hold_[each][tag - 1], now, seen, kept);
-        if (each != side && (!aligned_ || row >= panes_[each].Count())) continue;
-        MakeAlike(panes_[each].rows_[row], now, seen, kept);
-    }
-    for (const Side each : kBothSides)
-        Tell([each](ResultPanesObserver& observer) { observer.SelectionChanged(each); });
-    SetStatusTexts(StatusTextOf(panes_[Side::Left]), StatusTextOf(panes_[Side::Right]));
-}
-
 void ResultPanes::ChooseView(std::int32_t viewType) {
     if (busy_.IsBusy()) return;
     viewSelections_.SetCheckedItem(viewType);
@@ -178,12 +114,6 @@ void ResultPanes::ToggleView(ResultType type) {
 void ResultPanes::DisplayViewSelections() {
     viewSelections_.SetCheckedItem(viewSelections_.ViewType());
     Tell([](ResultPanesObserver& observer) { observer.ViewSelectionsChanged(); });
-}
-
-void ResultPanes::SetStatusTexts(std::string left, std::string right) {
-    statusTexts_[Side::Left] = std::move(left);
-    statusTexts_[Side::Right] = std::move(right);
-    Tell([](ResultPanesObserver& observer) { observer.StatusTextsChanged(); });
 }
 
 bool ResultPanes::FaultOfPair(std::size_t row, std::string* why) const {

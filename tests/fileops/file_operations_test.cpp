@@ -78,8 +78,8 @@ class FileOperationsTest : public ::testing::Test {
         busy.SetWaitObserver(&seen);
         volumes.drives = {{drop / "left", {}}, {drop / "right", {}}, {"/", {}}};
         Pair(Row("newer", ResultType::Newer, 5), Row("newer", ResultType::Older, 1, "NEWER"));
-        Pair(Row("orphan", ResultType::Orphan, 7), {});
-        Pair(Row("\\Sub", ResultType::OrphanFolder, 3), {});
+        Pair(Row("orphan", ResultType::Orphan, 7), ResultRow());
+        Pair(Row("\\Sub", ResultType::OrphanFolder, 3), ResultRow());
         lists[Side::Right][0].selected = false;
     }
     void Pair(const ResultRow& left, const ResultRow& right) {
@@ -281,10 +281,10 @@ TEST_F(FileOperationsTest, SpaceIsThatOfLinksThemselves) {
     Seen seenLink;
     seenLink.size = static_cast<std::uint64_t>(own);
     lists = {};
-    Pair(Row("orphan link", ResultType::Orphan, 5000), {});
+    Pair(Row("orphan link", ResultType::Orphan, 5000), ResultRow());
     lists[Side::Left][0].isLink = true;
     lists[Side::Left][0].seen = &seenLink;
-    Pair(Row("\\Sub", ResultType::OrphanFolder, 5003), {});
+    Pair(Row("\\Sub", ResultType::OrphanFolder, 5003), ResultRow());
     volumes.drives[drop / "right"].space = Currency::FromWhole(2 * own + 3);
     const auto copy = [&] {
         return EnoughSpaceForCopyLvwToLvw(tools, lists[Side::Left], lists[Side::Right], drop / "left",

@@ -145,6 +145,39 @@ TEST_F(SubFolderOperationsTest, ActsOnNothingThatIsUnknown) {
     EXPECT_FALSE(drop.Exists("right/orphan"));
 }
 
+// What lies behind a link or in both folders is told of and left alone, also where only the place of a copy
+// does; a file of this side can then still be deleted.
+TEST_F(SubFolderOperationsTest, ActsOnNothingThatLiesElsewhereAsWell) {
+    const auto place = [this](Side side, std::size_t row) {
+        for (PerSide<ResultList>* pair : {&lists, &twins})
+            (*pair)[side][row].elsewhere =
+                side == Side::Left ? Elsewhere::BehindLink : Elsewhere::InOtherFolder;
+    };
+    place(Side::Right, 0);
+    place(Side::Right, 1);
+    const Tree before = TreeOf(drop / "");
+    for (const auto operation :
+         {&SubFolderOperations::CopyFilesToOtherDir, &SubFolderOperations::MoveFilesToOtherDir})
+        EXPECT_EQ(0U, (operations.*operation)(Confirm::Yes, PartOf::Command).done);
+    EXPECT_EQ(before, TreeOf(drop / ""));
+    const std::string about =
+        "2 of the selected files lie behind a link to a folder, or belong to both compared folders.  They "
+        "are "
+        "left alone.";
+    ASSERT_EQ(2U, messages.shown.size());
+    EXPECT_EQ("Unable to Copy: " + about, messages.Line(0));
+    EXPECT_EQ("Unable to Move: " + about, messages.Line(1));
+    EXPECT_FALSE(outOfDate);
+
+    place(Side::Left, 0);
+    messages.shown.clear();
+    EXPECT_EQ(1U, operations.DeleteFiles(Confirm::Yes, PartOf::Command).done);
+    EXPECT_TRUE(drop.Exists("left/x/newer"));
+    EXPECT_FALSE(drop.Exists("left/orphan"));
+    EXPECT_THAT(messages.Line(0), ::testing::StartsWith("Unable to Delete: 1 of the selected files"));
+    EXPECT_THAT(messages.Line(1), ::testing::HasSubstr("permanently delete 1 file(s)"));
+}
+
 TEST_F(SubFolderOperationsTest, WhatFailedKeepsItsRowAndIsNotCalledComplete) {
     drop.MakeFolder("right/orphan");  // in the way
     const auto copied = operations.CopyFilesToOtherDir(Confirm::Yes, PartOf::Command);

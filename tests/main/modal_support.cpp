@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QTest>
+#include <algorithm>
 
 namespace vantrel::testing {
 
@@ -24,10 +25,10 @@ ModalScript& ModalScript::Await(const char* name, Act act) {
 
 void ModalScript::Look() {
     QWidget* window = QApplication::activeModalWidget();
-    if (!window || window == seen_) return;
+    if (!window || std::find(seen_.begin(), seen_.end(), window) != seen_.end()) return;
     const std::string name = window->objectName().toStdString();
     if (name == "frmCompareProgress" || name == "frmShellProgress") return;
-    seen_ = window;
+    seen_.emplace_back(window);
     if (next_ < steps_.size() && steps_[next_].name == name) {
         // It may open the next window, which this object then has to see.
         const Act act = steps_[next_++].act;

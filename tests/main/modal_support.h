@@ -10,7 +10,8 @@
 namespace vantrel::testing {
 
 // Acts in modal windows as a person would, in the order in which they are awaited. A window that nobody
-// awaits is closed and counts as a failure, and so does a step whose window never came.
+// awaits is closed and counts as a failure, and so does a step whose window never came. One that is on top
+// again after another one has closed is left as it is.
 class ModalScript {
   public:
     using Act = std::function<void(QWidget&)>;
@@ -29,7 +30,7 @@ class ModalScript {
     };
     std::vector<Step> steps_;
     std::size_t next_ = 0;
-    QPointer<QWidget> seen_;
+    std::vector<QPointer<QWidget>> seen_;
     QTimer timer_;
 };
 

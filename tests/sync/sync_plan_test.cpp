@@ -214,6 +214,39 @@ TEST(SyncPlan, NothingIsDoneBehindLinksOrToWhatIsUnknown) {
     }
 }
 
+// The same for the rows of one sub-folder's lists.
+TEST(SyncPlan, RowsThatLieElsewhereAsWellAreLeftOut) {
+    for (const Side linked : kBothSides) {
+        PerSide<ResultList> lists;
+        for (const Side side : kBothSides) {
+            const std::string both = "p", alone = "q";
+            ResultRow row = Row(both, Binary, 0);
+            row.elsewhere = side == linked ? Elsewhere::InOtherFolder : Elsewhere::No;
+            lists[side].AddCopy(row);
+            // What would be made there is made in that place.
+            ResultRow orphan = side == linked ? ResultRow() : Row(alone, Orphan, 0);
+            orphan.elsewhere = row.elsewhere;
+            lists[side].AddCopy(orphan);
+        }
+        Options options;
+        CSyncSettings settings(options);
+        settings.SetSyncMethod(SyncMethod::Custom);
+        for (const SyncAction action : {SyncAction::Copy, SyncAction::Delete}) {
+            for (const Side side : kBothSides)
+                for (int cell = 0; cell < kSyncCellCount; ++cell)
+                    settings.SetAction(side, static_cast<SyncCell>(cell), action);
+            const SyncPlan plan = GetListOfFilesAffectedBySync(lists, {{"/l/", "/r/"}}, settings, {});
+            const std::string folder = linked == Side::Left ? "/r/" : "/l/";
+            std::multiset<std::string> expected;
+            if (action == SyncAction::Delete) expected = {"delete " + folder + "p", "delete " + folder + "q"};
+            EXPECT_EQ(expected, Words(plan));
+            EXPECT_EQ(1U, plan.leftOut.Count(linked, LeftOutReason::Elsewhere));
+            EXPECT_EQ(action == SyncAction::Copy ? 2U : 0U,
+                      plan.leftOut.Count(Other(linked), LeftOutReason::Elsewhere));
+        }
+    }
+}
+
 TEST(SyncPlan, SpaceCountsReplacedCounterpartsAndTheLastSubFolderAlone) {
     ComparisonResults results = ResultsWithSubFolders();
     results.hold[Side::Left].AddCopy(Row("big", Newer, 100));

@@ -5,29 +5,25 @@ namespace {
 
 using enum CommandKind;
 
-constexpr CommandEntry Line(std::string_view parent) {
-    return {Separator, {}, parent, {}};
-}
-
 constexpr CommandEntry kMenus[] = {
     {Menu, "mnuFile", "", "Fil&e"},
     {Command, "mnuFileFindDupes", "mnuFile", "&Find Duplicates", "dupes", "F5"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileViewFile", "mnuFile", "&View File", "", "Ctrl+O"},
     {Command, "mnuFileRenameFile", "mnuFile", "Re&name File...", "", "F2"},
     {Command, "mnuFileCalculateCRC32", "mnuFile", "&Calculate CRC-32"},
     {Command, "mnuFileRemoveFiles", "mnuFile", "&Remove Checkmarked Files", "delete"},
     {Command, "mnuFileAddFileToExcludeList", "mnuFile", "&Add File to Exclude List"},
     {Command, "mnuFileProperties", "mnuFile", "File &Properties", "", "Alt+Return"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileCompareFiles", "mnuFile", "Compare &Two Files...", "compare-files"},
     {Command, "mnuFileShowFileDiffs", "mnuFile", "Show File &Differences", "", "Ctrl+D"},
     {Command, "mnuFileOpenFolder", "mnuFile", "&Open the Folder", "explore"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileExportCsv", "mnuFile", "&Export Groups as CSV..."},
     {Command, "mnuFileExportJson", "mnuFile", "Export Groups as &JSON..."},
     {Command, "mnuFileRestoreFromDupes", "mnuFile", "Re&store from DUPES..."},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileExit", "mnuFile", "E&xit", "exit", "Ctrl+W"},
 
     {Menu, "mnuOptions", "", "&Options"},
@@ -61,17 +57,17 @@ constexpr CommandEntry kMenus[] = {
     {Command, "mnuMarkAllButFirst", "mnuMark", "All but the First in the Order of the &Folders"},
     {Command, "mnuMarkAllButShortest", "mnuMark", "All but the &Shortest Path"},
     {Command, "mnuMarkByPattern", "mnuMark", "By &Pattern..."},
-    Line("mnuMark"),
+    SeparatorIn("mnuMark"),
     {Command, "mnuMarkNothing", "mnuMark", "&Unmark All", "", "Ctrl+Shift+A"},
     {Check, "mnuMarkKeep", "mnuMark", "&Keep Marks in All Groups"},
-    Line("mnuMark"),
+    SeparatorIn("mnuMark"),
     {Check, "mnuMarkProtectFolder", "mnuMark", "P&rotect the Selected Folder of the List"},
 
     {Menu, "mnuView", "", "&View"},
     {Exclusive, "mnuViewOrder(0)", "mnuView", "Groups as &Found"},
     {Exclusive, "mnuViewOrder(1)", "mnuView", "Groups with the &Most Bytes First"},
     {Exclusive, "mnuViewOrder(2)", "mnuView", "Groups with the F&ewest Bytes First"},
-    Line("mnuView"),
+    SeparatorIn("mnuView"),
     {Command, "mnuViewFilter", "mnuView", "Fil&ter the Groups", "find", "Ctrl+F"},
     {Check, "mnuViewPreview", "mnuView", "&Preview", "", "F11"},
 };
@@ -88,7 +84,7 @@ constexpr CommandEntry kPopups[] = {
     {Command, "mnuDetailsRemoveFile", "mnuDetails", "Remove File"},
     Same("mnuDetailsAddFile", "mnuDetails", "Add File to Exclude List", "mnuFileAddFileToExcludeList"),
     Same("mnuDetailsProperties", "mnuDetails", "Properties", "mnuFileProperties"),
-    Line("mnuDetails"),
+    SeparatorIn("mnuDetails"),
     Same("mnuDetailsCompareFiles", "mnuDetails", "Compare Two Files...", "mnuFileCompareFiles"),
     Same("mnuDetailsShowFileDiffs", "mnuDetails", "Show File Differences", "mnuFileShowFileDiffs"),
     Same("mnuDetailsOpenFolder", "mnuDetails", "Open the Folder", "mnuFileOpenFolder"),

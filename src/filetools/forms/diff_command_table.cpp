@@ -10,34 +10,30 @@ namespace {
 
 using enum CommandKind;
 
-constexpr CommandEntry Line(std::string_view parent) {
-    return {Separator, {}, parent, {}};
-}
-
 constexpr CommandEntry kMenus[] = {
     {Menu, "mnuFile", "", "&File"},
     {Command, "mnuFileSelectFileOne", "mnuFile", "Select File One...", "select-file-one", "Ctrl+1"},
     {Command, "mnuFileSelectFileTwo", "mnuFile", "Select File Two...", "select-file-two", "Ctrl+2"},
     {Command, "mnuFileCompare", "mnuFile", "Compare the Files", "compare-files", "F5"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileShowFirstDiff", "mnuFile", "Show First Difference", "", "Ctrl+F7"},
     {Command, "mnuFileShowNextDiff", "mnuFile", "Show &Next Difference", "next-difference", "F7"},
     {Command, "mnuFileShowPreviousDiff", "mnuFile", "Show &Previous Difference", "previous-difference",
      "Shift+F7"},
     {Command, "mnuFileShowLastDiff", "mnuFile", "Show Last Difference", "", "Ctrl+Shift+F7"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileFind", "mnuFile", "&Find...", "find", "Ctrl+F"},
     {Command, "mnuFileFindNext", "mnuFile", "Find Next", "find-next", "F3"},
     {Command, "mnuFileFindPrevious", "mnuFile", "Find Previous", "find-previous", "Shift+F3"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileToggleBookmark", "mnuFile", "Toggle Bookmark", "toggle-bookmark", "Ctrl+F2"},
     {Command, "mnuFileNextBookmark", "mnuFile", "Next Bookmark", "next-bookmark", "F2"},
     {Command, "mnuFilePreviousBookmark", "mnuFile", "Previous Bookmark", "previous-bookmark", "Shift+F2"},
     {Command, "mnuFileClearAllBookmarks", "mnuFile", "Clear All Bookmarks", "clear-bookmarks",
      "Ctrl+Shift+F2"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFilePrint", "mnuFile", "Print...", "print", "Ctrl+P"},
-    Line("mnuFile"),
+    SeparatorIn("mnuFile"),
     {Command, "mnuFileGoBack", "mnuFile", "<-- Go Back to Previous Window", "go-back", "Ctrl+W"},
 
     {Menu, "mnuOptions", "", "&Options"},
@@ -55,15 +51,15 @@ constexpr CommandEntry kMenus[] = {
     {Menu, "mnuExtras", "", "E&xtras"},
     {Command, "mnuExtrasSaveAsPatch", "mnuExtras", "&Save as Patch...", "", "Ctrl+S"},
     {Command, "mnuExtrasGoToMoved", "mnuExtras", "&Go to Other Place of Moved Lines", "", "Ctrl+M"},
-    Line("mnuExtras"),
+    SeparatorIn("mnuExtras"),
     {Check, "mnuExtrasInlineDifferences", "mnuExtras", "Mark &Differing Characters", "", "Ctrl+D"},
     {Check, "mnuExtrasWrapLines", "mnuExtras", "&Wrap Long Lines", "", "Ctrl+L"},
     {Check, "mnuExtrasFoldEqualLines", "mnuExtras", "&Fold Equal Lines", "", "Ctrl+E"},
-    Line("mnuExtras"),
+    SeparatorIn("mnuExtras"),
     {Command, "mnuExtrasZoomIn", "mnuExtras", "Zoom &In", "", "Ctrl++"},
     {Command, "mnuExtrasZoomOut", "mnuExtras", "Zoom &Out", "", "Ctrl+-"},
     {Command, "mnuExtrasNormalSize", "mnuExtras", "&Normal Size", "", "Ctrl+0"},
-    Line("mnuExtras"),
+    SeparatorIn("mnuExtras"),
     {Menu, "mnuExtrasEncodingOne", "mnuExtras", "Encoding of File One"},
     {Menu, "mnuExtrasEncodingTwo", "mnuExtras", "Encoding of File Two"},
 };
@@ -104,7 +100,7 @@ const std::vector<CommandEntry>& AllEntries() {
         std::vector<CommandEntry> all(std::begin(kMenus), std::end(kMenus));
         for (const Side side : kBothSides) {
             all.push_back({Exclusive, EncodingItem(side, 0), kEncodingMenus[side], "&Found Automatically"});
-            all.push_back(Line(kEncodingMenus[side]));
+            all.push_back(SeparatorIn(kEncodingMenus[side]));
             for (std::size_t number = 1; number <= OfferedEncodings().size(); ++number)
                 all.push_back({Exclusive, EncodingItem(side, number), kEncodingMenus[side],
                                OfferedEncodings()[number - 1]});

@@ -5,10 +5,6 @@ namespace {
 
 using enum CommandKind;
 
-constexpr CommandEntry Line(std::string_view parent) {
-    return {Separator, {}, parent, {}};
-}
-
 constexpr CommandEntry kMenus[] = {
     {Menu, "mnuFile", "", "&File"},
     {Command, "mnuFileOpen", "mnuFile", "&Open", "", "Ctrl+O"},
@@ -19,7 +15,7 @@ constexpr CommandEntry kMenus[] = {
     {Command, "mnuEditCopyDigits", "mnuEdit", "Copy &Hex Digits", "copy", "Ctrl+C"},
     {Command, "mnuEditCopyText", "mnuEdit", "Copy &Text", "", "Ctrl+Shift+C"},
     {Command, "mnuEditCopyDump", "mnuEdit", "Copy &Dump", "", "Ctrl+Alt+C"},
-    Line("mnuEdit"),
+    SeparatorIn("mnuEdit"),
     {Command, "mnuEditSelectAll", "mnuEdit", "Select &All", "", "Ctrl+A"},
 
     {Menu, "mnuSearch", "", "&Search"},
@@ -28,9 +24,9 @@ constexpr CommandEntry kMenus[] = {
     {Command, "mnuSearchFindNext", "mnuSearch", "Find &Next", "find-next", "F3"},
     {Command, "mnuSearchFindPrevious", "mnuSearch", "Find &Previous", "find-previous", "Shift+F3"},
     {Check, "mnuSearchIgnoreCase", "mnuSearch", "Ignore &Case of Text"},
-    Line("mnuSearch"),
+    SeparatorIn("mnuSearch"),
     {Command, "mnuSearchGoToOffset", "mnuSearch", "&Go to Offset...", "", "Ctrl+G"},
-    Line("mnuSearch"),
+    SeparatorIn("mnuSearch"),
     {Command, "mnuSearchFirstDiff", "mnuSearch", "First Difference", "", "Ctrl+F7"},
     {Command, "mnuSearchNextDiff", "mnuSearch", "Next &Difference", "next-difference", "F7"},
     {Command, "mnuSearchPreviousDiff", "mnuSearch", "P&revious Difference", "previous-difference",
@@ -39,10 +35,10 @@ constexpr CommandEntry kMenus[] = {
 
     {Menu, "mnuExtras", "", "E&xtras"},
     {Command, "mnuExtrasReadAgain", "mnuExtras", "&Read Again", "", "F5"},
-    Line("mnuExtras"),
+    SeparatorIn("mnuExtras"),
     {Command, "mnuExtrasOpenBeside", "mnuExtras", "Open a File &Beside...", "", "Ctrl+Shift+O"},
     {Command, "mnuExtrasCloseBeside", "mnuExtras", "&Close the File Beside", "", "Ctrl+Shift+W"},
-    Line("mnuExtras"),
+    SeparatorIn("mnuExtras"),
     {Command, "mnuExtrasZoomIn", "mnuExtras", "Zoom &In", "", "Ctrl++"},
     {Command, "mnuExtrasZoomOut", "mnuExtras", "Zoom &Out", "", "Ctrl+-"},
     {Command, "mnuExtrasNormalSize", "mnuExtras", "&Normal Size", "", "Ctrl+0"},

@@ -1,12 +1,11 @@
 // What is done with two files: the difference viewer for the selected pair, and the comparison by all
 // methods.
-#include "core/row_texts.h"
 #include "fileops/forms/frm_properties.h"
 #include "filetools/forms/frm_compare_files.h"
 #include "filetools/forms/frm_view_file_diff_options.h"
 #include "main/application.h"
 #include "main/commands/handlers.h"
-#include "platform/names/paths.h"
+#include "main/selected_pair.h"
 #include "sync/forms/frm_file_sync.h"
 
 namespace vantrel {
@@ -14,95 +13,25 @@ namespace {
 
 using Paths = PerSide<std::string>;
 
-void Tell(Application& application, const char* text) {
-    application.around.messages.Ask({.title = "Show File Differences",
-                                     .text = text,
-                                     .icon = MessageIcon::Information,
-                                     .defaultAnswer = {}});
-}
-
-// The pair that the selected item of CurrentListview belongs to.
-struct SelectedPair {
-    Side side;
-    std::size_t item;
-    PerSide<const ResultRow*> rows{};  // the other one is null where it is not known
-};
-
-// Nothing where no item is selected that stands for an object.
-std::optional<SelectedPair> SelectedPairOf(const Application& application) {
-    const Side side = application.panes.CurrentListview().value_or(Side::Left);
-    const PaneList& list = application.panes.Pane(side);
-    const ResultRow* row = list.SelectedObject();
-    if (row == nullptr) return std::nullopt;
-    SelectedPair pair{side, *list.SelectedItem()};
-    pair.rows[side] = row;
-    pair.rows[Other(side)] = application.panes.CounterpartOf(side, pair.item);
-    return pair;
-}
-
-bool AreTwoFiles(const SelectedPair& pair) {
-    const ResultRow* other = pair.rows[Other(pair.side)];
-    return pair.rows[pair.side]->kind == RowKind::File && other != nullptr && other->kind == RowKind::File;
-}
-
-Paths PathsOf(const Application& application, const SelectedPair& pair) {
-    Paths paths;
-    for (const Side side : kBothSides)
-        paths[side] = ObjectPath(application.results.folders[side], *pair.rows[side]);
-    return paths;
-}
-
 void ShowFileDiffs(Application& application) {
-    const auto pair = SelectedPairOf(application);
-    if (!pair) return Tell(application, "No file is selected");
-    if (pair->rows[pair->side]->kind == RowKind::Folder)
-        return Tell(application, "Selected object is not a file");
-    if (!AreTwoFiles(*pair)) return Tell(application, "The selected file has no counterpart");
+    const auto pair = PairToShow(application.panes, application.around.messages);
+    if (!pair) return;
     // The main window starts nothing while the viewer stands.
     const BusyState::Job job(application.busy);
-    ShowDifferences(application, PathsOf(application, *pair), &application.Window());
+    ShowDifferences(application, PathsOf(*pair, application.results.folders), &application.Window());
 }
 
-// What the boxes of the comparison begin with: the file of the selected row in each folder, otherwise the
-// folder.
-Paths PathsToCompare(const Application& application, const frmMain& window) {
-    const auto pair = SelectedPairOf(application);
-    const FileSystem& files = application.tools.files;
-    Paths paths;
-    for (const Side side : kBothSides) {
-        const std::string folder = window.PaneFolder(side);
-        if (!files.FolderExists(folder)) continue;
-        paths[side] = NormalizePath(folder);
-        if (!pair || pair->rows[pair->side]->kind != RowKind::File) continue;
-        const ResultRow* row = pair->rows[side];
-        if (row == nullptr || !row->IsReal()) row = pair->rows[pair->side];
-        if (const std::string path = ObjectPath(folder, *row); files.FileExists(path)) paths[side] = path;
-    }
-    return paths;
-}
-
-// The rows of the selected pair, where these are the two files of it.
-void BringRowsIntoLine(Application& application, const Paths& paths, const SyncedPair& synced) {
-    const auto pair = SelectedPairOf(application);
-    if (!pair || !AreTwoFiles(*pair)) return;
-    const Paths ofRows = PathsOf(application, *pair);
-    for (const Side first : kBothSides) {
-        if (paths[Side::Left] != ofRows[first] || paths[Side::Right] != ofRows[Other(first)]) continue;
-        ResultPanes::AlikeNow now{SizeByRule(synced.size, application.compare.Sizes), synced.lastWrite,
-                                  synced.seen};
-        if (first == Side::Right) std::swap(now.seen[Side::Left], now.seen[Side::Right]);
-        application.panes.BringIntoLine(pair->side, pair->item, now);
-    }
-}
-
-void Sync(Application& application, const Paths& paths, QWidget* over) {
+void Sync(Application& application, const Paths& paths, const WhenSynced& whenSynced, QWidget* over) {
     frmFileSync window(application.tools, application.operations->Wrappers(), paths, over);
-    if (const auto synced = window.ShowForm()) BringRowsIntoLine(application, paths, *synced);
+    if (const auto synced = window.ShowForm()) whenSynced(paths, *synced);
 }
 
 void CompareFiles(Application& application) {
     const BusyState::Job job(application.busy);
-    ShowCompareFiles(application, PathsToCompare(application, application.Window()), &application.Window());
+    Paths folders;
+    for (const Side side : kBothSides) folders[side] = application.Window().PaneFolder(side);
+    ShowCompareFiles(application, PathsToCompare(application.tools.files, application.panes, folders),
+                     &application.Window());
 }
 
 }  // namespace
@@ -121,7 +50,28 @@ void ShowDifferences(Application& application, const Paths& paths, QWidget* over
                         application.results.folders, over);
 }
 
+void BringRowsIntoLine(const Application& application, AlignedPanes& panes, const Paths& folders,
+                       const Paths& paths, const SyncedPair& synced) {
+    const auto pair = SelectedPairOf(panes);
+    if (!pair || !AreTwoFiles(*pair)) return;
+    const Paths ofRows = PathsOf(*pair, folders);
+    for (const Side first : kBothSides) {
+        if (paths[Side::Left] != ofRows[first] || paths[Side::Right] != ofRows[Other(first)]) continue;
+        AlignedPanes::AlikeNow now{SizeByRule(synced.size, application.compare.Sizes), synced.lastWrite,
+                                   synced.seen};
+        if (first == Side::Right) std::swap(now.seen[Side::Left], now.seen[Side::Right]);
+        panes.BringIntoLine(pair->side, pair->item, now);
+    }
+}
+
 void ShowCompareFiles(Application& application, const Paths& paths, QWidget* over) {
+    ShowCompareFiles(application, paths, over, [&application](const Paths& two, const SyncedPair& synced) {
+        BringRowsIntoLine(application, application.panes, application.results.folders, two, synced);
+    });
+}
+
+void ShowCompareFiles(Application& application, const Paths& paths, QWidget* over,
+                      const WhenSynced& whenSynced) {
     frmCompareFiles window(
         {.tools = application.tools,
          .options = application.options,
@@ -134,7 +84,8 @@ void ShowCompareFiles(Application& application, const Paths& paths, QWidget* ove
          .showDifferences = [&application](const Paths& two,
                                            QWidget* top) { ShowDifferences(application, two, top); },
          .showBytes = [&application](const Paths& two, QWidget* top) { ShowHexDumps(application, two, top); },
-         .sync = [&application](const Paths& two, QWidget* top) { Sync(application, two, top); },
+         .sync = [&application, &whenSynced](const Paths& two,
+                                             QWidget* top) { Sync(application, two, whenSynced, top); },
          .showErrorLog = [&application](QWidget* top) { ShowErrorLog(application, *top); },
          .showHelp = [&application] { OpenHelpPage(application, "two-files.html"); }},
         over);

@@ -1,16 +1,19 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "core/side.h"
 #include "main/command_table.h"
 #include "main/option_boxes.h"
+#include "views/aligned_panes.h"
 
 class QWidget;
 
 namespace vantrel {
 
 class Application;
+struct SyncedPair;
 
 // The handlers of the main window's commands by area. Each gives its commands what they do, and binds the
 // check marks to what they show.
@@ -26,6 +29,7 @@ void InstallHexDumpCommands(Application& application);
 void InstallDupeCommands(Application& application);
 void InstallPrintCommands(Application& application);
 void InstallRenameCommands(Application& application);
+void InstallSubFolderCommands(Application& application);
 
 // ERRORLOG.TXT in its viewer, over that window.
 void ShowErrorLog(Application& application, QWidget& over);
@@ -41,8 +45,16 @@ void ShowOptionsWindow(Application& application, OptionTab tab);
 // The lines of two files beside each other, in a window over `over`. Returns when it is closed.
 void ShowDifferences(Application& application, const PerSide<std::string>& paths, QWidget* over);
 
-// What each method of comparison finds in two files, likewise.
+// What each method of comparison finds in two files, likewise. Two files that are made alike from there are
+// brought into line in the rows of the main window, or told to `whenSynced`.
 void ShowCompareFiles(Application& application, const PerSide<std::string>& paths, QWidget* over);
+using WhenSynced = std::function<void(const PerSide<std::string>& paths, const SyncedPair& synced)>;
+void ShowCompareFiles(Application& application, const PerSide<std::string>& paths, QWidget* over,
+                      const WhenSynced& whenSynced);
+// The rows of the pair that is selected in `panes`, where it is the pair of these two files.
+void BringRowsIntoLine(const Application& application, AlignedPanes& panes,
+                       const PerSide<std::string>& folders, const PerSide<std::string>& paths,
+                       const SyncedPair& synced);
 
 // The bytes of a file, or of two beside each other where the right path is not empty, in a window over
 // `over`. Returns when it is closed.
@@ -67,6 +79,7 @@ inline void InstallHandlers(Application& application) {
     InstallDupeCommands(application);
     InstallPrintCommands(application);
     InstallRenameCommands(application);
+    InstallSubFolderCommands(application);
 }
 
 }  // namespace vantrel

@@ -84,6 +84,8 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     // its own, being maximised or minimised.
     bool CollectGeometry(Options& options) const;
     void ResizeForm();
+    // How the panes look, by the options.
+    const PaneLooks& Looks() const { return looks_; }
 
     // The folder of a pane: the compared one, or that of the path box while there is no result.
     std::string PaneFolder(Side side) const;

@@ -25,6 +25,11 @@ struct CommandEntry {
     std::string_view sameAs{};  // pop-ups: the command that it stands for
 };
 
+// A line between the entries of a menu; one that is shown or hidden has a name.
+constexpr CommandEntry SeparatorIn(std::string_view parent, std::string_view name = {}) {
+    return {CommandKind::Separator, name, parent, {}};
+}
+
 // A button that the two strips share.
 struct ToolbarEntry {
     std::string_view command;

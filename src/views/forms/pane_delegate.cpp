@@ -46,8 +46,10 @@ void PaneDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver | QStyle::State_Selected);
     if (row.selected) option->state |= QStyle::State_Selected;
     option->textElideMode = index.column() == PaneModel::Name ? Qt::ElideMiddle : Qt::ElideRight;
-    if (row.kind == RowKind::Sentinel) {
+    // What is left alone is told by its tip too, and looks so.
+    if (row.kind == RowKind::Sentinel || row.elsewhere != Elsewhere::No)
         option->palette.setBrush(QPalette::Text, option->palette.brush(QPalette::PlaceholderText));
+    if (row.kind == RowKind::Sentinel) {
         option->features &= ~QStyleOptionViewItem::ViewItemFeatures(QStyleOptionViewItem::HasDecoration);
     }
 }
@@ -73,8 +75,11 @@ void PaneDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 bool PaneDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                              const QModelIndex& index) {
     if (event->type() != QEvent::ToolTip || !index.isValid()) return false;
-    if (sizeHint(option, index).width() > option.rect.width())
-        QToolTip::showText(event->globalPos(), index.data(Qt::DisplayRole).toString(), view, option.rect);
+    QString tip = index.data(Qt::ToolTipRole).toString();
+    if (tip.isEmpty() && sizeHint(option, index).width() > option.rect.width())
+        tip = index.data(Qt::DisplayRole).toString();
+    if (!tip.isEmpty())
+        QToolTip::showText(event->globalPos(), tip, view, option.rect);
     else
         QToolTip::hideText();
     return true;

@@ -15,7 +15,7 @@ class PaneDelegate : public QStyledItemDelegate {
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
-    // A tip with the whole text, only where the cell is too narrow for it.
+    // A tip with what the row has to say, otherwise with the whole text where the cell is too narrow for it.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 

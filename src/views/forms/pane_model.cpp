@@ -8,15 +8,17 @@
 namespace vantrel {
 namespace {
 
-QString HeaderText(Side side, int column) {
+QString HeaderText(Side side, PaneModel::Content content, int column) {
     switch (column) {
         case PaneModel::Name:
             return QStringLiteral("Name");
         case PaneModel::Size:
             return QStringLiteral("Size");
-        // Two blanks between the words on the right side.
+        // Two blanks between the words on the right side of the results.
         case PaneModel::ModifiedDate:
-            return side == Side::Left ? QStringLiteral("Modified Date") : QStringLiteral("Modified  Date");
+            return side == Side::Left || content == PaneModel::Content::SubFolder
+                       ? QStringLiteral("Modified Date")
+                       : QStringLiteral("Modified  Date");
         default:
             return {};
     }
@@ -28,9 +30,9 @@ int AlignmentOf(int column) {
 
 }  // namespace
 
-PaneModel::PaneModel(const PaneList& list, Side side, const LocaleFormats& locale, const ResultIcons& icons,
-                     QObject* parent)
-    : QAbstractTableModel(parent), list_(list), side_(side), locale_(locale) {
+PaneModel::PaneModel(const PaneList& list, Side side, Content content, const LocaleFormats& locale,
+                     const ResultIcons& icons, QObject* parent)
+    : QAbstractTableModel(parent), list_(list), side_(side), content_(content), locale_(locale) {
     // A row without a type keeps its name in line with those that have one.
     QPixmap blank(16, 16);
     blank.fill(Qt::transparent);
@@ -59,7 +61,7 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             switch (index.column()) {
                 case Name:
-                    return DisplayQString(row.text);
+                    return NameText(row);
                 case Size:
                     return ToQString(SizeText(row, locale_));
                 case ModifiedDate:
@@ -74,7 +76,7 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
             return icons_[type];
         }
         case Qt::ToolTipRole: {
-            const std::string why = WhyUnknown(row);
+            const std::string why = WhyLeftAlone(row);
             return why.empty() ? QVariant() : QVariant(ToQString(why));
         }
         case Qt::TextAlignmentRole:
@@ -86,17 +88,22 @@ QVariant PaneModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+QString PaneModel::NameText(const ResultRow& row) const {
+    return DisplayQString(content_ == Content::SubFolder && row.IsReal() ? row.realName : row.text);
+}
+
 // What the icon and the highlight tell the eye, in words.
 QString PaneModel::AccessibleText(const ResultRow& row) const {
-    QString text = DisplayQString(row.text);
+    QString text = NameText(row);
     if (row.type != ResultType::None) text += QStringLiteral(", ") + ToQString(ResultTypeText(row.type));
+    if (row.elsewhere != Elsewhere::No) text += QStringLiteral(", left alone");
     if (row.selected) text += QStringLiteral(", selected");
     return text;
 }
 
 QVariant PaneModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal) return {};
-    if (role == Qt::DisplayRole) return HeaderText(side_, section);
+    if (role == Qt::DisplayRole) return HeaderText(side_, content_, section);
     if (role == Qt::TextAlignmentRole) return AlignmentOf(section);
     return {};
 }

@@ -16,11 +16,14 @@ namespace vantrel {
 class PaneModel : public QAbstractTableModel {
     Q_OBJECT
   public:
+    // Results are shown by the names of their pairs, what is in a sub-folder by the names on each side, which
+    // can differ in letter case.
+    enum class Content { Results, SubFolder };
     enum Column { Name = 0, Size = 1, ModifiedDate = 2, ColumnCount = 3 };
 
     // `list` and `locale` must outlive the model.
-    PaneModel(const PaneList& list, Side side, const LocaleFormats& locale, const ResultIcons& icons,
-              QObject* parent = nullptr);
+    PaneModel(const PaneList& list, Side side, Content content, const LocaleFormats& locale,
+              const ResultIcons& icons, QObject* parent = nullptr);
 
     const PaneList& List() const { return list_; }
     const ResultRow& Row(int row) const { return list_[static_cast<std::size_t>(row)]; }
@@ -34,10 +37,12 @@ class PaneModel : public QAbstractTableModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   private:
+    QString NameText(const ResultRow& row) const;
     QString AccessibleText(const ResultRow& row) const;
 
     const PaneList& list_;
     Side side_;
+    Content content_;
     const LocaleFormats& locale_;
     std::array<QIcon, kResultTypeCount + 1> icons_;
 };

@@ -5,14 +5,17 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 #include <QWheelEvent>
 
+#include "core/row_texts.h"
 #include "views/panes_support.h"
 
 namespace vantrel {
@@ -243,6 +246,21 @@ TEST_F(PanesWidgetTest, TheScrollBarOfOnePaneMovesTheOtherAndWheelAndKeysDoNot) 
     widget.Scrolling().SetOn(false);
     Left().verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMinimum);
     EXPECT_EQ(Right().TopItem(), before);
+}
+
+TEST_F(PanesWidgetTest, TheTipOfARowTellsWhyItIsLeftAlone) {
+    AddPair(stage.hold, "odd", {Same, 1}, {Same, 1});
+    for (const Side side : kBothSides) {
+        stage.hold[side][0].kind = RowKind::Unknown;
+        stage.hold[side][0].type = None;
+    }
+    stage.hold[Side::Left][0].reason = UnknownReason::LeadsNowhere;
+    Show();
+    const QPoint place = Middle(Left(), 0);
+    QHelpEvent help(QEvent::ToolTip, place, Left().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(Left().viewport(), &help);
+    EXPECT_EQ(QToolTip::text().toStdString(), WhyUnknown(stage.hold[Side::Left][0]));
+    QToolTip::hideText();
 }
 
 TEST_F(PanesWidgetTest, ColumnsCanBeResizedHeadersDoNotReactAndTheLastRowsStandBesideEachOther) {
