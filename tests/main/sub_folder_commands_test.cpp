@@ -124,9 +124,8 @@ TEST_F(SubFolderCommandsTest, TheWindowShowsWhatTheComparisonKept) {
             EXPECT_EQ(window.lblFolder[side]->accessibleName().toStdString(), folders[side]);
         EXPECT_TRUE(window.lblLeftAlone->isHidden());
         EXPECT_EQ(window.StatusBar1->PanelText(1), QStringLiteral("Total 6 object(s)  (17 Bytes)"));
-        // Every item does something; printing is given its handler by who prints.
         for (const CommandEntry& entry : SubDirDiffsTables().menuBar) {
-            if (entry.kind != CommandKind::Command || entry.name == "mnuFilePrint") continue;
+            if (entry.kind != CommandKind::Command) continue;
             EXPECT_TRUE(window.GetCommands().Action(entry.name)->isEnabled()) << entry.name;
         }
     });
@@ -380,6 +379,17 @@ TEST_F(SubFolderCommandsTest, PairsAreShownInTheViewersAndWhatIsNoneIsTold) {
         EXPECT_EQ(program.desktop.asked.back(), "open " + folders[Side::Right] + "/NAME.txt");
     });
     EXPECT_TRUE(program.Get().results.HasResult());
+}
+
+TEST_F(SubFolderCommandsTest, PrintOffersWhatThePanesShow) {
+    InWindow([&](frmSubDirDiffs& window) {
+        script.Await("frmPrintOptions", [](QWidget& options) { QTest::keyClick(&options, Qt::Key_Escape); });
+        window.GetCommands().Run("mnuFilePrint");
+        window.txtFilter->setText(QStringLiteral("nowhere"));
+        program.messages.shown.clear();
+        window.GetCommands().Run("mnuFilePrint");
+        EXPECT_EQ(program.messages.Line(0), "Unable to Print: There are no items to print.");
+    });
 }
 
 TEST_F(SubFolderCommandsTest, ADropOfTheOtherPanesRowsMovesOrCopies) {

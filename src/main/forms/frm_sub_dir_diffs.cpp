@@ -18,6 +18,7 @@
 #include "sync/single_file_sync.h"
 #include "views/drop_rule.h"
 #include "views/forms/dragged_paths.h"
+#include "views/forms/frm_print_options.h"
 
 namespace vantrel {
 
@@ -46,7 +47,6 @@ struct frmSubDirDiffs::Handler {
     void (frmSubDirDiffs::*run)();
 };
 
-// The item mnuFilePrint is no handler of this table: who prints gives it one.
 void frmSubDirDiffs::InstallHandlers() {
     using F = frmSubDirDiffs;
     for (const Handler& handler : {
@@ -59,6 +59,7 @@ void frmSubDirDiffs::InstallHandlers() {
              Handler{"mnuFileDeleteRecycle", &F::Recycle},
              Handler{"mnuFileDeletePermanently", &F::DeletePermanently},
              Handler{kCommandDeleteByButton, &F::DeleteByButton},
+             Handler{"mnuFilePrint", &F::Print},
              Handler{"mnuFileClose", &F::CloseForm},
              Handler{"mnuSelectAll", &F::SelectAll},
              Handler{"mnuSelectDeselectAll", &F::DeselectAll},
@@ -210,6 +211,17 @@ void frmSubDirDiffs::DeleteByButton() {
         DeletePermanently();
     else
         Recycle();
+}
+
+void frmSubDirDiffs::Print() {
+    PerSide<PrintedList> shown;
+    for (const Side side : kBothSides) shown[side] = {&lists_.Pane(side).Rows(), folders_[side]};
+    const BusyState::Job job(application_.busy);
+    ShowPrintOptions({.tools = application_.tools,
+                      .activeWindow = "frmSubDirDiffs",
+                      .shown = shown,
+                      .showHelp = [this] { OpenHelpPage(application_, "printing.html"); }},
+                     this);
 }
 
 void frmSubDirDiffs::GoToFilter() {

@@ -109,6 +109,7 @@ class frmSubDirDiffs : public QDialog,
     void DeletePermanently();
     void DeleteByButton();
     void Operate(Operation operation, bool confirm);
+    void Print();
     void CloseForm() { close(); }
     void SelectAll() { lists_.SelectAll(); }
     void DeselectAll() { lists_.DeselectAll(); }
