@@ -30,9 +30,9 @@ void ModalScript::Look() {
     if (name == "frmCompareProgress" || name == "frmShellProgress") return;
     seen_.emplace_back(window);
     if (next_ < steps_.size() && steps_[next_].name == name) {
-        // It may open the next window, which this object then has to see.
-        const Act act = steps_[next_++].act;
-        act(*window);
+        // It may open the next window, which this object then has to see: a timer is not heard again before
+        // what it called has returned, so that the step is called by another one.
+        QTimer::singleShot(0, window, [act = steps_[next_++].act, window] { act(*window); });
         return;
     }
     ADD_FAILURE() << "unexpected window " << name << " " << window->windowTitle().toStdString();
