@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 #include <QTreeWidget>
 
 #include "core/row_texts.h"
@@ -62,32 +61,20 @@ TEST(CompareFilesCommands, TheBoxesBeginWithTheSelectedPair) {
     EXPECT_THAT(Opened(program), ElementsAre(left, right + "newer.txt")) << "the file is gone";
 }
 
-// Acts in a window that another one opens, once it stands.
-void WhenShown(const char* name, const std::function<void(QWidget&)>& act) {
-    QTimer::singleShot(0, [name, act] {
-        QWidget* window = QApplication::activeModalWidget();
-        if (window && window->objectName() == QLatin1String(name))
-            act(*window);
-        else
-            WhenShown(name, act);
-    });
-}
-void LeaveWhenShown(const char* name) {
-    WhenShown(name, [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });
-}
-
 // Compares, replaces a file by the window's own buttons, and closes it.
 void Sync(TestProgram& program, const std::function<void(frmCompareFiles&)>& first, const char* option) {
     ModalScript script;
-    script.Await("frmCompareFiles", [&](QWidget& window) {
-        if (first) first(static_cast<frmCompareFiles&>(window));
-        WhenShown("frmFileSync", [&](QWidget& dialog) {
+    script
+        .Await("frmCompareFiles",
+               [&](QWidget& window) {
+                   if (first) first(static_cast<frmCompareFiles&>(window));
+                   PressChild(window, "cmdSync");
+                   QTest::keyClick(&window, Qt::Key_Escape);
+               })
+        .Await("frmFileSync", [&](QWidget& dialog) {
             PressChild(dialog, option);
             PressChild(dialog, "OKButton");
         });
-        PressChild(window, "cmdSync");
-        QTest::keyClick(&window, Qt::Key_Escape);
-    });
     program.Get().GetCommands().Run("mnuFileCompareFiles");
 }
 
@@ -141,14 +128,17 @@ TEST(CompareFilesCommands, ASyncOfOtherFilesLeavesTheRowsAlone) {
     EXPECT_EQ(application.panes.Pane(Side::Left)[row].type, ResultType::Binary);
     // The difference viewer, with its dialog in front, opens over the window, and so do the bytes.
     ModalScript script;
-    script.Await("frmCompareFiles", [&](QWidget& window) {
-        LeaveWhenShown("frmViewFileDiffOptions");
-        PressChild(window, "cmdShowDiffs");
-        PressChild(window, "cmdCompare");
-        LeaveWhenShown("frmHexDump");
-        PressChild(window, "cmdShowBytes");
-        QTest::keyClick(&window, Qt::Key_Escape);
-    });
+    const auto leave = [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); };
+    script
+        .Await("frmCompareFiles",
+               [&](QWidget& window) {
+                   PressChild(window, "cmdShowDiffs");
+                   PressChild(window, "cmdCompare");
+                   PressChild(window, "cmdShowBytes");
+                   leave(window);
+               })
+        .Await("frmViewFileDiffOptions", leave)
+        .Await("frmHexDump", leave);
     application.GetCommands().Run("mnuFileCompareFiles");
     EXPECT_EQ(application.viewFileDiffs.FileTwo, program.right + "/binary.txt");
 }
