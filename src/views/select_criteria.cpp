@@ -32,14 +32,21 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
 }
 
-std::vector<LikePattern> PatternsOf(std::string_view patterns) {
-    std::vector<LikePattern> all;
+// One of the patterns. Its stars do not reach over the folder marker: only one that begins with the marker
+// itself fits a folder, and "*", which means all.
+struct RowPattern {
+    LikePattern pattern;
+    bool fitsFolders;
+};
+
+std::vector<RowPattern> PatternsOf(std::string_view patterns) {
+    std::vector<RowPattern> all;
     for (bool more = true; more;) {
         const std::size_t comma = patterns.find(',');
         more = comma != std::string_view::npos;
         std::string pattern(Trimmed(patterns.substr(0, comma)));
         if (pattern.starts_with('/')) pattern.front() = kFolderMarker;
-        all.emplace_back(pattern);
+        all.push_back({LikePattern(pattern), pattern == "*" || pattern.starts_with(kFolderMarker)});
         if (more) patterns.remove_prefix(comma + 1);
     }
     return all;
@@ -63,7 +70,7 @@ class RowTest {
         return types_[static_cast<std::size_t>(row.type)] &&
                (!bySize_ || FileMatchesSizeCriteria(row.size, criteria_.byteSize, criteria_.sizeOperator)) &&
                (!byDate_ || FileMatchesDateCriteria(DateOf(row), *criteria_.date, criteria_.dateOperator)) &&
-               (patterns_.empty() || FitsAPattern(row.text));
+               (patterns_.empty() || FitsAPattern(row));
     }
 
   private:
@@ -71,15 +78,17 @@ class RowTest {
         if (row.kind != RowKind::File) return std::nullopt;
         return DayOf(FileTimeToLocalFileTime(row.lastWrite));
     }
-    bool FitsAPattern(std::string_view text) const {
-        return std::any_of(patterns_.begin(), patterns_.end(),
-                           [text](const LikePattern& pattern) { return pattern.Matches(text); });
+    bool FitsAPattern(const ResultRow& row) const {
+        const bool isFolder = row.text.starts_with(kFolderMarker);
+        return std::any_of(patterns_.begin(), patterns_.end(), [&](const RowPattern& one) {
+            return (one.fitsFolders || !isFolder) && one.pattern.Matches(row.text);
+        });
     }
 
     const SelectCriteria& criteria_;
     std::bitset<kResultTypeCount + 1> types_;
     bool bySize_, byDate_;
-    std::vector<LikePattern> patterns_;  // none: every name fits
+    std::vector<RowPattern> patterns_;  // none: every name fits
 };
 
 // A part of `text` becomes another one, wherever it stands.

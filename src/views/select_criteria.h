@@ -38,7 +38,8 @@ bool FileMatchesDateCriteria(std::optional<CalendarDay> date, CalendarDay criter
 
 // Selects the real rows that match all criteria, and no others; or deselects those that match and leaves the
 // others as they are. Patterns are held against the text of a row, which begins with the folder marker for a
-// folder; a pattern may write that as "/". A folder has no date.
+// folder; a pattern may write that as "/". One that does not begin with it fits files alone: "*.txt" takes no
+// folder, and "\*" takes them all. A folder has no date.
 void SelectFileTypesInList(PaneList& list, const SelectCriteria& criteria);
 
 // The value of a number of bytes as a person types it, or as `locale` writes it: with or without group

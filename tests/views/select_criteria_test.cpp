@@ -96,12 +96,12 @@ struct NamedPattern {
     const char* pattern;
     const char* expression;
 };
-constexpr NamedPattern kPatterns[] = {{"*.txt", R"(.*\.txt)"},
+constexpr NamedPattern kPatterns[] = {{"*.txt", R"([^\\].*\.txt)"},
                                       {"a*", "a.*"},
                                       {R"(\*)", R"(\\.*)"},
                                       {"/b*", R"(\\b.*)"},
-                                      {"*#?.jp[ge]", R"(.*[0-9].\.jp[ge])"},
-                                      {"*[!0-4].*", R"(.*[^0-4]\..*)"},
+                                      {"*#?.jp[ge]", R"([^\\].*[0-9].\.jp[ge])"},
+                                      {"*[!0-4].*", R"([^\\].*[^0-4]\..*)"},
                                       {"b1?.txt", R"(b1.\.txt)"}};
 
 // One random question in both forms.
