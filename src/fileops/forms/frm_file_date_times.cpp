@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "core/mod_date_time.h"
+#include "fileops/forms/named_control.h"
 #include "platform/forms/busy_pointer.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
@@ -56,30 +57,19 @@ class StampListModel : public QAbstractTableModel {
     const LocaleFormats& locale_;
 };
 
-namespace {
-
-template <typename Control>
-Control* Make(const char* text, const char* name) {
-    auto* control = new Control(QLatin1String(text));
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
-
-}  // namespace
-
 frmFileDateTimes::frmFileDateTimes(const Toolbox& tools, std::vector<FileToStamp> files, bool confirm,
                                    std::function<void()> showHelp, QWidget* parent)
     : QDialog(parent),
       MonthView1(new QCalendarWidget),
-      txtHour(Make<QLineEdit>("", "txtHour")),
-      txtMinute(Make<QLineEdit>("", "txtMinute")),
-      txtSecond(Make<QLineEdit>("", "txtSecond")),
-      optAMPM{Make<QRadioButton>("AM", "optAM"), Make<QRadioButton>("PM", "optPM")},
+      txtHour(MakeNamed<QLineEdit>("", "txtHour")),
+      txtMinute(MakeNamed<QLineEdit>("", "txtMinute")),
+      txtSecond(MakeNamed<QLineEdit>("", "txtSecond")),
+      optAMPM{MakeNamed<QRadioButton>("AM", "optAM"), MakeNamed<QRadioButton>("PM", "optPM")},
       lvwFiles(new QTableView),
-      cmdOK(Make<QPushButton>("OK", "cmdOK")),
-      cmdApply(Make<QPushButton>("&Apply", "cmdApply")),
-      cmdClose(Make<QPushButton>("&Close", "cmdClose")),
-      cmdHelp(Make<QPushButton>("&Help", "cmdHelp")),
+      cmdOK(MakeNamed<QPushButton>("OK", "cmdOK")),
+      cmdApply(MakeNamed<QPushButton>("&Apply", "cmdApply")),
+      cmdClose(MakeNamed<QPushButton>("&Close", "cmdClose")),
+      cmdHelp(MakeNamed<QPushButton>("&Help", "cmdHelp")),
       tools_(tools),
       files_(std::move(files)),
       confirm_(confirm),

@@ -14,19 +14,13 @@
 #include <utility>
 
 #include "fileops/forms/frm_rename_multiple.h"
+#include "fileops/forms/named_control.h"
 #include "fileops/forms/rename_list_model.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 
 namespace vantrel {
 namespace {
-
-template <typename Control>
-Control* Make(const char* text, const char* name) {
-    auto* control = new Control(QLatin1String(text));
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
 
 template <typename Control>
 Control* Make(const char* name) {
@@ -40,33 +34,33 @@ Control* Make(const char* name) {
 frmRenameMultiple::frmRenameMultiple(RenameMultipleParts parts, ShellRoot folder,
                                      std::vector<ObjectToRename> objects, QWidget* parent)
     : QDialog(parent),
-      chkShortFileName(Make<QCheckBox>("Short File Name", "chkShortFileName")),
-      chkRemoveSpaces(Make<QCheckBox>("Remove Internal Spaces", "chkRemoveSpaces")),
-      chkRemoveExtension(Make<QCheckBox>("Remove Extension", "chkRemoveExtension")),
+      chkShortFileName(MakeNamed<QCheckBox>("Short File Name", "chkShortFileName")),
+      chkRemoveSpaces(MakeNamed<QCheckBox>("Remove Internal Spaces", "chkRemoveSpaces")),
+      chkRemoveExtension(MakeNamed<QCheckBox>("Remove Extension", "chkRemoveExtension")),
       cboCapitalization(Make<QComboBox>("cboCapitalization")),
-      chkChangeFileName(Make<QCheckBox>("Replace File Name with Text", "chkChangeFileName")),
-      chkChangeExtension(Make<QCheckBox>("Replace Extension with Text", "chkChangeExtension")),
-      chkAddPrefixToFilename(Make<QCheckBox>("Add Prefix to File Names", "chkAddPrefixToFilename")),
-      chkAddSuffixToFilename(Make<QCheckBox>("Add Suffix to File Names", "chkAddSuffixToFilename")),
+      chkChangeFileName(MakeNamed<QCheckBox>("Replace File Name with Text", "chkChangeFileName")),
+      chkChangeExtension(MakeNamed<QCheckBox>("Replace Extension with Text", "chkChangeExtension")),
+      chkAddPrefixToFilename(MakeNamed<QCheckBox>("Add Prefix to File Names", "chkAddPrefixToFilename")),
+      chkAddSuffixToFilename(MakeNamed<QCheckBox>("Add Suffix to File Names", "chkAddSuffixToFilename")),
       txtFileName(Make<QLineEdit>("txtFileName")),
       txtExtension(Make<QLineEdit>("txtExtension")),
       txtNamePrefix(Make<QLineEdit>("txtNamePrefix")),
       txtNameSuffix(Make<QLineEdit>("txtNameSuffix")),
-      chkNameAutoNumber(Make<QCheckBox>("Auto Generate Sequence of Numbers", "chkNameAutoNumber")),
+      chkNameAutoNumber(MakeNamed<QCheckBox>("Auto Generate Sequence of Numbers", "chkNameAutoNumber")),
       fraAutoNumber(Make<QGroupBox>("fraAutoNumber")),
-      optNumberFilename(Make<QRadioButton>("Replace File Name", "optNumberFilename")),
-      optNumberExtension(Make<QRadioButton>("Replace File Extension", "optNumberExtension")),
-      txtStartsWith(Make<QLineEdit>("1", "txtStartsWith")),
-      txtIncrement(Make<QLineEdit>("1", "txtIncrement")),
-      txtLength(Make<QLineEdit>("8", "txtLength")),
-      lblPadMsg(Make<QLabel>("(Left pad with leading zeroes until length is arrived at.)", "lblPadMsg")),
+      optNumberFilename(MakeNamed<QRadioButton>("Replace File Name", "optNumberFilename")),
+      optNumberExtension(MakeNamed<QRadioButton>("Replace File Extension", "optNumberExtension")),
+      txtStartsWith(MakeNamed<QLineEdit>("1", "txtStartsWith")),
+      txtIncrement(MakeNamed<QLineEdit>("1", "txtIncrement")),
+      txtLength(MakeNamed<QLineEdit>("8", "txtLength")),
+      lblPadMsg(MakeNamed<QLabel>("(Left pad with leading zeroes until length is arrived at.)", "lblPadMsg")),
       lvwObjects(Make<QTableView>("lvwObjects")),
       lblOutcome(Make<QLabel>("lblOutcome")),
       ProgressBar1(Make<QProgressBar>("ProgressBar1")),
-      cmdPreview(Make<QPushButton>("Preview", "cmdPreview")),
-      cmdUndo(Make<QPushButton>("Undo Last Rename", "cmdUndo")),
-      cmdOK(Make<QPushButton>("OK", "cmdOK")),
-      cmdClose(Make<QPushButton>("&Close", "cmdClose")),
+      cmdPreview(MakeNamed<QPushButton>("Preview", "cmdPreview")),
+      cmdUndo(MakeNamed<QPushButton>("Undo Last Rename", "cmdUndo")),
+      cmdOK(MakeNamed<QPushButton>("OK", "cmdOK")),
+      cmdClose(MakeNamed<QPushButton>("&Close", "cmdClose")),
       parts_(std::move(parts)),
       folder_(std::move(folder)),
       objects_(std::move(objects)),
