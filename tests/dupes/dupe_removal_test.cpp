@@ -9,6 +9,7 @@
 
 #include "dupes/same_contents.h"
 #include "removal_support.h"
+#include "support/child_process.h"
 
 namespace vantrel {
 namespace {
@@ -17,6 +18,7 @@ using testing::Call;
 using testing::Cases;
 using testing::DupeRemovalTest;
 using testing::FaultySystemCalls;
+using testing::ForkAlone;
 using testing::Groups;
 using testing::TreeOf;
 
@@ -316,7 +318,7 @@ TEST_F(DupeRemovalTest, AKillAnywhereLosesNothing) {
                     Write(name, std::string_view(name).find('a') != std::string_view::npos ? "A" : "B");
                 FindAll();
                 Mark({"x/a1", "y/a2", "x/b1"});
-                const pid_t child = fork();
+                const pid_t child = ForkAlone();
                 ASSERT_GE(child, 0);
                 if (child == 0) {
                     calls.ResetCount();

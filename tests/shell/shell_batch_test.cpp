@@ -8,6 +8,7 @@
 #include <set>
 
 #include "platform/names/temporary_names.h"
+#include "support/child_process.h"
 #include "support/plain_user.h"
 #include "support/shell_fixture.h"
 
@@ -158,7 +159,7 @@ TEST_F(ShellBatchTest, AKillLeavesNoFolderWithAModeOfItsOwn) {
             chmod(Right("Sub").c_str(), 0701);
             chmod(Right("Sub/there").c_str(), 0710);
             calls.ResetCount();
-            const pid_t child = fork();
+            const pid_t child = ForkAlone();
             if (child == 0) {
                 calls.before = [&](const FaultySystemCalls::Record&) {
                     if (calls.Count() >= n) _exit(9);

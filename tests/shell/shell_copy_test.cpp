@@ -10,6 +10,7 @@
 
 #include "platform/names/names.h"
 #include "platform/names/temporary_names.h"
+#include "support/child_process.h"
 #include "support/shell_fixture.h"
 
 namespace vantrel::testing {
@@ -323,7 +324,7 @@ TEST_F(ShellCopyTest, ASourceThatChangesMeanwhileIsTakenAnewOrRefused) {
 
 TEST_F(ShellCopyTest, LeftoversOfAKillAreClearedAndNothingElse) {
     drop.Write("left/file", "content");
-    const pid_t child = fork();
+    const pid_t child = ForkAlone();
     if (child == 0) {
         calls.before = [](const FaultySystemCalls::Record& at) {
             if (at.call == Call::Futimens) _exit(9);

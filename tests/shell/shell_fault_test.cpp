@@ -9,6 +9,7 @@
 #include <set>
 
 #include "platform/names/temporary_names.h"
+#include "support/child_process.h"
 #include "support/shell_fixture.h"
 
 namespace vantrel::testing {
@@ -226,7 +227,7 @@ TEST_P(ShellFaultTest, AKillAtAnyPointLosesNothingAndTheNextRunClearsUp) {
         if (HasFailure()) break;
         Stage stage(GetParam());
         SCOPED_TRACE("killed at call " + std::to_string(n));
-        const pid_t child = fork();
+        const pid_t child = ForkAlone();
         if (child == 0) {
             stage.calls.before = [&](const FaultySystemCalls::Record&) {
                 if (stage.calls.Count() == n) kill(getpid(), SIGKILL);

@@ -11,6 +11,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "support/child_process.h"
+
 namespace vantrel::testing {
 namespace {
 
@@ -65,7 +67,7 @@ void AsPlainUser(const TempFolder& folder, const std::function<void()>& body) {
     Give(folder.Path());
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
-    const pid_t child = fork();
+    const pid_t child = ForkAlone();
     if (child < 0) throw std::runtime_error("no child process");
     if (child == 0) RunChild(ends[1], body);
 

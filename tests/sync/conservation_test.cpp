@@ -16,6 +16,7 @@
 
 #include "conservation_support.h"
 #include "platform/names/names.h"
+#include "support/child_process.h"
 
 namespace vantrel::testing {
 namespace fs = std::filesystem;
@@ -172,7 +173,7 @@ TEST_F(Conservation, HoldsWhereverTheProcessIsKilled) {
         const SyncPlan plan = MakeSyncPlan(world.tools.Get(), world.Order());
         const std::size_t last = 1 + world.random() % (20 + 20 * ActionCount(plan));
         const Snapshot before = world.Look();
-        const pid_t child = fork();
+        const pid_t child = ForkAlone();
         ASSERT_GE(child, 0);
         if (child == 0) {
             world.onConfirm = [&] {

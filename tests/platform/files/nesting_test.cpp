@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "support/child_process.h"
 #include "support/faulty_system_calls.h"
 #include "support/temp_folder.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 using testing::Call;
 using testing::FaultySystemCalls;
+using testing::ForkAlone;
 using testing::TempFolder;
 
 class NestingTest : public ::testing::Test {
@@ -61,7 +63,7 @@ TEST_F(NestingTest, FoldersThatAreMountedTwiceAreSeenThrough) {
     const auto bind = [&](const char* from, const char* to) {
         return mount((folder / from).c_str(), (folder / to).c_str(), nullptr, MS_BIND, nullptr) == 0;
     };
-    const pid_t process = fork();
+    const pid_t process = ForkAlone();
     if (process == 0) {
         if (unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) _exit(kNotAllowed);
         if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) _exit(kNotAllowed);
