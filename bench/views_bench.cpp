@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QLineEdit>
 #include <random>
 
 #include "diagnostics/error_reporter.h"
@@ -94,6 +95,7 @@ class Window {
   public:
     Window() : widget_(TheStage().panes, TheStage().locale, {}) {
         widget_.resize(1200, 800);
+        for (const Side side : kBothSides) widget_.SetColumnsFitted(side, true);
         widget_.show();
         QApplication::processEvents();
     }
@@ -102,6 +104,8 @@ class Window {
         widget_.repaint();
         QApplication::processEvents();
     }
+
+    PanesWidget& Panes() { return widget_; }
 
   private:
     PanesWidget widget_;
@@ -151,6 +155,29 @@ void BM_SelectByCriteria(benchmark::State& state) {
 void BM_Summary(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(GetFileTypeCounts(TheStage().hold));
 }
+// No name fits, so all of them are looked at.
+void BM_FindNothing(benchmark::State& state) {
+    ResultPanes& panes = TheStage().panes;
+    panes.ChooseView(kViewAll);
+    const RowSearch search(state.range(0) == 0 ? "usual width" : "*of usual*.jpg");
+    const PerSide<const PaneList*> lists{{&panes.Pane(Side::Left), &panes.Pane(Side::Right)}};
+    for (auto _ : state) benchmark::DoNotOptimize(search.Find(lists, 0, RowSearch::Direction::Forwards));
+}
+// Rows of the same names take the place of all that were there and were selected.
+void BM_RefreshAllSelected(benchmark::State& state) {
+    Stage& stage = TheStage();
+    stage.panes.ChooseView(kViewAll);
+    for (auto _ : state) {
+        state.PauseTiming();
+        stage.panes.SelectAll(Side::Left);
+        HoldLists others;
+        Fill(others);
+        for (const Side side : kBothSides) stage.hold[side].Swap(others[side]);
+        state.ResumeTiming();
+        stage.panes.ApplyViewTypes();
+    }
+    stage.panes.DeselectAll(Side::Left);
+}
 void BM_Totals(benchmark::State& state) {
     for (auto _ : state)
         for (Side side : kBothSides) benchmark::DoNotOptimize(TotalsText(TheStage().panes.Pane(side)));
@@ -175,6 +202,19 @@ void BM_WindowChangeView(benchmark::State& state) {
         window.Paint();
     }
     TheStage().panes.ChooseView(kViewAll);
+}
+// From row to row, with the other pane behind and a search that marks what is painted.
+void BM_WindowScroll(benchmark::State& state) {
+    Window window;
+    window.Panes().Scrolling().SetOn(true);
+    window.Panes().Scrolling().SetFollows(PaneScrolling::Follows::AllMoves);
+    window.Panes().OpenFind();
+    window.Panes().Find().txtFind->setText(QStringLiteral("7"));
+    int row = 0;
+    for (auto _ : state) {
+        window.Panes().View(Side::Left).SetTopItem(row = (row + 997) % static_cast<int>(kPairs));
+        window.Paint();
+    }
 }
 void BM_WindowSelectAll(benchmark::State& state) {
     Window window;
@@ -202,9 +242,12 @@ BENCHMARK(BM_SelectAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Invert)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SelectByCriteria)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Summary)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FindNothing)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RefreshAllSelected)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Totals)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_TextReport)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowChangeView)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowScroll)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowSelectAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowExtendByKey)->Unit(benchmark::kMillisecond);
 

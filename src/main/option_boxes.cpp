@@ -167,6 +167,8 @@ constexpr auto kBoxes = std::to_array<OptionBox>({
           "Shows and compares large files by their true size, and reads their contents whole."),
     Extra("GoOnAfterFailure", "chkGoOnAfterFailure", "Go on with the rest when an object fails",
           "Carries out the rest of a synchronisation when an object in it fails."),
+    Extra("CoupleAllScrolling", "chkCoupleAllScrolling", "Scroll both panes by wheel and keys too",
+          "While both panes scroll together, wheel, touchpad and keys move both as the scroll bar does."),
     Extra("InlineDifferences", "chkInlineDifferences", "Mark the characters that differ",
           "Marks the characters that differ within the lines of the difference viewer."),
     Extra("CheckBeforeRemoval", "chkCheckBeforeRemoval", "Compare before a duplicate is removed",

@@ -286,6 +286,7 @@ constexpr auto kTable = std::to_array<OptionLine>({
                NumberField{&O::jobs, 0, kMost},
                ShownBy::CheckMark,
                {}},
+    Flag(kExtrasSection, "CoupleAllScrolling", "True", &O::coupleAllScrolling, ShownBy::Scrolling),
     Flag(kExtrasSection, "InlineDifferences", "True", &O::inlineDifferences),
     Flag(kExtrasSection, "CheckBeforeRemoval", "True", &O::checkBeforeRemoval),
     OptionLine{kExtrasSection,

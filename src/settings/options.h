@@ -106,10 +106,11 @@ struct Options : SoundOptions {
     HashMethod hashMethod{};
 
     // [Extras]
-    bool trueSizes{};         // sizes of 2 GiB and more as they are
-    bool trueSizesOffered{};  // the user was asked about that
-    bool goOnAfterFailure{};  // of an object, with the phases of a synchronisation that follow
-    std::int32_t jobs{};      // files and folders looked at at the same time; 0: one for each processor
+    bool trueSizes{};           // sizes of 2 GiB and more as they are
+    bool trueSizesOffered{};    // the user was asked about that
+    bool goOnAfterFailure{};    // of an object, with the phases of a synchronisation that follow
+    std::int32_t jobs{};        // files and folders looked at at the same time; 0: one for each processor
+    bool coupleAllScrolling{};  // beside the scroll bars, wheel, keys and touch move both panes
     bool inlineDifferences{};
     bool checkBeforeRemoval{};  // of a duplicate: compared with one that stays, whatever made the group
     // Of the window of sub-folder differences, in logical pixels; 0: as large as it likes to be.

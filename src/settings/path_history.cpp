@@ -7,6 +7,8 @@ namespace vantrel {
 namespace {
 
 constexpr std::array<const char*, 2> kSections = {"Source", "Target"};
+constexpr const char* kPairsSection = "Extras";
+constexpr std::array<const char*, 2> kPairKeys = {"PairLeft", "PairRight"};
 
 std::string KeyOf(std::size_t index) {
     return "Dir" + std::to_string(index + 1);
@@ -21,6 +23,34 @@ PathHistory::Lists Stored(const IniDocument& document) {
         }
     }
     return lists;
+}
+
+using Pair = std::array<std::string, 2>;
+
+std::string PairKeyOf(std::size_t side, std::size_t index) {
+    return kPairKeys[side] + std::to_string(index + 1);
+}
+
+// Most recent first.
+std::vector<Pair> StoredPairs(const IniDocument& document) {
+    std::vector<Pair> pairs;
+    for (std::size_t i = 0; i < PathHistory::kMostEntries; ++i) {
+        Pair pair;
+        for (std::size_t side = 0; side < pair.size(); ++side)
+            pair[side] = document.Get(kPairsSection, PairKeyOf(side, i)).value_or("");
+        if (!pair[0].empty() && !pair[1].empty()) pairs.push_back(std::move(pair));
+    }
+    return pairs;
+}
+
+void AddPair(const Pair& pair, const IniDocument& document, std::vector<IniChange>& changes) {
+    std::vector<Pair> pairs = StoredPairs(document);
+    std::erase(pairs, pair);
+    pairs.insert(pairs.begin(), pair);
+    if (pairs.size() > PathHistory::kMostEntries) pairs.resize(PathHistory::kMostEntries);
+    for (std::size_t i = 0; i < pairs.size(); ++i)
+        for (std::size_t side = 0; side < pair.size(); ++side)
+            changes.push_back({kPairsSection, PairKeyOf(side, i), pairs[i][side]});
 }
 
 void MoveToHead(const std::string& path, std::vector<std::string>& list) {
@@ -53,8 +83,7 @@ Error PathHistory::PopulateDirComboBoxesFromIniFile(Lists& out) const {
 }
 
 Error PathHistory::AddPathsToIni(std::string_view leftPath, std::string_view rightPath, Lists& out) const {
-    const std::array<std::string, 2> paths = {ProperCase(NormalizePath(leftPath)),
-                                              ProperCase(NormalizePath(rightPath))};
+    const Pair paths = {ProperCase(NormalizePath(leftPath)), ProperCase(NormalizePath(rightPath))};
     const auto withPaths = [&](Lists lists) {
         for (std::size_t side = 0; side < lists.size(); ++side) MoveToHead(paths[side], lists[side]);
         return lists;
@@ -62,8 +91,19 @@ Error PathHistory::AddPathsToIni(std::string_view leftPath, std::string_view rig
     out = withPaths({});
     return file_.Update([&](const IniDocument& document) {
         out = withPaths(Stored(document));
-        return ChangesFor(out, document);
+        std::vector<IniChange> changes = ChangesFor(out, document);
+        AddPair(paths, document, changes);
+        return changes;
     });
+}
+
+std::optional<std::string> PathHistory::PartnerOf(std::size_t side, std::string_view path) const {
+    IniDocument document;
+    if (!file_.Read(document).IsOk()) return std::nullopt;
+    const std::string own = ProperCase(NormalizePath(path));
+    for (const Pair& pair : StoredPairs(document))
+        if (pair.at(side) == own) return pair.at(1 - side);
+    return std::nullopt;
 }
 
 Error PathHistory::SaveFolderLists(const Lists& lists) const {

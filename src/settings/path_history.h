@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +15,8 @@ namespace vantrel {
 inline constexpr std::string_view kNoFolderPrompt = "Press the folder icon with three dots -->";
 
 // The folders compared most recently, in the settings file: the sections "Source" and "Target" with twenty
-// keys each. Paths end in "/". Unlike options they are read whole, as a path may be "/" or longer than 255
-// characters.
+// keys each, and in "Extras" the pairs of them. Paths end in "/". Unlike options they are read whole, as a
+// path may be "/" or longer than 255 characters.
 class PathHistory {
   public:
     static constexpr std::size_t kMostEntries = 20;
@@ -32,6 +33,10 @@ class PathHistory {
     // Puts both paths at the head of their lists, each of which holds a path once, whatever its letter case,
     // and gives the new lines for the boxes. On an error these hold the new paths all the same.
     Error AddPathsToIni(std::string_view leftPath, std::string_view rightPath, Lists& out) const;
+    // The folder with which `path` was compared last, as the one of that side (0: left, 1: right). Known of
+    // the pairs compared most recently, as many as a list has entries; nothing of others, and where the file
+    // cannot be read.
+    std::optional<std::string> PartnerOf(std::size_t side, std::string_view path) const;
     // Writes both lists as they are, up to the twentieth line each.
     Error SaveFolderLists(const Lists& lists) const;
 

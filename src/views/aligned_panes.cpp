@@ -41,6 +41,7 @@ void AlignedPanes::BringIntoLine(Side side, std::size_t row, const AlikeNow& now
         if (tag != 0 && tag <= hold_[each].Count()) MakeAlike(hold_[each][tag - 1], now, seen, kept);
         if (each != side && (!aligned_ || row >= panes_[each].Count())) continue;
         MakeAlike(panes_[each].rows_[row], now, seen, kept);
+        panes_[each].largestSize_ = std::max(panes_[each].largestSize_, now.size);
     }
     for (const Side each : kBothSides)
         Tell([each](ResultPanesObserver& observer) { observer.SelectionChanged(each); });
@@ -76,6 +77,14 @@ void AlignedPanes::MoveTo(Side side, std::size_t row, SelectionKeys keys) {
 
 void AlignedPanes::ToggleRow(Side side, std::size_t row) {
     Click(side, row, {.toggle = true});
+}
+
+void AlignedPanes::StandOn(Side side, std::size_t row) {
+    if (busy_.IsBusy()) return;
+    for (const Side each : kBothSides)
+        if (panes_[each].SelectedCount() > 0) return;
+    panes_[side].SetSelectedItem(row);
+    Tell([side](ResultPanesObserver& observer) { observer.SelectionChanged(side); });
 }
 
 void AlignedPanes::SelectAll(Side side) {

@@ -60,11 +60,16 @@ class AlignedPanes {
     // While it is busy everything below does nothing.
     const BusyState& Busy() const { return busy_; }
 
+    // What the window shows now; it tells so whenever it has scrolled.
+    void SetTopRow(Side side, std::size_t row) { panes_[side].SetTopRow(row); }
+
     // A click or a key in a pane; see PaneList. The other pane loses its selection, and the status texts
     // follow.
     void Click(Side side, std::optional<std::size_t> row, SelectionKeys keys);
     void MoveTo(Side side, std::size_t row, SelectionKeys keys);
     void ToggleRow(Side side, std::size_t row);
+    // Makes the row the selected item, where nothing is selected in either pane: the keys go on from there.
+    void StandOn(Side side, std::size_t row);
     // What follows every click: the other pane loses its selection, the clicked one shows it in its panel.
     void HandleClick(Side side);
     void SelectAll(Side side);    // Ctrl+A

@@ -11,6 +11,16 @@ constexpr std::array kTypes{ResultType::Newer,           ResultType::Older,     
                             ResultType::Orphan,          ResultType::Binary,      ResultType::IdenticalFolder,
                             ResultType::DifferentFolder, ResultType::OrphanFolder};
 
+// By result type, from Newer on.
+constexpr std::array<std::string_view, kResultTypeCount> kTypeNames{"newer",
+                                                                    "older",
+                                                                    "same",
+                                                                    "orphan",
+                                                                    "binary",
+                                                                    "identical sub-folders",
+                                                                    "different sub-folders",
+                                                                    "orphan sub-folders"};
+
 bool IsNamed(std::int32_t viewType) {
     return viewType >= kViewAll && viewType <= kViewSimilar;
 }
@@ -79,6 +89,19 @@ bool CViewSelections::AreFlagsOf(std::int32_t viewType) const {
     for (const ResultType type : kTypes)
         if (Shows(type) != Includes(viewType, type)) return false;
     return true;
+}
+
+std::string CViewSelections::HiddenTypesText() const {
+    if (viewType_ != kViewCustom) return {};
+    std::string text;
+    int hidden = 0;
+    for (const ResultType type : kTypes) {
+        if (Shows(type)) continue;
+        if (hidden++ > 0) text += ", ";
+        text += kTypeNames.at(static_cast<std::size_t>(type) - 1);
+    }
+    if (hidden == 0) return {};
+    return (hidden == kResultTypeCount ? "all" : text) + " hidden";
 }
 
 std::int32_t CViewSelections::ViewTypeOfFlags() const {

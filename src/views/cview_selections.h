@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "core/result_row.h"
@@ -48,6 +49,9 @@ class CViewSelections {
     bool AreCustomSettingsSameAsAllViewType() const { return AreFlagsOf(kViewAll); }
     bool AreCustomSettingsSameAsDifferencesViewType() const { return AreFlagsOf(kViewDifferent); }
     bool AreCustomSettingsSameAsSimilaritiesViewType() const { return AreFlagsOf(kViewSimilar); }
+    // What a view without a name does not show, as in "older hidden"; empty for the named views, and where
+    // nothing is hidden.
+    std::string HiddenTypesText() const;
     // The named view that has just these flags; kViewCustom where none has.
     std::int32_t ViewTypeOfFlags() const;
 

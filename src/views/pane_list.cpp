@@ -10,9 +10,14 @@ void PaneList::TakeRows(ResultList& rows) {
     rows_.Clear();
     rows_.Swap(rows);
     selectedCount_ = 0;
-    for (ResultRow& row : rows_) row.selected = false;
+    largestSize_ = {};
+    for (ResultRow& row : rows_) {
+        row.selected = false;
+        largestSize_ = std::max(largestSize_, row.size);
+    }
     selectedItem_.reset();
     anchor_.reset();
+    topRow_ = 0;
 }
 
 std::vector<std::size_t> PaneList::SelectedRows() const {

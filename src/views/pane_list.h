@@ -23,8 +23,15 @@ class PaneList {
     std::size_t Count() const { return rows_.Count(); }
     const ResultRow& operator[](std::size_t row) const { return rows_[row]; }
 
-    // Takes the rows of `rows`, which is empty afterwards. Selection, selected item and anchor are gone.
+    // Takes the rows of `rows`, which is empty afterwards. Selection, selected item, anchor and top row are
+    // gone.
     void TakeRows(ResultList& rows);
+
+    // The first row that its window shows. Those who show it keep it up to date.
+    std::size_t TopRow() const { return topRow_; }
+    void SetTopRow(std::size_t row) { topRow_ = row; }
+    // The largest size among the rows, which needs the widest column.
+    Currency LargestSize() const { return largestSize_; }
 
     std::size_t SelectedCount() const { return selectedCount_; }
     std::vector<std::size_t> SelectedRows() const;
@@ -82,6 +89,8 @@ class PaneList {
     std::size_t selectedCount_ = 0;
     std::optional<std::size_t> selectedItem_;
     std::optional<std::size_t> anchor_;
+    std::size_t topRow_ = 0;
+    Currency largestSize_;
 };
 
 // "Total N object(s)  (size)" and "Selected N object(s)  (size)".

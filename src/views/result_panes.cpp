@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "views/pane_place.h"
+
 namespace vantrel {
 
 ResultPanes::ResultPanes(HoldLists& hold, CViewSelections& viewSelections, ErrorReporter& reporter,
@@ -29,6 +31,7 @@ void ResultPanes::ApplyViewTypes() {
     if (hold_[Side::Left].IsSentinel()) return;
     const BusyState::Wait wait(busy_);
     reporter_.Guard("frmMain.ApplyViewTypes", [this] {
+        const PanePlace place(panes_, aligned_ ? PanePlace::Beside::Yes : PanePlace::Beside::No);
         // The old rows go first, so that never three generations of a large result are held.
         for (Side side : kBothSides) {
             ResultList none;
@@ -39,6 +42,7 @@ void ResultPanes::ApplyViewTypes() {
         try {
             PerSide<ResultList> rows = RowsOfView();
             for (Side side : kBothSides) panes_[side].TakeRows(rows[side]);
+            place.GiveBack(panes_, hold_, PanePlace::Selection::Kept);
         } catch (...) {
             Tell([](ResultPanesObserver& observer) { observer.RowsReset(); });
             throw;

@@ -30,7 +30,8 @@ class ResultPanes : public AlignedPanes {
     bool ShowsNoResult() const;
 
     // Rebuilds both visible lists from the hold lists by the view flags; at the end of a comparison, and
-    // after the view changed. Does nothing while the hold lists are in the no-result state.
+    // after the view changed. Top rows, selected items and selections stay with their rows (PanePlace). Does
+    // nothing while the hold lists are in the no-result state.
     void ApplyViewTypes();
     void RemoveListItemsAndShowNoCompareMsg();
     // Three steps through lvwForSwap. The rows lose their tags, since they no longer match their hold list.

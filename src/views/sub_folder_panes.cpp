@@ -8,6 +8,7 @@
 #include "platform/line_end.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
+#include "views/pane_place.h"
 
 namespace vantrel {
 namespace {
@@ -57,15 +58,9 @@ void SubFolderPanes::CopyItemsFromHiddenLVWToVisibleLVW() {
         std::vector<bool> passes(hidden_[Side::Left].Count());
         for (std::size_t i = 0; i < passes.size(); ++i) passes[i] = Passes(i);
         PerSide<ResultList> rows = CopiesOfHeld([&](Side, std::size_t i) { return passes[i]; });
-        for (const Side side : kBothSides) {
-            PaneList& pane = panes_[side];
-            const auto item = pane.SelectedItem();
-            const std::uint32_t tag = item ? pane[*item].tag : 0;
-            pane.TakeRows(rows[side]);
-            if (tag == 0 || !passes[tag - 1]) continue;
-            const auto before = std::count(passes.begin(), passes.begin() + (tag - 1), true);
-            pane.SetSelectedItem(static_cast<std::size_t>(before));
-        }
+        const PanePlace place(panes_, PanePlace::Beside::Yes);
+        for (const Side side : kBothSides) panes_[side].TakeRows(rows[side]);
+        place.GiveBack(panes_, hidden_, PanePlace::Selection::Dropped);
         Tell([](ResultPanesObserver& observer) { observer.RowsReset(); });
         SetStatusTexts(TotalsText(panes_[Side::Left]), TotalsText(panes_[Side::Right]));
     });

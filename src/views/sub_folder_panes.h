@@ -22,7 +22,7 @@ class SubFolderPanes : public AlignedPanes {
     // rows that say so. The rows outlive `diffs`.
     void Fill(const CSubFolderDiffs& diffs);
     // Rebuilds the visible lists from the hidden ones, as far as the filter lets rows through. Nothing stays
-    // selected; the selected items stay where their rows are still shown.
+    // selected; top rows and selected items stay with their rows (PanePlace).
     void CopyItemsFromHiddenLVWToVisibleLVW();
 
     // Shows only pairs whose path holds this text, whatever its letter case; behind a "/" at its beginning

@@ -67,7 +67,7 @@ const Way kWays[] = {
          Q_EMIT program.Window()
              .Panes()
              .View(Side::Left)
-             .RowActivated(program.Row(Side::Left, "\\Identical"));
+             .RowActivated(program.Row(Side::Left, "\\Identical"), {});
      }},
 };
 

@@ -1,12 +1,18 @@
 #include <gmock/gmock.h>
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
+#include <QToolButton>
 
+#include "platform/names/names.h"
+#include "platform/names/uri_list.h"
 #include "program_support.h"
 #include "views/forms/dragged_paths.h"
 
@@ -117,6 +123,110 @@ TEST_F(PathBoxes, IconsSelectGoUpAndExplore) {
     program.desktop.asked.clear();
     window.Box(Side::Left).Icon(PathIcon::Explore)->click();
     EXPECT_THAT(program.desktop.asked, ElementsAre("explore /"));
+}
+
+TEST_F(PathBoxes, AClickIntoThePromptSelectsItAndOneIntoAPathDoesNot) {
+    QTest::mouseClick(Edit(Side::Left), Qt::LeftButton, {}, QPoint(20, 8));
+    EXPECT_EQ(Edit(Side::Left)->selectedText().toStdString(), kNoFolderPrompt);
+    QTest::keyClicks(Edit(Side::Left), QStringLiteral("/x"));
+    EXPECT_EQ(Edit(Side::Left)->text(), QStringLiteral("/x"));
+    QTest::mouseClick(Edit(Side::Left), Qt::LeftButton, {}, QPoint(5, 8));
+    EXPECT_FALSE(Edit(Side::Left)->hasSelectedText());
+}
+
+TEST_F(PathBoxes, AnAddressBecomesThePathThatItNames) {
+    program.workspace.MakeFolder("a folder");
+    program.workspace.Write("a folder/file.txt", "");
+    const std::string folder = program.workspace / "a folder";
+    const auto paste = [this](const std::string& text) {
+        Edit(Side::Left)->clear();
+        QApplication::clipboard()->setText(QString::fromStdString(text));
+        QTest::keyClick(Edit(Side::Left), Qt::Key_V, Qt::ControlModifier);
+        return Edit(Side::Left)->text().toStdString();
+    };
+    EXPECT_EQ(paste(FileUri(folder)), folder);
+    EXPECT_EQ(paste(FileUri(folder + "/file.txt") + "\r\n" + FileUri("/usr")), folder);
+    EXPECT_EQ(paste("  file://localhost/usr  "), "/usr");
+    EXPECT_EQ(paste("file://elsewhere/usr"), "file://elsewhere/usr");
+    EXPECT_EQ(paste("/tmp/file:"), "/tmp/file:");
+    // One that is typed stays as it is, and names the same folder.
+    Edit(Side::Left)->clear();
+    QTest::keyClicks(Edit(Side::Left), QString::fromStdString(FileUri(folder)));
+    EXPECT_EQ(program.Window().PathText(Side::Left), folder);
+    auto* text = new QMimeData;
+    text->setText(QString::fromStdString(FileUri(folder)));
+    EXPECT_EQ(Drop(Side::Right, text), folder);
+}
+
+TEST_F(PathBoxes, TheDialogStartsAtHomeUntilAFolderIsKnown) {
+    const std::string home = PathFromUser("~/");
+    ASSERT_FALSE(home.empty());
+    const auto start = [this](const std::string& text) {
+        program.Window().Box(Side::Left).Combo()->setEditText(QString::fromStdString(text));
+        program.messages.texts = {std::nullopt};
+        program.Window().Box(Side::Left).Icon(PathIcon::Select)->click();
+        return program.messages.startFolders.back();
+    };
+    EXPECT_EQ(start(std::string(kNoFolderPrompt)), home);
+    EXPECT_EQ(start(""), home);
+    EXPECT_EQ(start("/usr"), "/usr");
+    EXPECT_EQ(start("/no/such/folder"), program.folder.Path());
+}
+
+TEST_F(PathBoxes, TheSidesAreSwapped) {
+    program.CompareSamples();
+    auto* swap = program.Window().findChild<QToolButton*>(QStringLiteral("cmdSwapSides"));
+    ASSERT_NE(swap, nullptr);
+    swap->setFocus();
+    QTest::keyClick(swap, Qt::Key_Space);
+    EXPECT_EQ(program.Window().PathText(Side::Left), program.right + "/");
+    EXPECT_EQ(program.Window().PathText(Side::Right), program.left + "/");
+    EXPECT_TRUE(program.Get().panes.ShowsNoResult());
+    const BusyState::Job job(program.Get().busy);
+    EXPECT_FALSE(swap->isEnabled());
+}
+
+TEST_F(PathBoxes, TheLastPartnerOfAFolderIsOfferedWhenItIsChosen) {
+    for (const char* name : {"a", "b", "c", "d"}) program.workspace.MakeFolder(name);
+    const auto compare = [this](const char* left, const char* right) {
+        program.Window().SetPathText(Side::Left, program.workspace / left);
+        program.Window().SetPathText(Side::Right, program.workspace / right);
+        program.Get().GetCommands().Run("mnuFileCompareDirectories");
+    };
+    const auto offer = [this](Side side) {
+        return program.Window().findChild<QPushButton*>(
+            side == Side::Left ? QStringLiteral("cmdSourcePartner") : QStringLiteral("cmdTargetPartner"));
+    };
+    // By the arrow keys, as in the open list.
+    const auto choose = [this](Side side, const std::string& path) {
+        QComboBox* box = program.Window().Box(side).Combo();
+        box->setFocus();
+        for (int i = 0; i < box->count() && box->currentText().toStdString() != path; ++i)
+            QTest::keyClick(box, Qt::Key_Down);
+        ASSERT_EQ(box->currentText().toStdString(), path);
+    };
+    compare("a", "b");
+    compare("a", "d");
+    compare("c", "b");
+    choose(Side::Left, program.workspace / "a/");
+    ASSERT_TRUE(offer(Side::Right)->isVisible());
+    EXPECT_FALSE(offer(Side::Left)->isVisible());
+    QTest::keyClick(offer(Side::Right), Qt::Key_Space);
+    EXPECT_EQ(program.Window().PathText(Side::Right), program.workspace / "d/");
+    EXPECT_FALSE(offer(Side::Right)->isVisible());
+    // From the other side, and not what stands there already.
+    program.Window().Box(Side::Right).Combo()->setCurrentIndex(0);
+    choose(Side::Right, program.workspace / "d/");
+    EXPECT_FALSE(offer(Side::Left)->isVisible());
+    choose(Side::Left, program.workspace / "c/");
+    ASSERT_TRUE(offer(Side::Right)->isVisible());
+    // It goes with any other change.
+    program.Window().SetPathText(Side::Right, "/usr");
+    EXPECT_FALSE(offer(Side::Right)->isVisible());
+    // A folder that was taken out of the list is not offered.
+    program.Window().Box(Side::Right).SetFolders({program.workspace / "b/"});
+    choose(Side::Left, program.workspace / "a/");
+    EXPECT_FALSE(offer(Side::Right)->isVisible());
 }
 
 TEST_F(PathBoxes, GoToFolderCommands) {

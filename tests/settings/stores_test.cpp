@@ -131,6 +131,24 @@ TEST_F(StoresTest, PathHistoryHoldsTwentyFoldersOnceEach) {
     EXPECT_THAT(stored[1], ElementsAre("/" + std::string(300, 'x') + "/", "/"));
 }
 
+TEST_F(StoresTest, PathHistoryKnowsTheLastPartnerOfAFolder) {
+    const PathHistory history(files, folders);
+    PathHistory::Lists lists;
+    EXPECT_EQ(history.PartnerOf(0, "/a"), std::nullopt);
+    for (const auto& [left, right] :
+         {std::pair("/a", "/b"), std::pair("/a", "/c"), std::pair("/d", "/b"), std::pair("/a", "/b")})
+        ASSERT_TRUE(history.AddPathsToIni(left, right, lists).IsOk());
+    EXPECT_EQ(history.PartnerOf(0, "/a/"), "/b/");
+    EXPECT_EQ(history.PartnerOf(1, "/b"), "/a/");
+    EXPECT_EQ(history.PartnerOf(1, "/c"), "/a/");
+    EXPECT_EQ(history.PartnerOf(1, "/a"), std::nullopt);  // on that side it never was
+    for (int i = 0; i < 20; ++i)
+        ASSERT_TRUE(history.AddPathsToIni("/many/" + std::to_string(i), "/x", lists).IsOk());
+    EXPECT_EQ(history.PartnerOf(0, "/many/0"), "/x/");
+    EXPECT_EQ(history.PartnerOf(0, "/a"), std::nullopt);
+    EXPECT_EQ(history.PartnerOf(1, "/x"), "/many/19/");
+}
+
 TEST_F(StoresTest, PathHistoryPassesOverHolesAndThePrompt) {
     folder.Write("vantrel.ini",
                  "[Source]\nDir1=\nDir2=Press the folder icon with three dots -->\nDir20=/a/\nDir21=/no/\n");
@@ -139,8 +157,10 @@ TEST_F(StoresTest, PathHistoryPassesOverHolesAndThePrompt) {
     ASSERT_TRUE(history.PopulateDirComboBoxesFromIniFile(lists).IsOk());
     EXPECT_THAT(lists[0], ElementsAre("/a/"));
     ASSERT_TRUE(history.AddPathsToIni("/b", "/c", lists).IsOk());
-    EXPECT_EQ("[Source]\nDir1=/b/\nDir2=/a/\nDir20=\nDir21=/no/\n\n[Target]\nDir1=/c/\n",
-              folder.Read("vantrel.ini"));
+    EXPECT_EQ(
+        "[Source]\nDir1=/b/\nDir2=/a/\nDir20=\nDir21=/no/\n\n[Target]\nDir1=/c/\n\n[Extras]\n"
+        "PairLeft1=/b/\nPairRight1=/c/\n",
+        folder.Read("vantrel.ini"));
     ASSERT_TRUE(history.SaveFolderLists({}).IsOk());
     ASSERT_TRUE(history.PopulateDirComboBoxesFromIniFile(lists).IsOk());
     EXPECT_THAT(lists[0], ElementsAre(kNoFolderPrompt));

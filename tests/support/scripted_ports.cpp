@@ -50,7 +50,9 @@ std::optional<std::string> ScriptedMessages::AskForFile(const FileDialog& dialog
 }
 
 std::optional<std::string> ScriptedMessages::PickDirectory(const std::string& title,
-                                                           const std::string& prompt, const std::string&) {
+                                                           const std::string& prompt,
+                                                           const std::string& startFolder) {
+    startFolders.push_back(startFolder);
     shown.push_back({title, prompt, MessageIcon::None, MessageButtons::OkCancel, {}});
     return NextText();
 }

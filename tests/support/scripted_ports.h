@@ -18,7 +18,8 @@ class ScriptedMessages : public MessagePort {
     std::vector<Confirmation> confirmations;
     std::deque<MessageAnswer> answers;  // for Ask and Confirm, first to last
     std::deque<std::optional<std::string>>
-        texts;  // for the three dialogs that give a text; nothing: cancelled
+        texts;                              // for the three dialogs that give a text; nothing: cancelled
+    std::vector<std::string> startFolders;  // of the folder dialogs
     std::function<void(const Message&)> onMessage;  // to look at the state while a message stands
 
     MessageAnswer Ask(const Message& message) override;

@@ -6,6 +6,7 @@
 #include "core/cdir.h"
 #include "main/application.h"
 #include "main/commands/handlers.h"
+#include "platform/names/names.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -13,10 +14,17 @@ namespace {
 
 constexpr const char* kBrowseTitle = "Browse for Folder";
 
+// Where the folder dialog opens for a box whose text is no folder: at home while nothing was chosen yet.
+std::string StartOfSearch(const Application& application, const std::string& text) {
+    const std::string home = PathFromUser("~/");
+    const bool chosen = !text.empty() && text != kNoFolderPrompt;
+    return !chosen && application.tools.files.FolderExists(home) ? home : application.around.folders.appPath;
+}
+
 void SelectFolder(Application& application, Side side) {
     frmMain& window = application.Window();
     std::string start = window.PathText(side);
-    if (!application.tools.files.FolderExists(start)) start = application.around.folders.appPath;
+    if (!application.tools.files.FolderExists(start)) start = StartOfSearch(application, start);
     const auto picked = application.around.messages.PickDirectory(
         kBrowseTitle, side == Side::Left ? "Specify the left folder." : "Specify the right folder.", start);
     if (picked) window.SetPathText(side, *picked);

@@ -8,9 +8,11 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "core/row_texts.h"
@@ -18,8 +20,10 @@
 #include "main/command_table.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
+#include "platform/names/paths.h"
 #include "settings/options.h"
 #include "views/forms/dragged_paths.h"
+#include "views/forms/path_offer.h"
 
 namespace vantrel {
 namespace {
@@ -27,6 +31,7 @@ namespace {
 // The names of the controls of a side.
 constexpr PerSide<const char*> kBoxes{{"cboSourcePath", "cboTargetPath"}};
 constexpr PerSide<const char*> kPathIcons{{"imgSelectSource", "imgSelectTarget"}};
+constexpr PerSide<const char*> kOffers{{"cmdSourcePartner", "cmdTargetPartner"}};
 constexpr PerSide<const char*> kPanes{{"lvwSourceDirFiles", "lvwTargetDirFiles"}};
 
 }  // namespace
@@ -52,6 +57,9 @@ frmMain::frmMain(const Parts& parts, const std::string& appVersion)
     commands_.BindCheck("mnuViewSimilarities",
                         [this] { return parts_.panes.CheckedViewItem() == kViewSimilar; });
     commands_.BindCheck("mnuViewOther", [this] { return parts_.panes.CheckedViewItem() == kViewCustom; });
+    auto* find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this);
+    connect(find, &QShortcut::activated, this,
+            Guarded("txtFind", "GotFocus", [this] { panesWidget_->OpenFind(); }));
     parts_.panes.AddObserver(this);
     ViewSelectionsChanged();
 }
@@ -78,30 +86,77 @@ void frmMain::LayOut() {
     auto* column = new QVBoxLayout(centre);
     column->setContentsMargins(6, 6, 6, 2);
     column->setSpacing(6);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(4);
-    for (const Side side : kBothSides) {
-        boxes_[side] = new PathBox(side, parts_.tools.files, parts_.tools.loop, centre);
-        // The boxes share the width as the panes below them do, whatever their texts.
-        boxes_[side]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    }
-    ownFont_ = boxes_[Side::Left]->Combo()->font();
-    pathGap_ = new QWidget(centre);
-    row->addWidget(boxes_[Side::Left], 1);
-    row->addWidget(pathGap_);
-    row->addWidget(boxes_[Side::Right], 1);
+    MakePathRow(centre, column);
     panesWidget_ = new PanesWidget(parts_.panes, parts_.tools.locale, icons, centre);
     looks_.background =
         QPixmap(DialogPath(parts_.tools.folders.SupportFile(parts_.tools.files, "lvwback.gif")));
     connect(panesWidget_, &PanesWidget::PanesResized, this, &frmMain::ResizeForm);
-    column->addLayout(row);
     column->addWidget(panesWidget_, 1);
     setCentralWidget(centre);
     statusBar_ = new MainStatusBar(this);
     setStatusBar(statusBar_);
-    setTabOrder(boxes_[Side::Left]->Icon(PathIcon::Explore), boxes_[Side::Right]->Combo());
-    setTabOrder(boxes_[Side::Right]->Icon(PathIcon::Explore), &panesWidget_->View(Side::Left));
+    setTabOrder(boxes_[Side::Left]->Icon(PathIcon::Explore), cmdSwapSides_);
+    setTabOrder(cmdSwapSides_, boxes_[Side::Right]->Combo());
+    setTabOrder(boxes_[Side::Right]->Icon(PathIcon::Explore), offers_[Side::Left]);
+    setTabOrder(offers_[Side::Left], offers_[Side::Right]);
+    setTabOrder(offers_[Side::Right], &panesWidget_->View(Side::Left));
     boxes_[Side::Left]->setFocus();
+}
+
+void frmMain::MakePathRow(QWidget* centre, QBoxLayout* column) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(4);
+    PerSide<QVBoxLayout*> halves;
+    for (const Side side : kBothSides) {
+        boxes_[side] = new PathBox(side, parts_.tools.files, parts_.tools.loop, centre);
+        // The boxes share the width as the panes below them do, whatever their texts.
+        boxes_[side]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        offers_[side] = new PathOffer(centre);
+        offers_[side]->setObjectName(QLatin1String(kOffers[side]));
+        connect(offers_[side], &PathOffer::Taken, this,
+                Guarded(kOffers[side], "Click",
+                        [this, side](const std::string& path) { SetPathText(side, path); }));
+        halves[side] = new QVBoxLayout;
+        halves[side]->setSpacing(2);
+        halves[side]->addWidget(boxes_[side]);
+        halves[side]->addWidget(offers_[side]);
+        halves[side]->addStretch(1);
+    }
+    ownFont_ = boxes_[Side::Left]->Combo()->font();
+    cmdSwapSides_ = new QToolButton(centre);
+    cmdSwapSides_->setObjectName(QStringLiteral("cmdSwapSides"));
+    cmdSwapSides_->setIcon(CommandIcon(QLatin1String("swap")));
+    cmdSwapSides_->setIconSize({16, 16});
+    cmdSwapSides_->setAutoRaise(true);
+    cmdSwapSides_->setFocusPolicy(Qt::TabFocus);
+    cmdSwapSides_->setToolTip(QStringLiteral("Swap the Left and the Right Folder"));
+    cmdSwapSides_->setAccessibleName(cmdSwapSides_->toolTip());
+    connect(cmdSwapSides_, &QToolButton::clicked, this,
+            Guarded("cmdSwapSides", "Click", [this] { SwapSides(); }));
+    row->addLayout(halves[Side::Left], 1);
+    row->addWidget(cmdSwapSides_, 0, Qt::AlignTop);
+    row->addLayout(halves[Side::Right], 1);
+    column->addLayout(row);
+}
+
+void frmMain::SwapSides() {
+    if (parts_.busy.IsBusy()) return;
+    const PerSide<std::string> paths{{PathText(Side::Left), PathText(Side::Right)}};
+    for (const Side side : kBothSides) SetPathText(side, paths[Other(side)]);
+}
+
+// The folder with which the one just chosen was compared last, for the other side, if it still is in the list
+// there and not in the box already.
+void frmMain::OfferPartner(Side side) {
+    const auto partner = parts_.history.PartnerOf(Index(side), PathText(side));
+    PathBox* other = boxes_[Other(side)];
+    const auto folders = other->Folders();
+    if (!partner || std::ranges::find(folders, *partner) == folders.end()) return;
+    if (NormalizePath(other->Path()) != NormalizePath(*partner)) offers_[Other(side)]->Offer(*partner);
+}
+
+void frmMain::HideOffers() {
+    for (const Side side : kBothSides) offers_[side]->hide();
 }
 
 void frmMain::WirePathBox(Side side) {
@@ -109,8 +164,12 @@ void frmMain::WirePathBox(Side side) {
     box->SetState({.busy = [this] { return parts_.busy.IsBusy(); },
                    .fillingOrRun = [this] { return PopulatingFolderCombos || parts_.compare.RunningCompare; },
                    .autoComplete = [this] { return parts_.options.autoCompleteFolderPath; }});
-    connect(box, &PathBox::Changed, this,
-            Guarded(kBoxes[side], "Change", [this] { parts_.panes.RemoveListItemsAndShowNoCompareMsg(); }));
+    connect(box, &PathBox::Changed, this, Guarded(kBoxes[side], "Change", [this] {
+                HideOffers();
+                parts_.panes.RemoveListItemsAndShowNoCompareMsg();
+            }));
+    connect(box, &PathBox::ChosenFromList, this,
+            Guarded(kBoxes[side], "Click", [this, side] { OfferPartner(side); }));
     connect(box, &PathBox::CompareRequested, this, Guarded(kBoxes[side], "KeyPress", [this] {
                 if (hooks_.compare) hooks_.compare();
             }));
@@ -126,8 +185,9 @@ void frmMain::WirePane(Side side) {
     const auto guarded = [this, side](const char* event, auto work) {
         return Guarded(kPanes[side], event, work);
     };
-    connect(view, &PaneView::RowActivated, this, guarded("DblClick", [this, side](std::size_t row) {
-                popups_.DoubleClick(side, row, QCursor::pos());
+    connect(view, &PaneView::RowActivated, this,
+            guarded("DblClick", [this, side](std::size_t row, const QPoint& position) {
+                popups_.DoubleClick(side, row, position);
             }));
     connect(view, &PaneView::MenuRequested, this,
             guarded("MouseUp", [this, side](const QPoint& position) { popups_.Open(side, position); }));
@@ -177,6 +237,11 @@ void frmMain::StatusTextsChanged() {
     statusBar_->SetPanel(4, parts_.panes.ViewText());
 }
 
+void frmMain::ViewSelectionsChanged() {
+    commands_.RefreshChecks();
+    statusBar_->SetHiddenTypes(parts_.panes.ViewSelections().HiddenTypesText());
+}
+
 void frmMain::PopulateDirComboBoxesFromIniFile() {
     PathHistory::Lists lists;
     const Error error = parts_.history.PopulateDirComboBoxesFromIniFile(lists);
@@ -212,6 +277,8 @@ void frmMain::BusyChanged(bool busy) {
     if (busy) focusBeforeJob_ = qobject_cast<QToolButton*>(focusWidget());
     for (const Side side : kBothSides) boxes_[side]->ShowBusy(busy);
     panesWidget_->ShowBusy(busy);
+    cmdSwapSides_->setEnabled(!busy);
+    if (busy) HideOffers();
     if (busy) return;
     if (focusBeforeJob_) focusBeforeJob_->setFocus();
     if (closeAfterJob_) QTimer::singleShot(0, this, &frmMain::close);

@@ -21,10 +21,14 @@
 #include "views/forms/toolbars.h"
 #include "views/result_panes.h"
 
+class QBoxLayout;
+class QToolButton;
+
 namespace vantrel {
 
 struct Options;
 enum class ShownBy;
+class PathOffer;
 
 // The main window: the menus, the strips, the path boxes, the panes and the status bar, and the wires between
 // them. What the commands do is hung in from outside (Commands::SetHandler); it keeps no result and no option
@@ -125,12 +129,16 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
                 parts_.tools.reporter.GuardRun(routine, [&] { work(values...); });
             };
     }
+    void MakePathRow(QWidget* centre, QBoxLayout* column);
+    void SwapSides();
+    void OfferPartner(Side side);
+    void HideOffers();
     void OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
     void DragOut(Side side);
 
     void BusyChanged(bool busy) override;
     void StatusTextsChanged() override;
-    void ViewSelectionsChanged() override { commands_.RefreshChecks(); }
+    void ViewSelectionsChanged() override;
 
     Parts parts_;
     Hooks hooks_;
@@ -139,7 +147,8 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     PopupMenus popups_;
     PerSide<PathBox*> boxes_;
     PanesWidget* panesWidget_ = nullptr;
-    QWidget* pathGap_ = nullptr;  // between the path boxes, above the strip of toggles
+    QToolButton* cmdSwapSides_ = nullptr;  // between the path boxes, above the strip of toggles
+    PerSide<PathOffer*> offers_;           // below the path boxes
     MainStatusBar* statusBar_ = nullptr;
     CommandStrip* coolBar_ = nullptr;
     CommandStrip* toolbar_ = nullptr;

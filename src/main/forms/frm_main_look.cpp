@@ -53,6 +53,13 @@ constexpr PerSide<ColumnMembers> kColumns{
     {ColumnMembers{&Options::sourceColumnOne, &Options::sourceColumnTwo, &Options::sourceColumnThree},
      ColumnMembers{&Options::targetColumnOne, &Options::targetColumnTwo, &Options::targetColumnThree}}};
 
+// While they are the defaults, the columns are fitted: whoever changes one wants it so.
+PaneView::Widths StoredWidths(const Options& options, Side side) {
+    PaneView::Widths widths{};
+    for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = options.*kColumns[side][i];
+    return widths;
+}
+
 }  // namespace
 
 void frmMain::ShowOption(ShownBy part) {
@@ -67,6 +74,9 @@ void frmMain::ShowOption(ShownBy part) {
             ShowLooks();
             break;
         case ShownBy::Scrolling:
+            panesWidget_->Scrolling().SetFollows(parts_.options.coupleAllScrolling
+                                                     ? PaneScrolling::Follows::AllMoves
+                                                     : PaneScrolling::Follows::Bars);
             panesWidget_->Scrolling().SetOn(parts_.options.syncScrolling);
             break;
         case ShownBy::CheckMark:
@@ -98,9 +108,8 @@ void frmMain::ShowLooks() {
 void frmMain::RestoreGeometry() {
     const Options& options = parts_.options;
     for (const Side side : kBothSides) {
-        PaneView::Widths widths{};
-        for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = options.*kColumns[side][i];
-        panesWidget_->View(side).SetColumnWidths(widths);
+        panesWidget_->View(side).SetColumnWidths(StoredWidths(options, side));
+        panesWidget_->SetColumnsFitted(side, StoredWidths(options, side) == StoredWidths(Options(), side));
     }
     const TwipsRect stored{options.left, options.top, options.width, options.height};
     setMinimumSize(kLeastSize);
@@ -111,7 +120,9 @@ void frmMain::RestoreGeometry() {
 
 bool frmMain::CollectGeometry(Options& options) const {
     for (const Side side : kBothSides) {
-        const PaneView::Widths widths = panesWidget_->View(side).ColumnWidths();
+        const PaneView& view = panesWidget_->View(side);
+        const PaneView::Widths widths =
+            view.AreColumnsFitted() ? StoredWidths(Options(), side) : view.ColumnWidths();
         for (std::size_t i = 0; i < widths.size(); ++i) options.*kColumns[side][i] = widths[i];
     }
     options.windowState = isMaximized() ? WindowState::Maximized : WindowState::Normal;
@@ -132,7 +143,7 @@ void frmMain::resizeEvent(QResizeEvent* event) {
 // The layouts keep panes and boxes fitted; what is left are the parts that must stand below or above others.
 void frmMain::ResizeForm() {
     if (isMinimized()) return;
-    pathGap_->setFixedWidth(panesWidget_->Toggles().width());
+    cmdSwapSides_->setFixedWidth(panesWidget_->Toggles().width());
     const PaneView& right = panesWidget_->View(Side::Right);
     statusBar_->FitToPanes(right.mapTo(this, QPoint(0, 0)).x());
 }

@@ -119,12 +119,8 @@ void frmSubDirDiffs::StatusTextsChanged() {
     StatusBar1->SetPanel(2, lists_.StatusText(Side::Right));
 }
 
-// The panes stay where they were scrolled to.
 void frmSubDirDiffs::CopyItemsFromHiddenLVWToVisibleLVW() {
-    PerSide<int> tops;
-    for (const Side side : kBothSides) tops[side] = View(side).TopItem();
     lists_.CopyItemsFromHiddenLVWToVisibleLVW();
-    for (const Side side : kBothSides) View(side).SetTopItem(tops[side]);
 }
 
 SelectedTexts frmSubDirDiffs::SelectedObjects() const {

@@ -29,16 +29,13 @@ constexpr PerSide<const char*> kFolderLabels{{"lblFolderOne", "lblFolderTwo"}};
 
 // The rest of a pane's width is shared by names and dates as it was before; the size takes a tenth, and as
 // much as it needs at least.
-PaneView::Widths ColumnsFor(const PaneView& view, int width, bool isFirst, const LocaleFormats& locale) {
-    constexpr int kRoom = 20;
-    const QFontMetrics font = view.fontMetrics();
+PaneView::Widths ColumnsFor(const PaneView& view, int width, bool isFirst) {
     const PaneView::Widths now = view.ColumnWidths();
-    const int size = std::max(width / 10, font.horizontalAdvance(QStringLiteral("9,999,999")) + kRoom);
+    const int size = std::max(width / 10, view.WidthForContents(PaneModel::Size));
     const int rest = std::max(width - size, 2);
     int date = 0;
     if (isFirst) {
-        const FileTime widest = FileTime::FromUnix(1'388'534'399, 0);  // 2013-12-31 23:59:59
-        date = std::min(rest * 2 / 5, font.horizontalAdvance(ToQString(locale.DateTime(widest))) + kRoom);
+        date = std::min(rest * 2 / 5, view.WidthForContents(PaneModel::ModifiedDate));
     } else {
         date = now[PaneModel::ModifiedDate] * rest /
                std::max(now[PaneModel::Name] + now[PaneModel::ModifiedDate], 1);
@@ -147,12 +144,11 @@ void frmSubDirDiffs::LayOut() {
     const ResultIcons icons = [](ResultType type, bool colour) {
         return ResultTypeIcon(static_cast<int>(type), colour ? IconColours::Colour : IconColours::Gray);
     };
-    panes_ = new AlignedPanesWidget(lists_,
-                                    {.viewNames = kPanes,
-                                     .content = PaneModel::Content::SubFolder,
-                                     .follows = PaneScrolling::Follows::AllMoves},
+    panes_ = new AlignedPanesWidget(lists_, {.viewNames = kPanes, .content = PaneModel::Content::SubFolder},
                                     application_.tools.locale, icons, this);
     panes_->SetLooks(application_.Window().Looks());
+    panes_->Scrolling().SetFollows(application_.options.coupleAllScrolling ? PaneScrolling::Follows::AllMoves
+                                                                           : PaneScrolling::Follows::Bars);
     panes_->Scrolling().SetOn(application_.options.syncScrolling);
     connect(panes_, &AlignedPanesWidget::PanesResized, this, &frmSubDirDiffs::FitPanes);
     middle->addWidget(panes_, 1);
@@ -167,7 +163,7 @@ void frmSubDirDiffs::WirePane(Side side) {
         return Guarded(kPanes[side], event, work);
     };
     connect(view, &PaneView::RowActivated, this,
-            guarded("_DblClick", [this, side](std::size_t row) { OpenRow(side, row); }));
+            guarded("_DblClick", [this, side](std::size_t row, const QPoint&) { OpenRow(side, row); }));
     connect(view, &PaneView::MenuRequested, this, [this](const QPoint& position) {
         if (!commands_.IsBusy()) commands_.Menu("mnuFile")->popup(position);
     });
@@ -189,7 +185,7 @@ void frmSubDirDiffs::FitPanes() {
         PaneView& view = View(side);
         const int width = view.width() - 2 * view.frameWidth() - view.verticalScrollBar()->sizeHint().width();
         if (width <= 0 || width == laidOutWidths_[side]) continue;
-        view.SetColumnWidths(ColumnsFor(view, width, laidOutWidths_[side] == 0, application_.tools.locale));
+        view.SetColumnWidths(ColumnsFor(view, width, laidOutWidths_[side] == 0));
         laidOutWidths_[side] = width;
     }
     StatusBar1->FitToPanes(showsProgress_ ? width() : View(Side::Right).mapTo(this, QPoint(0, 0)).x());

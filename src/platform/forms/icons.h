@@ -12,12 +12,12 @@ namespace vantrel {
 enum class IconColours { Colour, Gray };
 
 // "compare-folders", "compare-files", "dupes", "sync", "copy", "move", "delete", "options", "print", "exit",
-// "help"; beside the path boxes "select-folder", "parent", "new-folder", "explore". Of the difference viewer:
-// "select-file-one", "select-file-two", "previous-difference", "next-difference", "find", "find-next",
-// "find-previous", "toggle-bookmark", "next-bookmark", "previous-bookmark", "clear-bookmarks", "go-back", and
-// its row markers "row-arrow", "row-differ-arrow", "row-orphan-arrow", "row-bookmark", "row-bookmark-arrow".
-// Of the printed page: "page-portrait", "page-landscape".
-// The empty icon for any other name.
+// "help"; beside the path boxes "select-folder", "parent", "new-folder", "explore", "swap". Of the difference
+// viewer: "select-file-one", "select-file-two", "previous-difference", "next-difference", "find",
+// "find-next", "find-previous", "toggle-bookmark", "next-bookmark", "previous-bookmark", "clear-bookmarks",
+// "go-back", and its row markers "row-arrow", "row-differ-arrow", "row-orphan-arrow", "row-bookmark",
+// "row-bookmark-arrow". Of the printed page: "page-portrait", "page-landscape". The empty icon for any other
+// name.
 QIcon CommandIcon(QLatin1String name);
 
 // For the result types 1 (newer) to 8 (orphan folder), drawn on a grid of 16; the empty icon for any other.

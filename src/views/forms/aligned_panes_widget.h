@@ -3,10 +3,13 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 #include "views/aligned_panes.h"
+#include "views/forms/find_line.h"
 #include "views/forms/pane_scrolling.h"
 #include "views/forms/pane_view.h"
+#include "views/row_search.h"
 
 class QHBoxLayout;
 
@@ -22,7 +25,6 @@ class AlignedPanesWidget : public QWidget, protected ResultPanesObserver {
     struct Setting {
         PerSide<const char*> viewNames;  // of the two lists
         PaneModel::Content content = PaneModel::Content::Results;
-        PaneScrolling::Follows follows = PaneScrolling::Follows::Bars;
     };
     // All must outlive the widget.
     AlignedPanesWidget(AlignedPanes& panes, const Setting& setting, const LocaleFormats& locale,
@@ -33,6 +35,14 @@ class AlignedPanesWidget : public QWidget, protected ResultPanesObserver {
     PaneScrolling& Scrolling() const { return *scrolling_; }
 
     void SetLooks(const PaneLooks& looks);  // of both panes
+    // Whether the columns of the pane follow its contents, font and width, until the user changes one of
+    // them. Otherwise they are as wide as PaneView::SetColumnWidths makes them.
+    void SetColumnsFitted(Side side, bool fitted);
+
+    // The find line under the panes: shows it and goes there. F3 and Shift+F3 go on in the same window, and
+    // open it where nothing is searched for yet.
+    void OpenFind();
+    FindLine& Find() const { return *findLine_; }
 
   Q_SIGNALS:
     void PanesResized();  // also at first: status panels take the widths of the panes
@@ -47,12 +57,25 @@ class AlignedPanesWidget : public QWidget, protected ResultPanesObserver {
 
   private:
     class Selector;
+    void MakeView(Side side, const Setting& setting, const LocaleFormats& locale, const ResultIcons& icons);
+    void MakeFindLine();
     void AlignHorizontalBars();
+    void FitColumns();
+    // In the find line.
+    PerSide<const PaneList*> Lists() const;
+    std::size_t StartOfSearch() const;
+    void Search(FindLine::Step step);
+    void GoOn(FindLine::Step step);
+    void ShowMarks();
+    void EndSearch();
 
     AlignedPanes& panes_;
     PerSide<std::unique_ptr<Selector>> selectors_;
     PerSide<PaneView*> views_;
     PaneScrolling* scrolling_ = nullptr;
+    FindLine* findLine_ = nullptr;
+    RowSearch search_;
+    std::optional<std::size_t> found_;
 };
 
 }  // namespace vantrel

@@ -6,8 +6,12 @@ namespace vantrel {
 
 class PaneView;
 
-// Paints the cells of a pane: the selection from the rows, a frame round the selected item, and a quiet tint
-// on the rows that stand for no object.
+inline constexpr int kRoomBehindSize = 6;  // keeps the sizes off the dates beside them
+inline constexpr int kRoomBesideIcon = 10;
+
+// Paints the cells of a pane: the selection from the rows, a frame round the selected item, the marks of a
+// search, and a quiet tint with a line on the rows that stand for no object. A number that has no room is not
+// cut, which would make another one of it: signs stand in its place.
 class PaneDelegate : public QStyledItemDelegate {
     Q_OBJECT
   public:
@@ -23,6 +27,8 @@ class PaneDelegate : public QStyledItemDelegate {
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
   private:
+    void DrawMark(QPainter& painter, const QStyleOptionViewItem& cell, std::size_t row) const;
+
     PaneView& view_;
 };
 

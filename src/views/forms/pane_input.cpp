@@ -77,7 +77,7 @@ bool PaneView::HandleCommandKey(const QKeyEvent& event) {
             return true;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            if (item && List().SelectedObject()) Q_EMIT RowActivated(*item);
+            if (item && List().SelectedObject()) Q_EMIT RowActivated(*item, MenuPlace(*item));
             return item.has_value();
         case Qt::Key_Space:
             if (item) selector_.Click(item, {.extend = shift, .toggle = !shift});
@@ -184,18 +184,21 @@ void PaneView::mouseDoubleClickEvent(QMouseEvent* event) {
     clickOnRelease_.reset();
     if (event->button() != Qt::LeftButton || !selector_.IsEnabled()) return;
     const auto row = RowAt(event->position().toPoint());
-    if (row && List()[*row].IsReal()) Q_EMIT RowActivated(*row);
+    if (row && List()[*row].IsReal()) Q_EMIT RowActivated(*row, event->globalPosition().toPoint());
+}
+
+QPoint PaneView::MenuPlace(std::size_t row) {
+    EnsureVisible(row);
+    const QRect place = RectOfRow(row) & viewport()->rect();
+    return viewport()->mapToGlobal(place.bottomLeft() + QPoint(iconSize().width(), 0));
 }
 
 void PaneView::contextMenuEvent(QContextMenuEvent* event) {
     if (!selector_.IsEnabled()) return;
     QPoint position = event->globalPos();
     const auto item = List().SelectedItem();
-    if (event->reason() == QContextMenuEvent::Keyboard) {
-        if (item) EnsureVisible(*item);
-        const QPoint corner = item ? RectOfRow(*item).bottomLeft() + QPoint(iconSize().width(), 0) : QPoint();
-        position = viewport()->mapToGlobal(corner);
-    }
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        position = item ? MenuPlace(*item) : viewport()->mapToGlobal(QPoint());
     event->accept();
     Q_EMIT MenuRequested(position);
 }

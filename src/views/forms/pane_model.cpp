@@ -28,17 +28,39 @@ int AlignmentOf(int column) {
     return static_cast<int>(Qt::AlignVCenter | (column == PaneModel::Size ? Qt::AlignRight : Qt::AlignLeft));
 }
 
+// Of each month one late in the morning and one late in the evening: every name of a month and of a half of
+// the day that there is, and two digits wherever there can be two.
+QStringList DatesOfAllLengths(const LocaleFormats& locale) {
+    constexpr std::int64_t kDay = 86'400;
+    constexpr std::int64_t kFirst = 1'832'673'598;  // 2028-01-28 11:59:58
+    QStringList dates;
+    for (int month = 0; month < 12; ++month)
+        for (const std::int64_t hours : {0, 12})
+            dates << ToQString(
+                locale.DateTime(FileTime::FromUnix(kFirst + month * 30 * kDay + hours * 3'600, 0)));
+    return dates;
+}
+
 }  // namespace
 
 PaneModel::PaneModel(const PaneList& list, Side side, Content content, const LocaleFormats& locale,
                      const ResultIcons& icons, QObject* parent)
-    : QAbstractTableModel(parent), list_(list), side_(side), content_(content), locale_(locale) {
+    : QAbstractTableModel(parent),
+      list_(list),
+      side_(side),
+      content_(content),
+      locale_(locale),
+      sampleDates_(DatesOfAllLengths(locale)) {
     // A row without a type keeps its name in line with those that have one.
     QPixmap blank(16, 16);
     blank.fill(Qt::transparent);
     icons_[0] = QIcon(blank);
     for (int type = 1; icons && type <= kResultTypeCount; ++type)
         icons_[static_cast<std::size_t>(type)] = icons(static_cast<ResultType>(type), true);
+}
+
+QString PaneModel::LargestSizeText() const {
+    return ToQString(locale_.Number(list_.LargestSize()));
 }
 
 void PaneModel::Reset() {

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QIcon>
+#include <QStringList>
 
 #include <array>
 
@@ -30,6 +31,10 @@ class PaneModel : public QAbstractTableModel {
     // The rows are others now.
     void Reset();
 
+    // The largest of all sizes, and dates of all lengths, as their columns show them.
+    QString LargestSizeText() const;
+    const QStringList& SampleDates() const { return sampleDates_; }
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -45,6 +50,7 @@ class PaneModel : public QAbstractTableModel {
     Content content_;
     const LocaleFormats& locale_;
     std::array<QIcon, kResultTypeCount + 1> icons_;
+    QStringList sampleDates_;
 };
 
 }  // namespace vantrel

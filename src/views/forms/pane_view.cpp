@@ -82,8 +82,14 @@ void PaneView::SetUpHeaders() {
     header->setHighlightSections(false);
     header->setStretchLastSection(false);
     header->setMinimumSectionSize(24);
-    // A double click on the border of a column would size it to its contents.
+    // The table's own way would ask a great many rows.
     disconnect(header, &QHeaderView::sectionHandleDoubleClicked, this, nullptr);
+    connect(header, &QHeaderView::sectionHandleDoubleClicked, this, [this](int column) {
+        setColumnWidth(column, WidthForContents(static_cast<PaneModel::Column>(column)));
+    });
+    connect(header, &QHeaderView::sectionResized, this, [this] {
+        if (!fitting_) fitted_ = false;
+    });
 }
 
 void PaneView::FitRowHeight() {
@@ -101,6 +107,7 @@ PaneView::Widths PaneView::ColumnWidths() const {
 }
 
 void PaneView::SetColumnWidths(const Widths& widths) {
+    fitted_ = false;
     for (std::size_t i = 0; i < widths.size(); ++i)
         if (widths[i] > 0) setColumnWidth(static_cast<int>(i), widths[i]);
 }
@@ -114,9 +121,17 @@ void PaneView::SetLooks(const PaneLooks& looks) {
 }
 
 void PaneView::ShowNewRows() {
+    // Taken first: while the rows change, the view scrolls by itself.
+    const auto top = static_cast<int>(List().TopRow());
+    marks_ = {};
     model_.Reset();
-    scrollToTop();
     ShowSelection();
+    SetTopItem(top);
+}
+
+void PaneView::SetMarks(PaneMarks marks) {
+    marks_ = std::move(marks);
+    viewport()->update();
 }
 
 void PaneView::ShowSelection() {
@@ -166,6 +181,11 @@ void PaneView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
 }
 
+void PaneView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    Q_EMIT RoomChanged();
+}
+
 void PaneView::scrollContentsBy(int dx, int dy) {
     QTableView::scrollContentsBy(dx, dy);
     // The tiles stand still while the rows move over them.
@@ -185,7 +205,9 @@ void PaneView::focusOutEvent(QFocusEvent* event) {
 
 void PaneView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) FitRowHeight();
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange) return;
+    FitRowHeight();
+    Q_EMIT RoomChanged();
 }
 
 }  // namespace vantrel

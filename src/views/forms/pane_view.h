@@ -21,6 +21,12 @@ struct PaneLooks {
     QPixmap background;  // tiled behind the rows; without one the pane is plain
 };
 
+// What a search marks in a pane.
+struct PaneMarks {
+    std::function<bool(std::size_t)> fits;  // asked for the rows that are painted; not set: nothing does
+    std::optional<std::size_t> found;       // the row that the search has come to
+};
+
 // Where the clicks and keys of a pane go: they change the rows of the PaneList that the pane shows.
 class PaneSelector {
   public:
@@ -34,8 +40,8 @@ class PaneSelector {
     virtual void DeselectAll() = 0;
 };
 
-// A result pane: a table whose selection lives in the rows of its list. All rows are of one height, columns
-// are never sized to contents, and a click on a header does nothing.
+// A result pane: a table whose selection lives in the rows of its list. All rows are of one height, no column
+// is sized by asking every row, and a click on a header does nothing.
 class PaneView : public QTableView {
     Q_OBJECT
   public:
@@ -47,10 +53,21 @@ class PaneView : public QTableView {
     // Pixels, of the three columns.
     using Widths = std::array<int, PaneModel::ColumnCount>;
     Widths ColumnWidths() const;
-    void SetColumnWidths(const Widths& widths);  // a width that is not above 0 leaves its column
+    // A width that is not above 0 leaves its column. Ends the fitting.
+    void SetColumnWidths(const Widths& widths);
     void SetLooks(const PaneLooks& looks);
+    // The columns are fitted by FitColumns until the user changes one of them.
+    void SetColumnsFitted(bool fitted) { fitted_ = fitted; }
+    bool AreColumnsFitted() const { return fitted_; }
+    // What all texts of the column need, its heading too; of names, the longest ones.
+    int WidthForContents(PaneModel::Column column) const;
+    // Sizes and dates take these widths and the names the rest, if the columns are to be fitted.
+    void FitColumns(const Widths& widths);
 
-    // The rows are others now: shows them from the top.
+    void SetMarks(PaneMarks marks);
+    const PaneMarks& Marks() const { return marks_; }
+
+    // The rows are others now: shows them from the list's top row.
     void ShowNewRows();
     // The selection or the selected item changed.
     void ShowSelection();
@@ -64,12 +81,14 @@ class PaneView : public QTableView {
     void keyboardSearch(const QString& text) override;
 
   Q_SIGNALS:
-    void RowActivated(std::size_t row);  // double click or Enter on a real row
+    // Double click or Enter on a real row, and where a menu is to open that follows.
+    void RowActivated(std::size_t row, const QPoint& globalPosition);
     void MenuRequested(const QPoint& globalPosition);
     void DeleteRequested(bool permanently);
     void DragRequested();  // out of the pane, over a selected row
     void UrisDropped(const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
     void ScrolledByBar(int topItem);  // by the scroll bar only, not by wheel or keys
+    void RoomChanged();               // the width or the font
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -83,6 +102,7 @@ class PaneView : public QTableView {
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -93,6 +113,8 @@ class PaneView : public QTableView {
     void SetUpLook();
     void SetUpHeaders();
     void FitRowHeight();
+    int WidthOfLongestNames() const;
+    QPoint MenuPlace(std::size_t row);  // below the beginning of its name; of the screen
     std::optional<std::size_t> GoalOfKey(int key) const;
     bool HandleCommandKey(const QKeyEvent& event);
     void PressLeft(std::optional<std::size_t> row, SelectionKeys keys);
@@ -103,6 +125,9 @@ class PaneView : public QTableView {
     PaneModel& model_;
     PaneSelector& selector_;
     QPixmap background_;
+    PaneMarks marks_;
+    bool fitted_ = false;
+    bool fitting_ = false;  // the columns change, and not by the user's hand
     QPoint pressedAt_;
     std::optional<std::size_t> clickOnRelease_;  // a press on a selected row may begin a drag
     SelectionKeys releaseKeys_;

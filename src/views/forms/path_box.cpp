@@ -8,12 +8,16 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QToolButton>
+#include <utility>
 
 #include "platform/forms/icons.h"
 #include "platform/forms/qt_text.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
+#include "platform/names/uri_list.h"
+#include "settings/path_history.h"
 #include "views/forms/dragged_paths.h"
 
 namespace vantrel {
@@ -70,7 +74,9 @@ void PathBox::MakeCombo() {
     setFocusProxy(combo_);
     connect(combo_, &QComboBox::editTextChanged, this, &PathBox::OnTextChanged);
     connect(combo_, &QComboBox::activated, this, [this] {
-        if (!state_.busy()) OnTextChanged();
+        if (state_.busy()) return;
+        OnTextChanged();
+        Q_EMIT ChosenFromList();
     });
     connect(combo_->lineEdit(), &QLineEdit::returnPressed, this, [this] {
         if (!state_.busy()) Q_EMIT CompareRequested();
@@ -101,7 +107,9 @@ void PathBox::ShowBusy(bool busy) {
 }
 
 std::string PathBox::Path() const {
-    return PathFromUser(FromQString(combo_->currentText()));
+    const std::string text = FromQString(combo_->currentText());
+    std::string named = PathFromFileUri(text);
+    return named.empty() ? PathFromUser(text) : named;
 }
 
 void PathBox::SetPath(std::string_view path) {
@@ -125,9 +133,35 @@ std::vector<std::string> PathBox::Folders() const {
 }
 
 void PathBox::OnTextChanged() {
-    if (state_.fillingOrRun()) return;
+    if (TakeAddress() || state_.fillingOrRun()) return;
     Q_EMIT Changed();
     if (state_.autoComplete()) autoComplete_.Run(*this);
+}
+
+// An address that comes in one piece was pasted. Its first line becomes the path that it names, and by that
+// change all follows. One that is typed stays until it is used.
+bool PathBox::TakeAddress() {
+    const QString text = combo_->currentText();
+    const qsizetype added = text.size() - std::exchange(lengthBefore_, text.size());
+    if (added < 2) return false;
+    const std::string path = PathFromFileUri(FromQString(text.trimmed().section(QLatin1Char('\n'), 0, 0)));
+    if (path.empty()) return false;
+    SetPathOfObject(path);
+    return true;
+}
+
+// Of a file its folder.
+void PathBox::SetPathOfObject(const std::string& path) {
+    SetPath(files_.FileExists(path) ? GetParentFolderName(path) : path);
+}
+
+// A click into the prompt is meant for what will stand there instead.
+bool PathBox::SelectPrompt(const QEvent& event) {
+    const auto& mouse = static_cast<const QMouseEvent&>(event);
+    if (mouse.button() != Qt::LeftButton || FromQString(combo_->currentText()) != kNoFolderPrompt)
+        return false;
+    combo_->lineEdit()->selectAll();
+    return true;
 }
 
 std::string PathBox::Text() const {
@@ -147,6 +181,10 @@ bool PathBox::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::KeyPress:
             // Seen before the box takes the key, and so before its text changes.
             autoComplete_.SetArmed(IsPrintable(static_cast<QKeyEvent&>(*event)));
+            break;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            if (watched == combo_->lineEdit() && SelectPrompt(*event)) return true;
             break;
         case QEvent::DragEnter:
         case QEvent::DragMove:
@@ -173,8 +211,7 @@ bool PathBox::TakeDrop(QEvent* event) {
 
     const std::vector<std::string> paths = DroppedPaths(*drop.mimeData());
     if (!paths.empty()) {
-        const std::string& first = paths.front();
-        SetPath(files_.FileExists(first) ? GetParentFolderName(first) : first);
+        SetPathOfObject(paths.front());
     } else if (drop.mimeData()->hasText()) {
         combo_->setEditText(drop.mimeData()->text().section(QLatin1Char('\n'), 0, 0).trimmed());
     }

@@ -37,7 +37,7 @@ class PathBox : public QWidget, private AutoCompleteBox {
     // The pictures look disabled while a job runs.
     void ShowBusy(bool busy);
 
-    // The text in the engine's form.
+    // The text in the engine's form; of a "file:" address, the path that it names.
     std::string Path() const;
     void SetPath(std::string_view path);
     // The recent folders, the first one shown. The text of the box is replaced.
@@ -50,6 +50,7 @@ class PathBox : public QWidget, private AutoCompleteBox {
   Q_SIGNALS:
     // The path is another one, by whatever hand, or one was chosen from the list.
     void Changed();
+    void ChosenFromList();  // after Changed
     // Enter in the box.
     void CompareRequested();
     void IconClicked(PathIcon icon);
@@ -62,6 +63,9 @@ class PathBox : public QWidget, private AutoCompleteBox {
     void MakeIcons();
     void OnTextChanged();
     bool TakeDrop(QEvent* event);
+    bool TakeAddress();
+    void SetPathOfObject(const std::string& path);
+    bool SelectPrompt(const QEvent& event);
     std::string Text() const override;
     void SetTextWithProposal(const std::string& text, std::size_t selectFrom) override;
 
@@ -70,6 +74,7 @@ class PathBox : public QWidget, private AutoCompleteBox {
     AutoCompletePath autoComplete_;
     State state_;
     QComboBox* combo_ = nullptr;
+    qsizetype lengthBefore_ = 0;  // of the text, before it changed
     std::array<QToolButton*, kPathIconCount> icons_{};
 };
 

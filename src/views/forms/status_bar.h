@@ -2,12 +2,13 @@
 
 #include <QStatusBar>
 #include <array>
+#include <string>
 #include <string_view>
 
 namespace vantrel {
 
 // StatusBar1: panels 1 and 2 stand below the panes and tell of them, panel 3 of the filters, panel 4 of the
-// view.
+// view. What that view hides stands behind its name.
 class MainStatusBar : public QStatusBar {
     Q_OBJECT
 
@@ -20,6 +21,8 @@ class MainStatusBar : public QStatusBar {
     void SetPanel(int number, std::string_view text);
     QString PanelText(int number) const;
     void Reset();
+    // What the view hides, or nothing. Before a view was applied its name stands there too.
+    void SetHiddenTypes(std::string_view text);
     // Shown over the panels for some seconds.
     void Note(std::string_view text);
     // Panel 1 takes the width of the left pane, panel 2 begins below the right one, which begins at
@@ -28,9 +31,13 @@ class MainStatusBar : public QStatusBar {
 
   private:
     class Panel;
+    Panel* MakePanel(QWidget* parent, const QString& name);
+    void ShowHiddenTypes();
     void ShareRest();
 
     std::array<Panel*, kPanelCount> panels_{};
+    Panel* hidden_ = nullptr;
+    std::string hiddenTypes_;
     int rightStart_ = 0;
 };
 

@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
@@ -14,6 +16,7 @@
 #include <QToolButton>
 #include <QToolTip>
 #include <QWheelEvent>
+#include <cmath>
 
 #include "core/row_texts.h"
 #include "views/panes_support.h"
@@ -54,6 +57,11 @@ class PanesWidgetTest : public ::testing::Test {
     QPoint Middle(PaneView& view, int row) { return view.visualRect(view.model()->index(row, 1)).center(); }
     void Click(PaneView& view, int row, Qt::KeyboardModifiers keys = {}) {
         QTest::mouseClick(view.viewport(), Qt::LeftButton, keys, Middle(view, row));
+    }
+    void Wheel(PaneView& view, QPoint pixels, QPoint angle) {
+        QWheelEvent wheel({50, 50}, view.viewport()->mapToGlobal(QPointF(50, 50)), pixels, angle,
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view.viewport(), &wheel);
     }
     void Key(int key, Qt::KeyboardModifiers keys = {}) {
         Left().setFocus();
@@ -222,6 +230,7 @@ TEST_F(PanesWidgetTest, TheScrollBarOfOnePaneMovesTheOtherAndWheelAndKeysDoNot) 
     std::mt19937 random(1);
     FillAtRandom(stage.hold, 500, random);
     Show();
+    widget.Scrolling().SetFollows(PaneScrolling::Follows::Bars);
     widget.Scrolling().SetOn(false);
     Left().SetTopItem(40);
     widget.Scrolling().SetOn(true);
@@ -237,9 +246,7 @@ TEST_F(PanesWidgetTest, TheScrollBarOfOnePaneMovesTheOtherAndWheelAndKeysDoNot) 
     const int before = Right().TopItem();
     Key(Qt::Key_Home);
     EXPECT_EQ(Left().TopItem(), 0);
-    QWheelEvent wheel({50, 50}, Left().viewport()->mapToGlobal(QPointF(50, 50)), {}, {0, -240}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(Left().viewport(), &wheel);
+    Wheel(Left(), {}, {0, -240});
     EXPECT_GT(Left().TopItem(), 0);
     EXPECT_EQ(Right().TopItem(), before);
 
@@ -288,6 +295,261 @@ TEST_F(PanesWidgetTest, ColumnsCanBeResizedHeadersDoNotReactAndTheLastRowsStandB
     widget.SetLooks({.font = font, .background = {}});
     EXPECT_GT(Left().rowHeight(0), height);
     EXPECT_EQ(Left().rowHeight(150), Right().rowHeight(0));
+}
+
+TEST_F(PanesWidgetTest, HoweverOnePaneIsScrolledTheOtherFollowsWhereAllMovesCount) {
+    std::mt19937 random(1);
+    FillAtRandom(stage.hold, 500, random);
+    AddPair(stage.hold, "zebra", {Orphan, 1}, {});
+    Show();
+    widget.Scrolling().SetOn(true);
+    widget.Scrolling().SetFollows(PaneScrolling::Follows::AllMoves);
+    int last = 0;
+    const auto moved = [&](const char* how) {
+        EXPECT_NE(Left().TopItem(), last) << how;
+        EXPECT_EQ(Right().TopItem(), Left().TopItem()) << how;
+        last = Left().TopItem();
+    };
+    Wheel(Left(), {}, {0, -240});
+    moved("wheel");
+    Wheel(Right(), {0, -90}, {0, -240});
+    moved("touchpad");
+    Key(Qt::Key_End);
+    moved("keys");
+    Key(Qt::Key_Home);
+    moved("keys");
+    for (const char letter : std::string("zeb")) QTest::keyClick(&Left(), letter);
+    moved("letters");
+    Right().verticalScrollBar()->triggerAction(QAbstractSlider::SliderToMinimum);
+    moved("bar");
+    // A pane that cannot go as far does not pull the other one back.
+    stage.panes.Click(Side::Left, 0, {});
+    Key(Qt::Key_A, Qt::ControlModifier);
+    stage.panes.ShowOnlySelectedObjects();
+    ASSERT_EQ(stage.Right().Count(), 0U);
+    Wheel(Left(), {}, {0, -240});
+    EXPECT_GT(Left().TopItem(), 0);
+}
+
+TEST_F(PanesWidgetTest, TheTopRowStaysWhenTheViewChangesAndTheSelectionIsShown) {
+    for (int i = 0; i < 200; ++i)
+        AddPair(stage.hold, "name" + std::to_string(1000 + i), {i % 2 == 0 ? Same : Newer, i},
+                {i % 2 == 0 ? Same : Older, i});
+    Show();
+    widget.Scrolling().SetOn(true);
+    Left().verticalScrollBar()->setValue(101);
+    Right().verticalScrollBar()->setValue(101);
+    Click(Left(), 103);
+    stage.panes.ToggleView(Same);
+    for (const Side side : kBothSides)
+        EXPECT_EQ(stage.panes.Pane(side)[static_cast<std::size_t>(widget.View(side).TopItem())].text,
+                  "name1101");
+    EXPECT_EQ(Left().currentIndex().row(), 51);
+    EXPECT_THAT(Selected(), ElementsAre(51));
+    stage.panes.ToggleView(Same);
+    EXPECT_EQ(Left().TopItem(), 101);
+    EXPECT_EQ(Right().TopItem(), 101);
+    EXPECT_THAT(Selected(), ElementsAre(103));
+    // The hidden row under the top gives its place to the next one.
+    Left().verticalScrollBar()->setValue(100);
+    stage.panes.ToggleView(Same);
+    EXPECT_EQ(stage.Left()[static_cast<std::size_t>(Left().TopItem())].text, "name1101");
+}
+
+TEST_F(PanesWidgetTest, FittedColumnsShowEverySizeAndDateAndLeaveTheRestToTheNames) {
+    AddPair(stage.hold, "a", {Same, 98'888'888'888}, {Same, 1});
+    AddPair(stage.hold, "b", {Newer, 1'111}, {Older, 2});
+    Show();
+    for (const Side side : kBothSides) widget.SetColumnsFitted(side, true);
+    for (const int points : {6, 10, 22}) {
+        QFont font = widget.font();
+        font.setPointSize(points);
+        widget.SetLooks({.font = font, .background = {}});
+        QApplication::processEvents();
+        for (const Side side : kBothSides) {
+            SCOPED_TRACE(points);
+            PaneView& view = widget.View(side);
+            const PaneView::Widths widths = view.ColumnWidths();
+            for (const int column : {PaneModel::Size, PaneModel::ModifiedDate}) {
+                const QString text = Left().model()->index(0, column).data().toString();
+                EXPECT_GE(widths[static_cast<std::size_t>(column)],
+                          QFontMetrics(font).horizontalAdvance(text));
+            }
+            EXPECT_GE(widths[0] + widths[1] + widths[2], view.viewport()->width());
+            if (points < 22) {
+                EXPECT_EQ(widths[0] + widths[1] + widths[2], view.viewport()->width());
+            }
+        }
+        EXPECT_EQ(Left().ColumnWidths(), Right().ColumnWidths());
+    }
+    // They follow the window, and what is in them, until the user takes one of them.
+    widget.SetLooks({.font = widget.font(), .background = {}});
+    const PaneView::Widths before = Left().ColumnWidths();
+    widget.resize(1300, 400);
+    QApplication::processEvents();
+    EXPECT_EQ(Left().ColumnWidths()[0], before[0] + 100);
+    QHeaderView* header = Left().horizontalHeader();
+    const int border = header->sectionViewportPosition(1) + header->sectionSize(1) - 1;
+    const QPoint grip(border, header->height() / 2);
+    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, grip);
+    QMouseEvent drag(QEvent::MouseMove, grip - QPoint(40, 0),
+                     header->viewport()->mapToGlobal(grip - QPoint(40, 0)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(header->viewport(), &drag);
+    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, grip - QPoint(40, 0));
+    EXPECT_FALSE(Left().AreColumnsFitted());
+    EXPECT_TRUE(Right().AreColumnsFitted());
+    EXPECT_EQ(Left().ColumnWidths()[1], before[1] - 40);
+    widget.resize(1100, 400);
+    QApplication::processEvents();
+    EXPECT_EQ(Left().ColumnWidths()[0], before[0] + 100);
+    EXPECT_EQ(Right().ColumnWidths(), before);
+}
+
+TEST_F(PanesWidgetTest, ADoubleClickOnABorderFitsTheColumnToItsContents) {
+    const std::string longest(60, 'm');
+    AddPair(stage.hold, longest, {Same, 1}, {Same, 1});
+    AddPair(stage.hold, "short", {Same, 123'456'789}, {Same, 1});
+    Show();
+    Left().SetColumnWidths({80, 30, 40});
+    for (const int column : {2, 1, 0}) {
+        QHeaderView* header = Left().horizontalHeader();
+        const int border = header->sectionViewportPosition(column) + header->sectionSize(column) - 1;
+        QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, QPoint(border, header->height() / 2));
+    }
+    const QFontMetrics font = Left().fontMetrics();
+    const auto text = [this](int row, int column) {
+        return Left().model()->index(row, column).data().toString();
+    };
+    EXPECT_GE(Left().columnWidth(0), font.horizontalAdvance(text(0, 0)) + Left().iconSize().width());
+    EXPECT_GE(Left().columnWidth(1), font.horizontalAdvance(text(1, 1)));
+    EXPECT_GE(Left().columnWidth(2), font.horizontalAdvance(text(0, 2)));
+    EXPECT_LT(Left().columnWidth(1), 3 * font.horizontalAdvance(text(1, 1)));
+}
+
+TEST_F(PanesWidgetTest, AMenuOpensAtTheRowWhereEnterWasPressed) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 100; ++i) names.push_back("n" + std::to_string(100 + i));
+    ShowNames(names);
+    QSignalSpy activated(&Left(), &PaneView::RowActivated);
+    Click(Left(), 5);
+    Left().verticalScrollBar()->setValue(60);  // out of sight
+    Key(Qt::Key_Return);
+    ASSERT_EQ(activated.size(), 1);
+    const QPoint place = Left().viewport()->mapFromGlobal(activated[0][1].toPoint());
+    EXPECT_TRUE(Left().viewport()->rect().contains(place));
+    EXPECT_EQ(Left().rowAt(place.y()), 5);
+}
+
+TEST_F(PanesWidgetTest, TheFindLineGoesFromNameToNameAndChangesNoSelection) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 300; ++i)
+        names.push_back((i % 100 == 50 ? "Wanted " : "other ") + std::to_string(1000 + i));
+    ShowNames(names);
+    widget.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&widget));
+    Click(Left(), 3);
+    Click(Left(), 5, Qt::ControlModifier);
+    FindLine& line = widget.Find();
+    const auto answer = [&line] { return line.lblFound->text().toStdString(); };
+    const auto found = [this] { return Left().Marks().found ? static_cast<int>(*Left().Marks().found) : -1; };
+    widget.OpenFind();
+    EXPECT_TRUE(line.isVisible());
+    QTest::keyClicks(line.txtFind, QStringLiteral("want"));
+    EXPECT_EQ(answer(), "Row 51 of 300");
+    for (PaneView* view : {&Left(), &Right()}) {
+        EXPECT_EQ(view->Marks().found, 50U);
+        EXPECT_TRUE(view->Marks().fits(150));
+        EXPECT_FALSE(view->Marks().fits(151));
+        EXPECT_TRUE(view->viewport()->rect().intersects(view->visualRect(view->model()->index(50, 0))));
+    }
+    QTest::keyClick(line.txtFind, Qt::Key_Return);
+    EXPECT_EQ(found(), 150);
+    QTest::keyClick(line.txtFind, Qt::Key_F3);
+    EXPECT_EQ(found(), 250);
+    QTest::keyClick(line.txtFind, Qt::Key_F3);
+    EXPECT_EQ(found(), 50);
+    QTest::keyClick(line.txtFind, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(found(), 250);
+    QTest::keyClick(line.txtFind, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(found(), 150);
+    line.txtFind->clear();
+    QTest::keyClicks(line.txtFind, QStringLiteral("*d 12?0"));
+    EXPECT_EQ(found(), 250);
+    QTest::keyClicks(line.txtFind, QStringLiteral("x"));
+    EXPECT_EQ(answer(), "Not found");
+    EXPECT_EQ(found(), -1);
+    EXPECT_THAT(Selected(), ElementsAre(3, 5));
+    EXPECT_EQ(Left().model()->rowCount(), 300);
+
+    QTest::keyClick(line.txtFind, Qt::Key_Escape);
+    EXPECT_FALSE(line.isVisible());
+    EXPECT_FALSE(Left().Marks().fits);
+    EXPECT_EQ(stage.Left().SelectedItem(), 5U);
+    // Where nothing is selected, the keys go on from what was found.
+    Key(Qt::Key_D, Qt::ControlModifier);
+    QTest::keyClick(&Left(), Qt::Key_F3);
+    ASSERT_TRUE(line.isVisible());
+    line.txtFind->setText(QStringLiteral("1150"));
+    QTest::keyClick(line.txtFind, Qt::Key_Escape);
+    EXPECT_EQ(stage.Left().SelectedItem(), 150U);
+    EXPECT_THAT(Selected(), ElementsAre());
+    const BusyState::Job job(stage.busy);
+    widget.OpenFind();
+    EXPECT_FALSE(line.isVisible());
+}
+
+double Luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+// The letters are seen against the ground as far as standards of legibility ask for, and empty rows that
+// follow each other are told apart.
+TEST_F(PanesWidgetTest, QuietTextsAreLegibleAndEmptyRowsHaveALineOnEveryPalette) {
+    stage.panes.RemoveListItemsAndShowNoCompareMsg();
+    Show();
+    QFont large = widget.font();
+    large.setPointSize(24);  // with pixels that are wholly ink
+    widget.SetLooks({.font = large, .background = {}});
+    const auto palette = [](QColor text, QColor base) {
+        QPalette made(text, base);
+        made.setColor(QPalette::Base, base);
+        made.setColor(QPalette::Text, text);
+        made.setColor(QPalette::PlaceholderText, base);
+        return made;
+    };
+    const auto shown = [this] {
+        return Left().viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    const std::vector<std::pair<QColor, QColor>> palettes{{Qt::black, Qt::white},
+                                                          {Qt::white, QColor(30, 30, 30)},
+                                                          {QColor(70, 70, 70), QColor(230, 230, 220)},
+                                                          {Qt::yellow, Qt::black}};
+    for (const auto& [text, base] : palettes) {
+        widget.setPalette(palette(text, base));
+        const QImage picture = shown();
+        double strongest = 1;
+        for (int x = 0; x < 200; ++x)
+            for (int y = 0; y < Left().rowHeight(0); ++y) {
+                const auto [low, high] = std::minmax({Luminance(picture.pixelColor(x, y)), Luminance(base)});
+                strongest = std::max(strongest, (high + 0.05) / (low + 0.05));
+            }
+        EXPECT_GE(strongest, 4.5) << base.name().toStdString();
+    }
+    for (Side side : kBothSides) stage.hold[side].Clear();
+    for (const char* name : {"a", "b", "c"}) AddPair(stage.hold, name, {}, {Orphan, 1});
+    stage.panes.ApplyViewTypes();
+    for (const auto& [text, base] : palettes) {
+        widget.setPalette(palette(text, base));
+        const QImage picture = shown();
+        const int last = 2 * Left().rowHeight(0) - 1;  // of the second row
+        EXPECT_NE(picture.pixel(60, last), picture.pixel(60, last - 3));
+        EXPECT_NE(picture.pixel(60, last), picture.pixel(60, last + 3));
+    }
 }
 
 TEST_F(PanesWidgetTest, TogglesShowTheFlagsAndChangeThem) {
