@@ -11,6 +11,7 @@
 #include "main/commands/handlers.h"
 #include "platform/forms/qt_text.h"
 #include "settings/option_changes.h"
+#include "settings/sessions.h"
 
 namespace vantrel {
 
@@ -29,6 +30,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
       panes(results.hold, viewSelections, reporter, around.messages, busy),
       notices(tools, store.File()) {
     reporter.SetRunningJob(this);
+    panes.SetLocale(around.locale);
     window_ = std::make_unique<frmMain>(frmMain::Parts{.tools = tools,
                                                        .options = options,
                                                        .compare = compare,
@@ -49,10 +51,21 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
         .cancelJob = [this] { around.events.RequestCancel(); },
         .unload = [this] { FormUnload(); },
     });
+    keeper_ = std::make_unique<SettingsKeeper>(busy, panes, commands, [this] { KeepChangedOptions(); });
+    helpKey_ = std::make_unique<HelpKey>([this](std::string_view page, QWidget* over) {
+        GuardRun("frmMain.Form_KeyDown", [&] { OpenHelpPage(*this, page, over); });
+    });
+    windowSizes_ = std::make_unique<WindowSizes>(store.File());
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, window_.get(), [this] {
+        if (window_->isVisible()) static_cast<void>(StoreOptions());
+    });
 }
 
 Application::~Application() {
     // The progress window is a child of the main window and would go with it.
+    windowSizes_.reset();
+    helpKey_.reset();
+    keeper_.reset();
     operations.reset();
     comparison_.reset();
     progress_.reset();
@@ -149,10 +162,37 @@ void Application::LoadOptions() {
     if (!error.IsOk()) reporter.ReportError("frmMain.LoadOptions", error);
 }
 
-void Application::SaveOptions() {
+Error Application::StoreOptions() {
     const SaveGeometry geometry = window_->CollectGeometry(options) ? SaveGeometry::Yes : SaveGeometry::No;
-    const Error error = store.Save(options, geometry);
+    return store.Save(options, geometry);
+}
+
+void Application::SaveOptions() {
+    const Error error = StoreOptions();
     if (!error.IsOk()) reporter.ReportError("frmMain.SaveOptions", error);
+}
+
+// What cannot be written now is told at the end of the program, if that still holds then.
+void Application::KeepChangedOptions() {
+    if (store.HasChanges(options)) static_cast<void>(store.Save(options, SaveGeometry::No));
+}
+
+void Application::OfferDefaults(const std::string& title) {
+    const Sessions sessions(around.files, around.folders);
+    const MessageAnswer answer = around.messages.Ask(
+        {.title = title,
+         .text = "All options get their defaults, and the lists of recent folders are emptied.\r\n\r\nWhat "
+                 "is set now is kept in the file \"" +
+                 sessions.PreviousFile() +
+                 "\", from which \"Load Session Settings...\" brings it back.\r\n\r\nDo you want to "
+                 "restore the defaults?",
+         .icon = MessageIcon::Question,
+         .buttons = MessageButtons::YesNo,
+         .defaultAnswer = MessageAnswer::No});
+    if (answer != MessageAnswer::Yes) return;
+    ThrowIfFailed(StoreOptions());
+    ThrowIfFailed(sessions.KeepPrevious());
+    RestoreDefaults();
 }
 
 void Application::RestoreDefaults() {
@@ -180,7 +220,10 @@ void Application::FormLoad() {
         around.events.YieldNow();
         for (const Side side : kBothSides) comparison_->Dir(side).SetPath(window_->PathText(side));
         panes.SetCurrentListview(Side::Left);
-        if (firstRun) GetCommands().Run(kCommandOpenHelp);
+        if (firstRun) {
+            GetCommands().Run(kCommandOpenHelp);
+            window_->StayInViewOnce();
+        }
         OfferRenameRepair(*this);
     });
 }

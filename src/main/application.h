@@ -12,8 +12,11 @@
 #include "filetools/cview_file_diffs_options.h"
 #include "filetools/file_diff_engine.h"
 #include "main/forms/frm_main.h"
+#include "main/help_key.h"
 #include "main/main_comparison.h"
 #include "main/object_operations.h"
+#include "main/settings_keeper.h"
+#include "main/window_sizes.h"
 #include "platform/forms/busy_pointer.h"
 #include "platform/forms/desktop.h"
 #include "settings/option_store.h"
@@ -62,8 +65,12 @@ class Application : private RunningJob {
     // The settings file into the options, and these onto the screen.
     void LoadOptions();
     void SaveOptions();
-    // The file is deleted, path history and all, and everything has its default.
-    void RestoreDefaults();
+    // The same, without the place of the window and without a word where it fails: a change of an option does
+    // not wait for the end of the program.
+    void KeepChangedOptions();
+    // Asks under that title. After a Yes the settings are kept as a session, from which they can be had back;
+    // then the file is deleted, path history and all, and everything has its default.
+    void OfferDefaults(const std::string& title);
     // What must follow at once when an option of this kind has changed.
     void ShowOption(ShownBy part);
     // Puts all options in the place of those in force, shows what has changed, and writes the filters. Throws
@@ -104,6 +111,8 @@ class Application : private RunningJob {
     MultipleRename multipleRename{tools};
 
   private:
+    Error StoreOptions();
+    void RestoreDefaults();
     bool RunningCompare() const override { return compare.RunningCompare; }
     void UnloadCompareProgress() override;
 
@@ -111,6 +120,9 @@ class Application : private RunningJob {
     std::unique_ptr<frmMain> window_;
     std::unique_ptr<frmCompareProgress> progress_;
     std::unique_ptr<MainComparison> comparison_;
+    std::unique_ptr<SettingsKeeper> keeper_;
+    std::unique_ptr<HelpKey> helpKey_;
+    std::unique_ptr<WindowSizes> windowSizes_;
 };
 
 }  // namespace vantrel

@@ -18,8 +18,8 @@ constexpr CommandEntry Toggle(std::string_view item, std::string_view parent) {
 
 constexpr CommandEntry kMainMenu[] = {
     {Menu, "mnuFile", "", "&File"},
-    {Command, "mnuFileCompareDirectories", "mnuFile", "Compare &Folders", "compare-folders"},
-    {Command, "mnuFileCompareParents", "mnuFile", "Compare the Parent Folders"},
+    {Command, "mnuFileCompareDirectories", "mnuFile", "Compare &Folders", "compare-folders", "F5"},
+    {Command, "mnuFileCompareParents", "mnuFile", "Compare the Parent Folders", "", "Alt+Up"},
     {Command, "mnuFileCompareFiles", "mnuFile", "Compare F&iles...", "compare-files"},
     {Command, "mnuFileFindDuplicateFiles", "mnuFile", "Find Duplicate Files...", "dupes"},
     SeparatorIn("mnuFile"),
@@ -65,7 +65,7 @@ constexpr CommandEntry kMainMenu[] = {
     {Command, "mnuFilePrint", "mnuFile", "&Print...", "print"},
     {Command, "mnuFileSaveResults", "mnuFile", "Save Resul&ts As..."},
     SeparatorIn("mnuFile"),
-    {Command, "mnuFileExit", "mnuFile", "E&xit", "exit"},
+    {Command, "mnuFileExit", "mnuFile", "E&xit", "exit", "Ctrl+Q"},
 
     {Menu, "mnuOptions", "", "O&ptions"},
     {Menu, "mnuOptionsCompareType", "mnuOptions", "Comparison Method"},
@@ -181,7 +181,7 @@ constexpr CommandEntry kMainMenu[] = {
     {Exclusive, "mnuViewOther", "mnuView", "Other..."},
 
     {Menu, "mnuHelp", "", "&Help"},
-    {Command, "mnuHelpContents", "mnuHelp", "&Contents", "help"},
+    {Command, "mnuHelpContents", "mnuHelp", "&Contents", "help", "F1"},
     {Command, "mnuHelpTroubleshooting", "mnuHelp", "&Troubleshooting"},
     {Menu, "mnuHelpVantrelOntheWeb", "mnuHelp", "Vantrel on the &Web"},
     {Command, "mnuHelpWebNews", "mnuHelpVantrelOntheWeb", "&Product News"},
@@ -335,6 +335,9 @@ CommandTables MainWindowTables() {
     static constexpr std::string_view kSeparate[]{kCommandOpenOptions, kCommandOpenHelp};
     static constexpr std::string_view kBusyMenus[]{"mnuFile", "mnuOptions", "mnuSelect", "mnuView",
                                                    "mnuHelp"};
+    // F1 is heard in every window of the program (HelpKey).
+    static constexpr std::string_view kWindowKeys[]{"mnuFileCompareDirectories", "mnuFileCompareParents",
+                                                    "mnuFileExit"};
     static constexpr OddRoutine kOddRoutines[]{
         {kCommandOpenOptions, "frmMain.VTToolbar_ButtonClick"},
         {kCommandOpenHelp, "frmMain.VTToolbar_ButtonClick"},
@@ -349,7 +352,8 @@ CommandTables MainWindowTables() {
             .separate = kSeparate,
             .busyMenus = kBusyMenus,
             .window = "frmMain",
-            .oddRoutines = kOddRoutines};
+            .oddRoutines = kOddRoutines,
+            .windowKeys = kWindowKeys};
 }
 
 }  // namespace vantrel

@@ -1,5 +1,7 @@
 #include "settings/option_store.h"
 
+#include <algorithm>
+
 namespace vantrel {
 namespace {
 
@@ -51,6 +53,14 @@ Error OptionStore::Save(const Options& options, SaveGeometry geometry) {
         for (const OptionLine* line : written)
             TakeOptionText(*line, OptionText(*line, options), environment_, *known_);
     return error;
+}
+
+bool OptionStore::HasChanges(const Options& options) const {
+    const auto& table = OptionTable();
+    return known_ && std::any_of(table.begin(), table.end(), [&](const OptionLine& line) {
+               return line.kind != OptionKind::FilterText &&
+                      OptionText(line, options) != OptionText(line, *known_);
+           });
 }
 
 Error OptionStore::SaveFilters(std::string_view includeFileTypes, std::string_view excludeFileTypes) {

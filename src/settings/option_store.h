@@ -27,6 +27,9 @@ class OptionStore {
     // program changed since Load, and this one did not, stays as the other left it. The geometry is left out
     // while the window is maximised or minimised, so that the file keeps the former one.
     Error Save(const Options& options, SaveGeometry geometry);
+    // Whether Save has anything to write: an option is not what the file held when it was last read or
+    // written here.
+    bool HasChanges(const Options& options) const;
     // The routine of the two filter lists, for wherever they change.
     Error SaveFilters(std::string_view includeFileTypes, std::string_view excludeFileTypes);
     // Deletes the file, path history and all, and loads.

@@ -36,6 +36,10 @@ class AlignedPanes {
     const HoldLists& Hold() const { return hold_; }
     // What the user sees.
     const PaneList& Pane(Side side) const { return panes_[side]; }
+    // For the status texts; see PaneList. It must outlive the panes.
+    void SetLocale(const LocaleFormats& locale) {
+        for (const Side side : kBothSides) panes_[side].SetLocale(&locale);
+    }
 
     // The other half of the pair of which the pane of `side` shows one at `row`, also where the other pane
     // does not show it; nullptr where that is not known.

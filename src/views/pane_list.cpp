@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/locale/locale_formats.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -139,19 +140,22 @@ bool PaneList::IsConsistent(std::string* why) const {
 
 namespace {
 
-std::string CountAndSize(const char* word, const PaneList::Totals& totals) {
-    return word + std::to_string(totals.objects) + " object(s)  (" +
-           ConvertBytesToCorrectByteTypeString(totals.bytes) + ")";
+std::string CountAndSize(const char* word, const PaneList& list, const PaneList::Totals& totals) {
+    const LocaleFormats* locale = list.Locale();
+    const auto count = Currency::FromWhole(static_cast<std::int64_t>(totals.objects));
+    return word + (locale ? locale->Number(count) : std::to_string(totals.objects)) + " object(s)  (" +
+           (locale ? locale->ByteSize(totals.bytes) : ConvertBytesToCorrectByteTypeString(totals.bytes)) +
+           ")";
 }
 
 }  // namespace
 
 std::string TotalsText(const PaneList& list) {
-    return CountAndSize("Total ", list.AllTotals());
+    return CountAndSize("Total ", list, list.AllTotals());
 }
 
 std::string SelectionText(const PaneList& list) {
-    return CountAndSize("Selected ", list.SelectedTotals());
+    return CountAndSize("Selected ", list, list.SelectedTotals());
 }
 
 std::string StatusTextOf(const PaneList& list) {

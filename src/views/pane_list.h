@@ -9,6 +9,8 @@
 
 namespace vantrel {
 
+class LocaleFormats;
+
 // How a click or key changes a selection.
 struct SelectionKeys {
     bool extend = false;  // Shift: the run of rows from the anchor to here
@@ -72,6 +74,11 @@ class PaneList {
     Totals AllTotals() const;
     Totals SelectedTotals() const;
 
+    // How counts and sizes of the status texts are written; null: as the C locale does, without groups. It
+    // must outlive the list.
+    void SetLocale(const LocaleFormats* locale) { locale_ = locale; }
+    const LocaleFormats* Locale() const { return locale_; }
+
     // Counter, selected item and selection fit the rows.
     bool IsConsistent(std::string* why = nullptr) const;
 
@@ -91,6 +98,7 @@ class PaneList {
     std::optional<std::size_t> anchor_;
     std::size_t topRow_ = 0;
     Currency largestSize_;
+    const LocaleFormats* locale_ = nullptr;
 };
 
 // "Total N object(s)  (size)" and "Selected N object(s)  (size)".

@@ -15,6 +15,7 @@
 namespace vantrel {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -311,7 +312,13 @@ TEST(MainWindow, ComesBackWhereItWasAndWithItsColumns) {
     // A window left on a screen that is gone comes back to one that is there.
     program.application.reset();
     program.Start("[Form Dimensions]\r\nLeft=9000000\r\nTop=9000000\r\n");
-    EXPECT_TRUE(program.Window().screen()->geometry().contains(program.Window().geometry()));
+    const QRect screen = program.Window().screen()->availableGeometry();
+    EXPECT_TRUE(screen.contains(program.Window().frameGeometry()));
+    // One that is as large as the screen has room for its frame there.
+    program.application.reset();
+    program.Start("[Form Dimensions]\r\nLeft=0\r\nTop=0\r\nWidth=900000\r\nHeight=900000\r\n");
+    EXPECT_TRUE(screen.contains(program.Window().frameGeometry()));
+    EXPECT_GT(program.Window().frameGeometry().width(), screen.width() * 9 / 10);
 }
 
 TEST(MainWindow, RestoresDefaultsAndForgetsTheFolders) {
@@ -319,7 +326,23 @@ TEST(MainWindow, RestoresDefaultsAndForgetsTheFolders) {
     Application& application = program.Start("[Options]\r\nSoundOn=False\r\nCoolbarStyle=Hidden\r\n");
     program.CompareSamples();
     EXPECT_FALSE(application.sounds.SoundOn);
+    const std::string before = program.folder.Read("vantrel.ini");
+
+    // No is the default, and changes nothing.
+    for (const char* item : {"mnuOptionsRestoreDefaults", "mnuFileRestoreDefaultSessionSettings"}) {
+        application.GetCommands().Run(item);
+        EXPECT_EQ(program.messages.shown.back().defaultAnswer, MessageAnswer::No);
+        EXPECT_FALSE(application.sounds.SoundOn);
+        EXPECT_TRUE(application.results.HasResult());
+    }
+    EXPECT_EQ(program.folder.Read("vantrel.ini"), before);
+
+    program.messages.answers = {MessageAnswer::Yes};
     application.GetCommands().Run("mnuOptionsRestoreDefaults");
+    EXPECT_FALSE(program.files.Exists(program.folder / "vantrel.ini"));
+    // What was in force can be had back: options, folders and place.
+    EXPECT_THAT(program.folder.Read("vantrel-previous.vts"),
+                AllOf(HasSubstr("SoundOn=False"), HasSubstr("Dir1=" + program.left), HasSubstr("Width=")));
     EXPECT_TRUE(application.sounds.SoundOn);
     EXPECT_TRUE(application.Window().Strip(ToolbarStyle::Coolbar).isVisible());
     EXPECT_EQ(application.Window().PathText(Side::Left), kNoFolderPrompt);
@@ -334,9 +357,10 @@ TEST(MainWindow, DefaultsThatCannotBeShownLeaveAWorkingWindow) {
     application.compare.CleanupPreviousSubFolderResults = [] {
         throw ErrorException(Error(ErrorNumber::DiskFull, "Disk full"));
     };
+    program.messages.answers = {MessageAnswer::Yes};
     application.GetCommands().Run("mnuOptionsRestoreDefaults");
-    ASSERT_EQ(program.messages.shown.size(), 1U);
-    EXPECT_THAT(program.messages.shown[0].text, HasSubstr("Disk full"));
+    ASSERT_EQ(program.messages.shown.size(), 2U);
+    EXPECT_THAT(program.messages.shown[1].text, HasSubstr("Disk full"));
     EXPECT_FALSE(application.Window().PopulatingFolderCombos);
 }
 

@@ -1,4 +1,5 @@
 #include "filetools/forms/file_grid_view.h"
+#include "platform/forms/accessible_role.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -24,6 +25,7 @@ FileGridView::FileGridView(Side side, GridContents& contents, ErrorReporter& rep
     // Both grids keep the same height and width whatever they show.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    SetAccessibleRole(*this, QAccessible::Document);
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setMouseTracking(true);
     viewport()->setBackgroundRole(QPalette::Base);

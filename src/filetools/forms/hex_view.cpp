@@ -1,4 +1,5 @@
 #include "filetools/forms/hex_view.h"
+#include "platform/forms/accessible_role.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -24,6 +25,7 @@ HexView::HexView(Side side, HexContents& contents, QWidget* parent)
     const bool left = side == Side::Left;
     setObjectName(left ? QStringLiteral("rtfHexDump") : QStringLiteral("rtfHexDumpBeside"));
     setAccessibleName(left ? QStringLiteral("Hex Dump") : QStringLiteral("Hex Dump of the File Beside"));
+    SetAccessibleRole(*this, QAccessible::Document);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setFocusPolicy(Qt::StrongFocus);

@@ -1,4 +1,5 @@
 #include "filetools/forms/line_box.h"
+#include "platform/forms/accessible_role.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -26,6 +27,7 @@ LineBox::LineBox(int index, QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    SetAccessibleRole(*this, QAccessible::Document);
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setBackgroundRole(QPalette::Base);
 }

@@ -1,3 +1,4 @@
+#include <QAction>
 #include <cstring>
 
 #include "config.h"
@@ -57,9 +58,16 @@ void InstallHelpCommands(Application& application) {
     commands.SetHandler(kCommandOpenHelp, page("index.html"));
     commands.SetHandler("mnuHelpContents", page("index.html"));
     commands.SetHandler("mnuHelpTroubleshooting", page("troubleshooting.html"));
-    for (const WebItem& web : kWebItems)
-        if (std::strlen(web.address) > 0)
+    // What leads nowhere is not shown.
+    bool anyAddress = false;
+    for (const WebItem& web : kWebItems) {
+        const bool known = std::strlen(web.address) > 0;
+        anyAddress |= known;
+        commands.Action(web.item)->setVisible(known);
+        if (known)
             commands.SetHandler(web.item, [&application, &web] { OpenAddress(application, web.address); });
+    }
+    commands.Action("mnuHelpVantrelOntheWeb")->setVisible(anyAddress);
     commands.SetHandler("mnuHelpAboutBox", [&application] {
         frmAbout(application.AppVersion, application.around.folders, &application.Window()).exec();
     });

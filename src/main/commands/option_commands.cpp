@@ -112,8 +112,10 @@ void InstallOptionCommands(Application& application) {
           {"mnuOptionsChangeSounds", OptionTab::Sounds},
           {"mnuOptionsAppearance", OptionTab::Appearance}})
         commands.SetHandler(command, [&application, tab = tab] { ShowOptionsWindow(application, tab); });
-    for (const char* item : {"mnuOptionsRestoreDefaults", "mnuFileRestoreDefaultSessionSettings"})
-        commands.SetHandler(item, [&application] { application.RestoreDefaults(); });
+    for (const auto& [item, title] :
+         {std::pair{"mnuOptionsRestoreDefaults", "Restore Default Options"},
+          std::pair{"mnuFileRestoreDefaultSessionSettings", "Restore Default Session Settings"}})
+        commands.SetHandler(item, [&application, title = title] { application.OfferDefaults(title); });
 }
 
 }  // namespace vantrel

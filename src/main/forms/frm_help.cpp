@@ -5,6 +5,7 @@
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
@@ -36,6 +37,9 @@ void frmHelp::ShowPage(const std::string& path, std::string_view anchor) {
     QUrl address = QUrl::fromEncoded(QByteArray::fromStdString(FileUri(path)));
     if (!anchor.empty()) address.setFragment(ToQString(anchor));
     browser->setSource(address);
+    // Beside the main window, which may come to the front again; above a window that waits to be closed.
+    winId();
+    if (parentWidget() != nullptr && !parentWidget()->isModal()) windowHandle()->setTransientParent(nullptr);
     show();
     raise();
     activateWindow();

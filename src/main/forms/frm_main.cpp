@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -19,6 +20,7 @@
 #include "diagnostics/forms/frm_error_log.h"
 #include "main/command_table.h"
 #include "platform/forms/icons.h"
+#include "platform/forms/other_pane_key.h"
 #include "platform/forms/qt_text.h"
 #include "platform/names/paths.h"
 #include "settings/options.h"
@@ -95,6 +97,7 @@ void frmMain::LayOut() {
     setCentralWidget(centre);
     statusBar_ = new MainStatusBar(this);
     setStatusBar(statusBar_);
+    GoBetweenByF6(*this, {&panesWidget_->View(Side::Left), &panesWidget_->View(Side::Right)});
     setTabOrder(boxes_[Side::Left]->Icon(PathIcon::Explore), cmdSwapSides_);
     setTabOrder(cmdSwapSides_, boxes_[Side::Right]->Combo());
     setTabOrder(boxes_[Side::Right]->Icon(PathIcon::Explore), offers_[Side::Left]);
@@ -290,6 +293,23 @@ void frmMain::SetFilterPanel(std::string_view text) {
 
 void frmMain::RaiseMainWindow() {
     if (!isMinimized()) raise();
+}
+
+void frmMain::StayInViewOnce() {
+    constexpr int kComesUpWithin = 15'000;  // milliseconds; a browser may have to start
+    constexpr int kPaintsWithin = 500;
+    raise();
+    activateWindow();
+    auto* watch = new QTimer(this);
+    watch->setSingleShot(true);
+    connect(watch, &QTimer::timeout, watch, &QObject::deleteLater);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, watch,
+            [this, watch](Qt::ApplicationState now) {
+                if (now == Qt::ApplicationActive) return;
+                watch->deleteLater();
+                QTimer::singleShot(kPaintsWithin, this, &frmMain::RaiseMainWindow);
+            });
+    watch->start(kComesUpWithin);
 }
 
 void frmMain::AddPathsToIni(const std::string& left, const std::string& right) {

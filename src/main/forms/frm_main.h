@@ -103,6 +103,9 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     void SetPathText(Side side, const std::string& path);
     void SetFilterPanel(std::string_view text);  // third panel of the status bar
     void RaiseMainWindow();                      // to the top, unless it is minimised
+    // What was just opened beside it comes up a moment later and may hide the window: it goes to the top once
+    // behind that.
+    void StayInViewOnce();
     // It was closed, or will be behind the running job: whatever is under way does no more than end.
     bool IsClosing() const { return closed_ || closeAfterJob_; }
     // The two become the most recent ones of the path boxes.

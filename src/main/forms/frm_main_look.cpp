@@ -13,6 +13,9 @@
 namespace vantrel {
 namespace {
 
+// What the window manager puts around a window, as long as that is not known.
+constexpr QSize kUsualFrame(16, 48);
+
 // The dots per inch that the windows' own pixels stand for, at every scale factor.
 constexpr double kLogicalDpi = 96;
 constexpr QSize kLeastSize(640, 400);
@@ -111,10 +114,15 @@ void frmMain::RestoreGeometry() {
         panesWidget_->View(side).SetColumnWidths(StoredWidths(options, side));
         panesWidget_->SetColumnsFitted(side, StoredWidths(options, side) == StoredWidths(Options(), side));
     }
-    const TwipsRect stored{options.left, options.top, options.width, options.height};
     setMinimumSize(kLeastSize);
-    const QRect place = ToPixels(FitToScreens(stored, Screens(), ToTwips(QRect(QPoint(0, 0), kLeastSize))));
-    setGeometry(place);
+    // Of the size that is stored, and at the place that is stored for it with its frame.
+    const QSize frame = isVisible() ? frameGeometry().size() - size() : kUsualFrame;
+    QRect place = ToPixels({options.left, options.top, options.width, options.height});
+    place.setSize(place.size() + frame);
+    const TwipsRect least = ToTwips(QRect(QPoint(0, 0), kLeastSize + frame));
+    place = ToPixels(FitToScreens(ToTwips(place), Screens(), least));
+    resize(place.size() - frame);
+    move(place.topLeft());
     if (options.windowState == WindowState::Maximized) setWindowState(Qt::WindowMaximized);
 }
 
@@ -127,7 +135,7 @@ bool frmMain::CollectGeometry(Options& options) const {
     }
     options.windowState = isMaximized() ? WindowState::Maximized : WindowState::Normal;
     if (isMaximized() || isMinimized()) return false;
-    const TwipsRect place = ToTwips(geometry());
+    const TwipsRect place = ToTwips(QRect(pos(), size()));
     options.left = std::max(place.left, 0);
     options.top = std::max(place.top, 0);
     options.width = place.width;

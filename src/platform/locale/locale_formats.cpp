@@ -15,6 +15,8 @@
 #include <optional>
 #include <vector>
 
+#include "platform/names/paths.h"
+
 namespace vantrel {
 
 namespace {
@@ -71,6 +73,7 @@ void AppendDigits(std::uint64_t value, std::size_t least, const Digits& digits, 
 // How whole numbers are grouped, asked of the locale's own formatter once.
 struct NumberForm {
     std::string separator = ",";
+    std::string decimalSign = ".";
     std::string minus = "-", behindMinus;
     std::size_t primary = 3;      // digits in the last group; 0: no groups
     std::size_t secondary = 3;    // digits in the others
@@ -94,6 +97,8 @@ NumberForm NumberForm::Of(const LocaleChoice& locale) {
     form.behindMinus = ToUtf8(format->getNegativeSuffix(text));
     form.separator = ToUtf8(format->getDecimalFormatSymbols()->getConstSymbol(
         icu::DecimalFormatSymbols::kGroupingSeparatorSymbol));
+    form.decimalSign = ToUtf8(format->getDecimalFormatSymbols()->getConstSymbol(
+        icu::DecimalFormatSymbols::kDecimalSeparatorSymbol));
     form.digits = DigitsOf(*format);
     form.primary =
         format->isGroupingUsed() ? static_cast<std::size_t>(std::max(format->getGroupingSize(), 0)) : 0;
@@ -312,6 +317,19 @@ void LocaleFormats::AppendDateTime(FileTime local, std::string& to) const {
 std::string LocaleFormats::Number(Currency value) const {
     std::string text;
     AppendNumber(value, text);
+    return text;
+}
+
+std::string LocaleFormats::ByteSize(Currency size) const {
+    std::string text;
+    for (const char each : ConvertBytesToCorrectByteTypeString(size)) {
+        if (each == '.')
+            text += parts_->number.decimalSign;
+        else if (each >= '0' && each <= '9')
+            text += parts_->number.digits[static_cast<std::size_t>(each - '0')];
+        else
+            text += each;
+    }
     return text;
 }
 

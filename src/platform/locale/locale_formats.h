@@ -24,6 +24,8 @@ class LocaleFormats {
     // The same texts, added to the end of `to`; the cheap form for many rows.
     void AppendNumber(Currency value, std::string& to) const;
     void AppendDateTime(FileTime local, std::string& to) const;
+    // ConvertBytesToCorrectByteTypeString with the digits and the decimal sign of the locale.
+    std::string ByteSize(Currency size) const;
     // Date and time of a local file time, in the default short form with seconds and all digits of the year:
     // the date, a blank, the time.
     std::string DateTime(FileTime local) const;

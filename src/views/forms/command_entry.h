@@ -55,6 +55,7 @@ struct CommandTables {
     std::span<const std::string_view> busyMenus;  // the menus that are disabled while a job runs
     std::string_view window{};                    // its name, with which the names of the routines begin
     std::span<const OddRoutine> oddRoutines{};
+    std::span<const std::string_view> windowKeys{};  // commands whose key acts in the whole window
 };
 
 }  // namespace vantrel

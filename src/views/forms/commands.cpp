@@ -44,6 +44,8 @@ void Commands::Build(QMenuBar* bar, const CommandTables& tables) {
     for (const CommandEntry& entry : tables.menuBar) Add(entry, bar);
     for (const CommandEntry& entry : tables.popups) Add(entry, nullptr);
     for (const std::string_view name : tables.separate) AddSeparate(name);
+    for (const std::string_view name : tables.windowKeys)
+        Action(name)->setShortcutContext(Qt::WindowShortcut);
     ShowEnabled();
     busy_.AddObserver(this);
     BusyChanged(busy_.IsBusy());
@@ -165,6 +167,7 @@ void Commands::Start(const QString& name) {
         if (const auto handler = Acting(Find(command)).handler)
             reporter_.GuardRun(RoutineName(command), handler);
     RefreshChecks();
+    Q_EMIT Ran();
 }
 
 void Commands::BusyChanged(bool busy) {

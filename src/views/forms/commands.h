@@ -54,6 +54,7 @@ class Commands : public QObject, private BusyObserver {
 
   Q_SIGNALS:
     void BusyShown(bool busy);  // the menus look so now; strips follow
+    void Ran();                 // a command came to its end, whatever became of it
 
   private:
     struct Item {

@@ -77,6 +77,7 @@ TEST(LocaleFormatsTest, TakesTheEnvironmentByCategory) {
     const LocaleFormats locale;
     for (const auto& [variable, value] : saved) setenv(variable, value.c_str(), 1);
     EXPECT_EQ(Number(locale, 1'234), "1.234");
+    EXPECT_EQ(locale.ByteSize(Currency::FromWhole(1'270'874)), "1,21 MB");
     EXPECT_EQ(locale.DateTime(kMoment), "2020-09-13 12:26:40");
 }
 
