@@ -10,4 +10,8 @@ std::string HelpFolder() {
     return VANTREL_HELP;
 }
 
+std::string SourceFolder() {
+    return VANTREL_SOURCES;
+}
+
 }  // namespace vantrel::testing

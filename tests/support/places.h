@@ -8,5 +8,7 @@ namespace vantrel::testing {
 std::string AssetsFolder();
 // The folder docs/help/, likewise.
 std::string HelpFolder();
+// The folder src/, likewise.
+std::string SourceFolder();
 
 }  // namespace vantrel::testing
