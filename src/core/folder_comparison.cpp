@@ -145,6 +145,7 @@ bool FolderComparison::Scan(Side side, const Run& run, FolderReading* begun, Fol
     const ComparisonContext& context = run.context;
     if (side == Side::Left) {
         progress_.Show();
+        progress_.SetAnimation("filetreelist.avi");
         progress_.SetBarValue(0);
     }
     progress_.SetMessage(kExamining[side]);

@@ -8,6 +8,10 @@
 
 namespace vantrel {
 
+bool IsForGood(const Confirmation& confirmation) {
+    return confirmation.operation == "Delete" && confirmation.question.starts_with(kAboutToDeleteForGood);
+}
+
 std::string ConfirmationDetails(const Confirmation& confirmation, std::size_t mostLines) {
     std::string operation = confirmation.operation;
     for (char& c : operation)

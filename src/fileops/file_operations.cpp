@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "core/row_texts.h"
+#include "fileops/confirmation_details.h"
 #include "fileops/drive_warning.h"
 #include "fileops/expectations.h"
 #include "fileops/told_at_end.h"
@@ -157,7 +158,7 @@ ShellResult FileOperations::CarryOut(const Verb& verb, Objects objects, const st
     options.roots = std::move(objects.roots);
     ShellResult result = (wrappers_.*verb.run)(std::move(objects.paths), target, std::move(options));
     if (job.partOf == PartOf::Command) {
-        TellTimesNotKept(result.timesNotKept);
+        TellNotKept(result.notKept);
         autoCompareStep_();
     }
     return result;
@@ -256,11 +257,10 @@ ShellResult FileOperations::DeletePermanentlyFilesFromLVW(const ListRef& list, C
         }
         ShellWrappers::Options options = OptionsFor(list, confirm);
         if (confirm == Confirm::Yes && prompts == Prompts::Shown) {
-            const MessageAnswer answer =
-                tools_.messages.Confirm({"Confirm Delete",
-                                         "You are about to permanently delete " +
-                                             std::to_string(paths.size()) + " item(s)." + kContinue,
-                                         "Delete", paths, list.folder, ""});
+            const MessageAnswer answer = tools_.messages.Confirm(
+                {"Confirm Delete",
+                 std::string(kAboutToDeleteForGood) + std::to_string(paths.size()) + " item(s)." + kContinue,
+                 "Delete", paths, list.folder, ""});
             if (answer != MessageAnswer::Yes) return;
         }
         tools_.loop.Yield();
@@ -287,9 +287,9 @@ bool FileOperations::AskFirst(const Verb& verb, const std::vector<std::string>& 
     return answer == MessageAnswer::Yes;
 }
 
-void FileOperations::TellTimesNotKept(std::uint64_t count) {
-    if (const std::string text = DescribeTimesNotKept(count); !text.empty())
-        tools_.messages.Ask({"Times Not Kept", text, MessageIcon::Information, MessageButtons::Ok, {}});
+void FileOperations::TellNotKept(const NotKept& notKept) {
+    if (const std::string text = DescribeNotKept(notKept); !text.empty())
+        tools_.messages.Ask({TitleOf(notKept), text, MessageIcon::Information, MessageButtons::Ok, {}});
 }
 
 void FileOperations::Warn(const std::string& title, const std::string& text) {

@@ -58,7 +58,7 @@ class FileOperations {
     ShellWrappers::Options OptionsFor(const ListRef& list, Confirm confirm) const;
     bool AskFirst(const Verb& verb, const std::vector<std::string>& paths, const std::string& source,
                   const std::string& target);
-    void TellTimesNotKept(std::uint64_t count);
+    void TellNotKept(const NotKept& notKept);
     void Warn(const std::string& title, const std::string& text);
 
     const Toolbox& tools_;

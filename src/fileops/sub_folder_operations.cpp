@@ -125,7 +125,7 @@ SubFolderOperations::Result SubFolderOperations::Operate(const Kind& kind, Confi
         // What was not done has been told already; it is not called complete.
         if (confirm == Confirm::Yes && run.result.done == items.size()) TellComplete(run);
         if (partOf != PartOf::Command) return;
-        TellTimesNotKept(run);
+        TellNotKept(run);
         host_.CopyItemsFromHiddenLVWToVisibleLVW();
     });
     return run.result;
@@ -172,7 +172,7 @@ const Seen* SubFolderOperations::LookAtTarget(const Item& item) {
 
 void SubFolderOperations::FinishCopies(Run& run) {
     const ShellOperations::FinishedCopies finished = wrappers_.Shell().FinishCopies();
-    run.result.timesNotKept += finished.timesNotKept;
+    run.result.notKept += finished.notKept;
     std::unordered_set<std::string_view> failed;
     for (const ShellOperations::FailedCopy& copy : finished.failed) failed.insert(copy.target);
     for (const Item* item : run.waiting)
@@ -186,9 +186,10 @@ void SubFolderOperations::FinishCopies(Run& run) {
                          {}});
 }
 
-void SubFolderOperations::TellTimesNotKept(const Run& run) {
-    if (const std::string text = DescribeTimesNotKept(run.result.timesNotKept); !text.empty())
-        tools_.messages.Ask({"Times Not Kept", text, MessageIcon::Information, MessageButtons::Ok, {}});
+void SubFolderOperations::TellNotKept(const Run& run) {
+    if (const std::string text = DescribeNotKept(run.result.notKept); !text.empty())
+        tools_.messages.Ask(
+            {TitleOf(run.result.notKept), text, MessageIcon::Information, MessageButtons::Ok, {}});
 }
 
 void SubFolderOperations::TellLeftAlone(const Kind& kind, std::size_t count) {
@@ -275,7 +276,7 @@ bool SubFolderOperations::DeleteOne(Run& run, const Item& item) {
 bool SubFolderOperations::Took(Run& run, const ShellResult& result) {
     run.result.cancelled = run.result.cancelled || !result.AllDone();
     run.result.ended = run.result.ended || result.cancelled || result.rootLost;
-    run.result.timesNotKept += result.timesNotKept;
+    run.result.notKept += result.notKept;
     return result.AllDone();
 }
 

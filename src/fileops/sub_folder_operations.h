@@ -41,7 +41,7 @@ class SubFolderOperations {
         std::size_t done = 0;    // objects
         bool cancelled = false;  // anything was aborted or failed
         bool ended = false;      // by the user, or since a compared folder is gone
-        std::uint64_t timesNotKept = 0;
+        NotKept notKept;
     };
 
     SubFolderOperations(const Toolbox& tools, ShellWrappers& wrappers, SubFolderHost& host)
@@ -73,7 +73,7 @@ class SubFolderOperations {
     void FinishCopies(Run& run);
     void CountAsDone(Run& run, const Item& item);
     void TellComplete(const Run& run);
-    void TellTimesNotKept(const Run& run);
+    void TellNotKept(const Run& run);
     bool EnoughSpace(const Kind& kind);
     // Whether it was done; of a copy that waits for its name, not yet.
     bool DoOne(Run& run, const Item& item);

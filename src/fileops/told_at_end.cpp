@@ -4,9 +4,21 @@
 
 namespace vantrel {
 
-std::string DescribeTimesNotKept(std::uint64_t count) {
-    if (count == 0) return {};
-    return "The time of " + std::to_string(count) + (count == 1 ? " file" : " files") + " could not be kept.";
+std::string DescribeNotKept(const NotKept& notKept) {
+    std::string text;
+    const auto add = [&text](const char* what, std::uint64_t count) {
+        if (count == 0) return;
+        if (!text.empty()) text += kLineEnd;
+        text.append(what).append(std::to_string(count));
+        text += count == 1 ? " file could not be kept." : " files could not be kept.";
+    };
+    add("The time of ", notKept.times);
+    add("Extended attributes of ", notKept.attributes);
+    return text;
+}
+
+std::string TitleOf(const NotKept& notKept) {
+    return notKept.attributes == 0 ? "Times Not Kept" : "Attributes Not Kept";
 }
 
 std::string DescribeFailedCopies(const std::vector<ShellOperations::FailedCopy>& failed) {

@@ -39,8 +39,8 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
                                                        .busy = busy,
                                                        .history = history},
                                         AppVersion);
-    progress_ =
-        std::make_unique<frmCompareProgress>(around.events, around.files, around.folders, window_.get());
+    progress_ = std::make_unique<frmCompareProgress>(around.events, around.files, around.folders,
+                                                     around.locale, window_.get());
     comparison_ = std::make_unique<MainComparison>(*this, *progress_);
     operations = std::make_unique<ObjectOperations>(*this, around.trash);
     InstallHandlers(*this);
@@ -48,6 +48,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
     window_->SetHooks({
         .compare = [&commands] { commands.Run("mnuFileCompareDirectories"); },
         .pathIcon = [this](Side side, PathIcon icon) { OnPathIconClicked(*this, side, icon); },
+        .mayStopJob = [this] { return AskToStop(); },
         .cancelJob = [this] { around.events.RequestCancel(); },
         .unload = [this] { FormUnload(); },
     });
@@ -85,10 +86,17 @@ CompareOutcome Application::CompareDirs(CompareEnding ending) {
 }
 
 void Application::AutoCompareStep(bool compareAgain) {
+    if (window_->IsClosing()) return;
     if (compareAgain)
         CompareDirs(CompareEnding::Silent);
     else
         panes.RemoveListItemsAndShowNoCompareMsg();
+}
+
+bool Application::AskToStop() {
+    if (whatRuns.empty()) return true;
+    return around.messages.Ask({"Vantrel", "Stop the " + whatRuns + "?", MessageIcon::Question,
+                                MessageButtons::YesNo, MessageAnswer::No}) == MessageAnswer::Yes;
 }
 
 OptionEnvironment Application::Environment() const {

@@ -61,6 +61,8 @@ class Application : private RunningJob {
     // What follows a command that changed something: a silent comparison where the option says so, otherwise
     // the results are dropped.
     void AutoCompareStep(bool compare);
+    // The window is to be closed while something runs that has a name: whether the user wants it stopped.
+    bool AskToStop();
 
     // The settings file into the options, and these onto the screen.
     void LoadOptions();
@@ -94,6 +96,8 @@ class Application : private RunningJob {
     const Toolbox& tools;
     ErrorReporter& reporter;
     ComparisonLog& log;
+
+    std::string whatRuns;  // "synchronization"; empty: nothing that closing the window would ask about
 
     Options options;
     OptionStore store;

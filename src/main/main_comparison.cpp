@@ -1,5 +1,7 @@
 #include "main/main_comparison.h"
 
+#include <QScopedValueRollback>
+
 #include "core/file_system_reminder.h"
 #include "core/unlisted_folders.h"
 #include "diagnostics/log_offer.h"
@@ -13,7 +15,7 @@ constexpr std::string_view kNoFolderChosen = "Press the folder icon with three d
 
 }  // namespace
 
-MainComparison::MainComparison(Application& application, CompareProgress& progress)
+MainComparison::MainComparison(Application& application, frmCompareProgress& progress)
     : application_(application),
       progress_(progress),
       comparison_(application.tools, application.compare, progress) {
@@ -27,7 +29,10 @@ MainComparison::~MainComparison() {
 }
 
 CompareOutcome MainComparison::CompareDirs(CompareEnding ending) {
-    if (application_.compare.RunningCompare) return CompareOutcome::NoResult;
+    if (application_.compare.RunningCompare || application_.Window().IsClosing())
+        return CompareOutcome::NoResult;
+    if (ending == CompareEnding::Announced) application_.Window().TellOperation({}, {});
+    progress_.SetWaits(ending == CompareEnding::Announced);
     CompareOutcome outcome = RunAndRelease();
     application_.GuardRun("frmMain.CompareDirs", [&] {
         if (TakesTrueSizes(outcome, ending)) outcome = RunAndRelease();
@@ -40,6 +45,7 @@ CompareOutcome MainComparison::CompareDirs(CompareEnding ending) {
 // The menus are back before the user is asked anything.
 CompareOutcome MainComparison::RunAndRelease() {
     CompareOutcome outcome = CompareOutcome::Failed;
+    const QScopedValueRollback<std::string> runs(application_.whatRuns, "comparison");
     application_.GuardRun("frmMain.CompareDirs", [&] { outcome = Run(); });
     application_.GuardRun("frmMain.CompareDirs", [&] {
         progress_.Unload();

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/folder_comparison.h"
+#include "core/forms/frm_compare_progress.h"
 #include "platform/busy_state.h"
 
 namespace vantrel {
@@ -22,12 +23,12 @@ enum class CompareEnding {
 class MainComparison : private ComparisonDisplay {
   public:
     // Both must outlive the object.
-    MainComparison(Application& application, CompareProgress& progress);
+    MainComparison(Application& application, frmCompareProgress& progress);
     ~MainComparison() override;
     MainComparison(const MainComparison&) = delete;
     MainComparison& operator=(const MainComparison&) = delete;
 
-    // A call from within a run does nothing and gives NoResult.
+    // A call from within a run, or of a window that is being closed, does nothing and gives NoResult.
     CompareOutcome CompareDirs(CompareEnding ending);
 
     // SourceDirObject and TargetDirObject.
@@ -55,7 +56,7 @@ class MainComparison : private ComparisonDisplay {
     void SetFilterPanel(std::string_view text) override;
 
     Application& application_;
-    CompareProgress& progress_;
+    frmCompareProgress& progress_;
     FolderComparison comparison_;
     std::array<FileId, 2> toldNesting_{};  // the pair of which the user knows that one holds the other
     // Of the run.

@@ -20,7 +20,7 @@ Confirm Ask(bool option) {
 ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& trash)
     : syncSettings(application.options),
       application_(application),
-      progress_(application.around.clock, application.around.loop),
+      progress_(application.around.clock, application.around.locale, application.around.loop),
       questions_(application.around.locale),
       shell_({.files = application.around.files,
               .volumes = application.around.volumes,
@@ -38,14 +38,28 @@ ObjectOperations::ObjectOperations(Application& application, const TrashPlaces& 
 }
 
 template <typename Work>
-void ObjectOperations::OnCurrentList(Work&& work) {
-    const RunningCommand running(application_);
+void ObjectOperations::OnCurrentList(const char* what, Work&& work) {
+    const RunningCommand running(application_, what);
     const ResultPanes& panes = application_.panes;
     const Side side = panes.CurrentListview().value_or(Side::Left);
     std::vector<ShellRoot> roots = RootsOf(application_.results);
-    work(ListRef{panes.Pane(side).Rows(), panes.Pane(Other(side)).Rows(),
-                 application_.Window().PaneFolder(side), application_.Window().PaneFolder(Other(side)),
-                 std::move(roots)});
+    const ShellResult result = work(ListRef{panes.Pane(side).Rows(), panes.Pane(Other(side)).Rows(),
+                                            application_.Window().PaneFolder(side),
+                                            application_.Window().PaneFolder(Other(side)), std::move(roots)});
+    if (!result.items.empty()) TellEnd(what, SummaryOf(result));
+}
+
+void ObjectOperations::TellEnd(const char* what, const OperationSummary& summary) {
+    const std::string text = DescribeSummary(summary, application_.around.locale);
+    frmMain& window = application_.Window();
+    if (!window.IsClosing()) return window.TellOperation(text, ListNotDone(summary));
+    application_.around.messages.Ask({"Vantrel",
+                                      std::string("The ") + what +
+                                          (summary.IsWhole() ? " is complete." : " was stopped.") +
+                                          "\r\n\r\n" + text + ".",
+                                      MessageIcon::Information,
+                                      MessageButtons::Ok,
+                                      {}});
 }
 
 std::optional<std::string> ObjectOperations::PickTarget(const ListRef& list, const char* prompt) {
@@ -58,59 +72,64 @@ std::optional<std::string> ObjectOperations::PickTarget(const ListRef& list, con
 }
 
 void ObjectOperations::CopyToOtherFolder() {
-    OnCurrentList([&](const ListRef& list) {
-        files_.CopyFilesToOtherDirAndLVW(list, Ask(application_.options.showCopyConfirmations),
-                                         PartOf::Command);
+    OnCurrentList("copying", [&](const ListRef& list) {
+        return files_.CopyFilesToOtherDirAndLVW(list, Ask(application_.options.showCopyConfirmations),
+                                                PartOf::Command);
     });
 }
 
 void ObjectOperations::CopyToAnyFolder() {
-    OnCurrentList([&](const ListRef& list) {
-        if (const auto target = PickTarget(list, "Specify the folder where the object(s) will be copied to."))
-            files_.CopyFilesToSpecificDir(list, *target, Ask(application_.options.showCopyConfirmations));
+    OnCurrentList("copying", [&](const ListRef& list) {
+        const auto target = PickTarget(list, "Specify the folder where the object(s) will be copied to.");
+        if (!target) return ShellResult();
+        return files_.CopyFilesToSpecificDir(list, *target, Ask(application_.options.showCopyConfirmations));
     });
 }
 
 void ObjectOperations::MoveToOtherFolder() {
-    OnCurrentList([&](const ListRef& list) {
-        files_.MoveFilesToOtherDirAndLVW(list, Ask(application_.options.showMoveConfirmations));
+    OnCurrentList("move", [&](const ListRef& list) {
+        return files_.MoveFilesToOtherDirAndLVW(list, Ask(application_.options.showMoveConfirmations));
     });
 }
 
 void ObjectOperations::MoveToAnyFolder() {
-    OnCurrentList([&](const ListRef& list) {
-        if (const auto target = PickTarget(list, "Specify the folder where the object(s) will be moved to."))
-            files_.MoveFilesToSpecificDir(list, *target, Ask(application_.options.showMoveConfirmations));
+    OnCurrentList("move", [&](const ListRef& list) {
+        const auto target = PickTarget(list, "Specify the folder where the object(s) will be moved to.");
+        if (!target) return ShellResult();
+        return files_.MoveFilesToSpecificDir(list, *target, Ask(application_.options.showMoveConfirmations));
     });
 }
 
 void ObjectOperations::Recycle() {
-    OnCurrentList([&](const ListRef& list) {
-        files_.DeleteFilesFromLVW(list, Ask(application_.options.showDeleteConfirmations), PartOf::Command);
+    OnCurrentList("deletion", [&](const ListRef& list) {
+        return files_.DeleteFilesFromLVW(list, Ask(application_.options.showDeleteConfirmations),
+                                         PartOf::Command);
     });
 }
 
 void ObjectOperations::DeletePermanently() {
-    OnCurrentList([&](const ListRef& list) {
-        files_.DeletePermanentlyFilesFromLVW(list, Ask(application_.options.showDeleteConfirmations),
-                                             Prompts::Shown);
+    OnCurrentList("deletion", [&](const ListRef& list) {
+        return files_.DeletePermanentlyFilesFromLVW(list, Ask(application_.options.showDeleteConfirmations),
+                                                    Prompts::Shown);
     });
 }
 
 // Whether a drop asks is the option of copying, for moving too.
 void ObjectOperations::Drop(DropAction action, const std::vector<std::string>& paths,
                             const std::string& folder) {
-    const RunningCommand running(application_);
+    const bool copies = action == DropAction::Copy;
+    const char* what = copies ? "copying" : "move";
+    const RunningCommand running(application_, what);
     const Confirm confirm = Ask(application_.options.showCopyConfirmations);
-    if (action == DropAction::Copy)
-        files_.CopyOLEDropObjectsToDir(paths, folder, confirm);
-    else
-        files_.MoveOLEDropObjectsToDir(paths, folder, confirm);
+    const ShellResult result = copies ? files_.CopyOLEDropObjectsToDir(paths, folder, confirm)
+                                      : files_.MoveOLEDropObjectsToDir(paths, folder, confirm);
+    if (!result.items.empty()) TellEnd(what, SummaryOf(result));
 }
 
 void ObjectOperations::Synchronize(SyncScope scope) {
-    const RunningCommand running(application_);
+    const RunningCommand running(application_, "synchronization");
     if (application_.panes.ShowsNoResult()) application_.CompareDirs(CompareEnding::Silent);
+    if (application_.Window().IsClosing()) return;
     if (application_.panes.ShowsNoResult())
         application_.around.messages.Ask({"Synchronization",
                                           "Unable to synchronize.  No comparison has been executed yet.",
@@ -149,6 +168,7 @@ void ObjectOperations::AutoSync(SyncScope scope) {
                                           {}});
     if (report->IsWhole() && application_.sounds.SoundOn) application_.sounds.PlaySyncCompleteSound();
     application_.AutoCompareStep(options.autoCompareAfterSync);
+    TellEnd("synchronization", report->summary);
 }
 
 std::optional<SyncScope> ObjectOperations::ShowSyncWizard(SyncScope scope,
@@ -174,11 +194,13 @@ SelectedTexts ObjectOperations::SelectedObjects() const {
 }
 
 bool ObjectOperations::MayEmpty(const EmptyingRisk& risk) {
-    return AskMayEmpty(application_.around.messages, risk);
+    return !application_.Window().IsClosing() && AskMayEmpty(application_.around.messages, risk);
 }
 
 bool ObjectOperations::ShowConfirmSync(const SyncPlan& plan) {
-    return frmConfirmSync(plan, &application_.Window()).exec() == QDialog::Accepted;
+    return !application_.Window().IsClosing() &&
+           frmConfirmSync(plan, application_.around.locale, &application_.Window()).exec() ==
+               QDialog::Accepted;
 }
 
 }  // namespace vantrel

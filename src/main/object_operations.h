@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "fileops/file_operations.h"
+#include "fileops/operation_summary.h"
 #include "fileops/shell_wrappers.h"
 #include "shell/forms/frm_shell_progress.h"
 #include "shell/forms/qt_shell_questions.h"
@@ -49,16 +50,19 @@ class ObjectOperations : private SyncConfirmation {
     // Also cancelled by what cancels any job of the main window.
     class Progress : public QtShellProgress {
       public:
-        Progress(Clock& clock, EventLoopPort& loop) : QtShellProgress(clock), loop_(loop) {}
+        Progress(Clock& clock, const LocaleFormats& locale, EventLoopPort& loop)
+            : QtShellProgress(clock, locale), loop_(loop) {}
         bool CancelAsked() override { return QtShellProgress::CancelAsked() || loop_.CancelRequested(); }
 
       private:
         EventLoopPort& loop_;
     };
 
-    // Runs `work` on the list of CurrentListview as a RunningCommand.
+    // Runs `work` on the list of CurrentListview as the RunningCommand `what`, and tells what became of it.
     template <typename Work>
-    void OnCurrentList(Work&& work);
+    void OnCurrentList(const char* what, Work&& work);
+    // In the line of the main window, or in a box where that closes behind the operation.
+    void TellEnd(const char* what, const OperationSummary& summary);
     // The folder that the user picks for the selected objects; nothing where he cancelled. Nothing is asked
     // while nothing is selected: the operation has a message for that.
     std::optional<std::string> PickTarget(const ListRef& list, const char* prompt);

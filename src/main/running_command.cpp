@@ -7,12 +7,14 @@
 
 namespace vantrel {
 
-RunningCommand::RunningCommand(Application& application) : RunningCommand(application, application.Window()) {
+RunningCommand::RunningCommand(Application& application, const std::string& what)
+    : RunningCommand(application, what, application.Window()) {
 }
 
-RunningCommand::RunningCommand(Application& application, QWidget& window)
+RunningCommand::RunningCommand(Application& application, const std::string& what, QWidget& window)
     : application_(application),
       window_(window),
+      runs_(application.whatRuns, what),
       currentListview_(application.panes.CurrentListview()),
       focus_(window.focusWidget()) {
     application.around.loop.ResetCancel();

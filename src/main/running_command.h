@@ -2,8 +2,10 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QWidget>
 #include <optional>
+#include <string>
 
 #include "core/side.h"
 #include "platform/busy_state.h"
@@ -17,8 +19,9 @@ class Application;
 // its end the menus are back, and the focus and the main window's CurrentListview are those of before.
 class RunningCommand : public QObject {
   public:
-    explicit RunningCommand(Application& application);  // of the main window
-    RunningCommand(Application& application, QWidget& window);
+    // `what` runs, for the question whether it shall be stopped; of the main window.
+    RunningCommand(Application& application, const std::string& what);
+    RunningCommand(Application& application, const std::string& what, QWidget& window);
     ~RunningCommand() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -26,6 +29,7 @@ class RunningCommand : public QObject {
   private:
     Application& application_;
     QWidget& window_;
+    const QScopedValueRollback<std::string> runs_;
     std::optional<BusyState::Job> job_;
     std::optional<Side> currentListview_;
     QPointer<QWidget> focus_;

@@ -145,7 +145,7 @@ void CopyBatch::FinishFolder(WaitingFolder folder) {
         Try(folder,
             [&] { return Error::FromErrno(-shared_.calls.Fchmod(fd, *made.finalMode), made.folder->path); });
     }
-    if (KeepTimes(shared_, folder.like, fd) < 0) ++shared_.timesNotKept;
+    if (KeepTimes(shared_, folder.like, fd) < 0) ++shared_.notKept.times;
     if (!made.unnamed || !NameFolder(folder)) return;
     GiveTimesAgain(*made.above);
     for (const ToldCopy& copy : folder.content) NoteContent(*made.above, copy);

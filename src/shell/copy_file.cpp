@@ -175,7 +175,9 @@ int ListExtendedAttributes(SystemCalls& calls, int from, std::string& names) {
 
 enum class Which { Acls, AllElse };
 
-int CopyExtendedAttributes(SystemCalls& calls, int from, int to, const std::string& names, Which which) {
+// Sets `lost` where the target has no room for one; that is no error.
+int CopyExtendedAttributes(SystemCalls& calls, int from, int to, const std::string& names, Which which,
+                           bool& lost) {
     std::vector<char> value;
     for (std::size_t at = 0; at < names.size(); at += std::strlen(names.c_str() + at) + 1) {
         const char* name = names.c_str() + at;
@@ -186,8 +188,9 @@ int CopyExtendedAttributes(SystemCalls& calls, int from, int to, const std::stri
         const ssize_t size = calls.GetXattr(from, name, value.data(), value.size());
         if (size < 0) continue;  // gone meanwhile, or not for this user
         const int set = calls.SetXattr(to, name, value.data(), static_cast<std::size_t>(size));
-        const bool tooLarge = set == -ENOSPC || set == -E2BIG || set == -ERANGE || set == -EDQUOT;
-        if (set < 0 && !CannotHold(set) && !tooLarge) return set;
+        const bool noRoom = set == -ENOSPC || set == -E2BIG || set == -ERANGE || set == -EDQUOT;
+        lost |= noRoom;
+        if (set < 0 && !CannotHold(set) && !noRoom) return set;
     }
     return 0;
 }
@@ -231,7 +234,7 @@ Error TryCopy(Shared& shared, const Place& from, const Place& to, const CopyFile
         const int different = CompareContents(shared, opened, target.Fd(), bytes);
         if (different != 0) return ofTarget(different < 0 ? different : -EIO);
     }
-    int failed = CopyRights(calls, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);
+    int failed = CopyRights(shared, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);
     if (failed >= 0) failed = KeepTimes(shared, copied.source, target.Fd());
     if (failed >= 0) failed = copied.written->Close();
     return failed < 0 ? ofTarget(failed) : Error();
@@ -239,8 +242,9 @@ Error TryCopy(Shared& shared, const Place& from, const Place& to, const CopyFile
 
 }  // namespace
 
-int CopyRights(SystemCalls& calls, int from, const Statx& fromStat, int to, const Statx& toStat,
+int CopyRights(Shared& shared, int from, const Statx& fromStat, int to, const Statx& toStat,
                bool targetInheritsAcl) {
+    SystemCalls& calls = shared.calls;
     int result = 0;
     mode_t mode = fromStat.stx_mode & 07777;
     if (fromStat.stx_uid != toStat.stx_uid || fromStat.stx_gid != toStat.stx_gid) {
@@ -260,13 +264,16 @@ int CopyRights(SystemCalls& calls, int from, const Statx& fromStat, int to, cons
     }
     // A mode without the right to write would keep the user's own attributes out; ACLs are part of the mode.
     std::string names;
+    bool lost = false;
     result = ListExtendedAttributes(calls, from, names);
-    if (result >= 0) result = CopyExtendedAttributes(calls, from, to, names, Which::AllElse);
+    if (result >= 0) result = CopyExtendedAttributes(calls, from, to, names, Which::AllElse, lost);
     if (result < 0) return result;
     result = calls.Fchmod(to, mode);
     if (result < 0 && !CannotHold(result)) return result;
-    result = CopyExtendedAttributes(calls, from, to, names, Which::Acls);
-    return result < 0 ? result : 0;
+    result = CopyExtendedAttributes(calls, from, to, names, Which::Acls, lost);
+    if (result < 0) return result;
+    if (lost) ++shared.notKept.attributes;
+    return 0;
 }
 
 int KeepTimes(Shared& shared, const Statx& fromStat, int to) {
@@ -276,7 +283,7 @@ int KeepTimes(Shared& shared, const Statx& fromStat, int to) {
     };
     const int result = shared.calls.Futimens(to, times);
     if (result >= 0 || !CannotHold(result)) return result;
-    ++shared.timesNotKept;
+    ++shared.notKept.times;
     return 0;
 }
 
@@ -294,7 +301,7 @@ Error MakeFolderLike(Shared& shared, const Folder& source, const Statx& sourceSt
     const int fd = folder->fd.Get();
     Statx stat{};
     if (const int failed = LookAtOpen(calls, fd, stat); failed < 0) return ofTarget(failed);
-    int failed = CopyRights(calls, source.fd.Get(), sourceStat, fd, stat, to.folder->hasDefaultAcl);
+    int failed = CopyRights(shared, source.fd.Get(), sourceStat, fd, stat, to.folder->hasDefaultAcl);
     if (failed < 0) return ofTarget(failed);
     folder->hasDefaultAcl = calls.GetXattr(fd, "system.posix_acl_default", nullptr, 0) > 0;
     made = {folder, to.folder->shared_from_this(), to.name, {}, {}};
@@ -352,7 +359,7 @@ Error CopyLink(Shared& shared, const Place& from, const Statx& found, const Plac
     };
     const int timed = calls.UtimensAt(made.Fd(), made.name.c_str(), times, AT_SYMLINK_NOFOLLOW);
     if (timed < 0 && !CannotHold(timed)) return ofTarget(timed);
-    if (timed < 0) ++shared.timesNotKept;
+    if (timed < 0) ++shared.notKept.times;
     return {};
 }
 

@@ -32,8 +32,8 @@ Error CopyRegularFile(Shared& shared, const Place& from, const Place& to, const 
 Error CopyLink(Shared& shared, const Place& from, const Statx& found, const Place& to, CopiedFile& copied);
 
 // Owner, mode and extended attributes from one open file or folder to another. What the target's file system
-// cannot hold is left out without an error.
-int CopyRights(SystemCalls& calls, int from, const Statx& fromStat, int to, const Statx& toStat,
+// cannot hold is left out without an error; attributes that it has no room for are counted.
+int CopyRights(Shared& shared, int from, const Statx& fromStat, int to, const Statx& toStat,
                bool targetInheritsAcl);
 // The times; where they cannot be held they are counted.
 int KeepTimes(Shared& shared, const Statx& fromStat, int to);

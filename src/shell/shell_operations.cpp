@@ -29,6 +29,14 @@ struct SystemShellOperations::State : Shared, CopyOwner {
         failed.push_back({copy.source, copy.target, error});
     }
 
+    // Counts what is over, whatever became of it, where a series is under way.
+    void NoteInSeries(std::uint64_t objects, std::uint64_t bytes) {
+        if (!series) return;
+        series->done.objects += objects;
+        series->done.bytes += bytes;
+        parts.progress.Advance(series->done);
+    }
+
     // All that waits is to get its name below the same roots.
     Error OpenRoots(const std::vector<ShellRoot>& wanted) {
         const auto same = [](const ShellRoot& one, const ShellRoot& other) {
@@ -107,16 +115,18 @@ class Dispatcher {
 
     void Work() {
         for (const std::string& source : request_.sources) result_.items.push_back({source, {}, {}});
-        const Shown shown(request_.silent ? nullptr : &run_.shared.parts.progress, request_.operation);
+        // A series is shown already, with totals of its own.
+        const bool shows = !request_.silent && !run_.shared.series;
+        const Shown shown(shows ? &run_.shared.parts.progress : nullptr, request_.operation);
         if (RootLost(roots_.Open())) return;
-        if (!request_.silent) run_.shared.parts.progress.SetTotals(Count());
+        if (shows) run_.shared.parts.progress.SetTotals(Count());
         for (std::size_t i = 0; i < request_.sources.size() && !RootLost(roots_.Verify()); ++i) {
             WorkOn(i);
             if (mover_.BatchIsFull()) mover_.FinishPending(result_.items);
         }
         mover_.FinishPending(result_.items);
         SyncAtTheEnd();
-        result_.timesNotKept = std::exchange(run_.shared.timesNotKept, 0);
+        result_.notKept = std::exchange(run_.shared.notKept, {});
     }
 
   private:
@@ -290,7 +300,9 @@ ShellResult SystemShellOperations::Run(const ShellRequest& request) {
     if (request.operation != ShellOperation::Copy) state_->batch->NameKept(*state_);
     state_->takesTwinsForOne.clear();
     ShellResult result;
+    result.operation = request.operation;
     Dispatcher(*state_, request, result).Work();
+    state_->NoteInSeries(request.sources.size(), result.bytesDone);
     return result;
 }
 
@@ -313,7 +325,8 @@ Error SystemShellOperations::CopyOneFile(const OneFile& file) {
     SweepTemporaryFiles(*state_, *toHolder);
     if (state_->batch->Holds(source) || state_->batch->Holds(target)) state_->batch->Publish();
     ShellRequest request;
-    request.noConfirmation = request.silent = request.noErrorUi = true;
+    request.noConfirmation = request.noErrorUi = true;
+    request.silent = !state_->series;
     ShellResult result;
     ShellRun run(*state_, request, result);
     run.expected = &file.expected;
@@ -324,7 +337,10 @@ Error SystemShellOperations::CopyOneFile(const OneFile& file) {
         return Error::FromErrno(-looked, file.path);
     if (IsFolder(stat)) return Error::FromErrno(EISDIR, file.path);
     const ItemOutcome outcome = CopyEngine(run).Copy(source, target);
-    if (outcome == ItemOutcome::Done) return {};
+    if (outcome == ItemOutcome::Done) {
+        state_->NoteInSeries(1, result.bytesDone);
+        return {};
+    }
     if (!result.troubles.empty()) return result.troubles.front().error;
     return Error::FromErrno(ECANCELED, file.path);
 }
@@ -333,11 +349,12 @@ ShellOperations::FinishedCopies SystemShellOperations::FinishCopies() {
     state_->CloseRoots();
     FinishedCopies finished;
     finished.failed = std::exchange(state_->failed, {});
-    finished.timesNotKept = std::exchange(state_->timesNotKept, 0);
+    finished.notKept = std::exchange(state_->notKept, {});
     return finished;
 }
 
 Error SystemShellOperations::DeleteOneFile(const OneFile& file) {
+    if (state_->series) state_->parts.progress.Item(file.path, {});
     Roots roots(*state_, file.roots);
     if (Error error = roots.Open(); !error.IsOk()) return error;
     Folder holder;
@@ -354,7 +371,25 @@ Error SystemShellOperations::DeleteOneFile(const OneFile& file) {
     if (looked < 0) return Error::FromErrno(-looked, file.path);
     const int removed = state_->calls.UnlinkAt(place.Fd(), place.name.c_str(), 0);
     if (removed == 0) state_->NoteRenamed(stat);
+    if (removed == 0) state_->NoteInSeries(1, 0);
     return Error::FromErrno(-removed, file.path);
+}
+
+void SystemShellOperations::BeginSeries(const Series& series) {
+    state_->series.emplace();
+    ShellProgress& progress = state_->parts.progress;
+    progress.Begin(series.operation);
+    progress.SetTitle(series.title);
+    progress.SetTotals(series.totals);
+}
+
+void SystemShellOperations::EndSeries() {
+    state_->series.reset();
+    state_->parts.progress.End();
+}
+
+bool SystemShellOperations::SeriesCancelled() {
+    return state_->series && state_->parts.progress.CancelAsked();
 }
 
 }  // namespace vantrel

@@ -90,7 +90,20 @@ struct ShellItem {
     Error error;  // of its first failure
 };
 
+// What copies, at any depth, came without, since the target could not hold it. They are whole all the same.
+struct NotKept {
+    std::uint64_t times = 0;       // files, links and folders without their times
+    std::uint64_t attributes = 0;  // files and folders without one or more of their extended attributes
+
+    NotKept& operator+=(const NotKept& other) {
+        times += other.times;
+        attributes += other.attributes;
+        return *this;
+    }
+};
+
 struct ShellResult {
+    ShellOperation operation = ShellOperation::Copy;
     // 0: nothing failed. Otherwise the system's error number (errno) of the first failure, or the ErrorNumber
     // where the system was not asked.
     int code = 0;
@@ -104,7 +117,7 @@ struct ShellResult {
     std::vector<ShellItem> troubles;  // every object, at any depth, that failed or was skipped
     std::uint64_t objectsDone = 0;    // files, links and folders, at any depth
     std::uint64_t bytesDone = 0;      // bytes copied
-    std::uint64_t timesNotKept = 0;   // of files, links and folders whose times the target could not take
+    NotKept notKept;
 
     bool AllDone() const { return code == 0 && !anyOperationsAborted; }
 };
@@ -118,6 +131,8 @@ class ShellProgress {
     };
     virtual ~ShellProgress() = default;
     virtual void Begin(ShellOperation operation) = 0;
+    // Follows Begin where what is done has a name of its own.
+    virtual void SetTitle(std::string_view) {}
     // Follows once what is to be done has been counted.
     virtual void SetTotals(Totals totals) = 0;
     // The object that comes next; `target` is empty where there is none.
@@ -146,8 +161,9 @@ class NoShellProgress : public ShellProgress {
     EventLoopPort& loop_;
 };
 
-enum class OverwriteAnswer { Yes, YesToAll, No, Cancel };
-enum class ErrorAnswer { Retry, Skip, Cancel };
+// What is said to all holds for the rest of the operation, or of the series.
+enum class OverwriteAnswer { Yes, YesToAll, No, NoToAll, Cancel };
+enum class ErrorAnswer { Retry, Skip, SkipAll, Cancel };
 
 class ShellQuestions {
   public:
@@ -195,7 +211,7 @@ class ShellOperations {
     };
     struct FinishedCopies {
         std::vector<FailedCopy> failed;  // of those that CopyOneFile has taken since the last time
-        std::uint64_t timesNotKept = 0;
+        NotKept notKept;
 
         Error First() const { return failed.empty() ? Error() : failed.front().error; }
     };
@@ -203,10 +219,36 @@ class ShellOperations {
     // For good. Never a folder.
     virtual Error DeleteOneFile(const OneFile& file) = 0;
 
+    // Single files, and whole runs between them, that are shown as one operation: from BeginSeries to
+    // EndSeries they share one progress window and its Cancel, and what the user answers to all.
+    struct Series {
+        ShellOperation operation = ShellOperation::Copy;
+        std::string title;
+        ShellProgress::Totals totals;
+    };
+    virtual void BeginSeries(const Series&) {}
+    virtual void EndSeries() {}
+    // Whether the user has cancelled the series; false outside of one.
+    virtual bool SeriesCancelled() { return false; }
+
     Error CopyOneFile(std::string_view from, std::string_view to) {
         return CopyOneFile(OneFile{std::string(from), std::string(to)});
     }
     Error DeleteOneFile(std::string_view path) { return DeleteOneFile(OneFile{std::string(path), {}}); }
+};
+
+// A series, from the object's making to its end.
+class ShellSeries {
+  public:
+    ShellSeries(ShellOperations& shell, const ShellOperations::Series& series) : shell_(shell) {
+        shell_.BeginSeries(series);
+    }
+    ~ShellSeries() { shell_.EndSeries(); }
+    ShellSeries(const ShellSeries&) = delete;
+    ShellSeries& operator=(const ShellSeries&) = delete;
+
+  private:
+    ShellOperations& shell_;
 };
 
 // Where the trash of this user is.
@@ -237,6 +279,9 @@ class SystemShellOperations : public ShellOperations {
     Error CopyOneFile(const OneFile& file) override;
     FinishedCopies FinishCopies() override;
     Error DeleteOneFile(const OneFile& file) override;
+    void BeginSeries(const Series& series) override;
+    void EndSeries() override;
+    bool SeriesCancelled() override;
 
   private:
     struct State;

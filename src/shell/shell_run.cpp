@@ -288,17 +288,26 @@ void ShellRun::ShowItem(const Place& from, const Place* to) {
 
 void ShellRun::CountObject() {
     ++result.objectsDone;
-    if (!request.silent) shared.parts.progress.Advance({result.objectsDone, result.bytesDone});
+    ShowDone();
 }
 
 void ShellRun::CountBytes(std::uint64_t bytes) {
     result.bytesDone += bytes;
-    if (!request.silent) shared.parts.progress.Advance({result.objectsDone, result.bytesDone});
+    ShowDone();
+}
+
+void ShellRun::ShowDone() {
+    if (request.silent) return;
+    const ShellProgress::Totals before = shared.series ? shared.series->done : ShellProgress::Totals();
+    shared.parts.progress.Advance({before.objects + result.objectsDone, before.bytes + result.bytesDone});
 }
 
 ErrorAnswer ShellRun::AnswerTrouble(const std::string& path, const Error& error) {
     ErrorAnswer answer = ErrorAnswer::Skip;
-    if (!request.noErrorUi) answer = shared.parts.questions.AskAboutError({request.operation, path, error});
+    if (!request.noErrorUi && !Answered().skip) {
+        answer = shared.parts.questions.AskAboutError({request.operation, path, error});
+        Answered().skip = answer == ErrorAnswer::SkipAll;
+    }
     if (answer == ErrorAnswer::Retry) return answer;
     RecordFailure(path, error);
     if (!request.noErrorUi) result.anyOperationsAborted = true;
@@ -316,16 +325,19 @@ void ShellRun::RecordFailure(const std::string& path, const Error& error) {
 
 ItemOutcome ShellRun::AskToOverwrite(const Place& from, const Statx& fromStat, const Place& to,
                                      const Statx& toStat) {
-    if (request.noConfirmation || overwriteAll_) return ItemOutcome::Done;
+    if (request.noConfirmation || Answered().overwrite) return ItemOutcome::Done;
     const ShellQuestions::Overwrite question{request.operation,  from.Path(),     to.Path(),
                                              fromStat.stx_size,  toStat.stx_size, LastWriteOf(fromStat),
                                              LastWriteOf(toStat)};
-    switch (shared.parts.questions.AskOverwrite(question)) {
+    switch (Answered().keep ? OverwriteAnswer::No : shared.parts.questions.AskOverwrite(question)) {
         case OverwriteAnswer::YesToAll:
-            overwriteAll_ = true;
+            Answered().overwrite = true;
             return ItemOutcome::Done;
         case OverwriteAnswer::Yes:
             return ItemOutcome::Done;
+        case OverwriteAnswer::NoToAll:
+            Answered().keep = true;
+            [[fallthrough]];
         case OverwriteAnswer::No:
             result.anyOperationsAborted = true;
             result.troubles.push_back({from.Path(), ItemOutcome::Skipped, {}});

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -84,6 +85,13 @@ Error RefusedName(SystemCalls& calls, const Place& from, const Place& to, int re
 class CopyBatch;
 class CopyOwner;
 
+// What the user has said to all that follows.
+struct ToAll {
+    bool overwrite = false;
+    bool keep = false;  // overwrite nothing
+    bool skip = false;  // pass over what fails
+};
+
 // What outlives one request.
 struct Shared {
     explicit Shared(const SystemShellOperations::Parts& given);
@@ -117,7 +125,14 @@ struct Shared {
         std::vector<std::string> paths;
     } trashes;
     std::map<FileId, bool> takesTwinsForOne;  // folders that were asked about, by this request
-    std::uint64_t timesNotKept = 0;           // since that was last told
+    NotKept notKept;                          // since that was last told
+
+    // The series that is under way, and what of it is done.
+    struct InSeries {
+        ShellProgress::Totals done;
+        ToAll toAll;
+    };
+    std::optional<InSeries> series;
     // Two buffers, each of kBufferSize.
     static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
     char* Buffer(int which);
@@ -194,6 +209,7 @@ class ShellRun {
         result.objectsDone -= objects, result.bytesDone -= bytes;
     }
     void TakeBackBytes(std::uint64_t bytesDone) { result.bytesDone = bytesDone; }
+    void ShowDone();
 
     // Runs `step(outcome)`, which gives an error or leaves in `outcome` what it came to, until it goes well
     // or the user (or noErrorUi) says to pass it over.
@@ -208,6 +224,7 @@ class ShellRun {
                 case ErrorAnswer::Retry:
                     continue;
                 case ErrorAnswer::Skip:
+                case ErrorAnswer::SkipAll:
                 case ErrorAnswer::Cancel:
                     return ItemOutcome::Failed;
             }
@@ -228,7 +245,9 @@ class ShellRun {
     bool WasPlaced(const FileId& id, const Place& at) const;
 
   private:
-    bool overwriteAll_ = false;
+    ToAll& Answered() { return shared.series ? shared.series->toAll : toAll_; }
+
+    ToAll toAll_;
     int levels_ = 0;
     std::unordered_set<std::size_t> placed_;
 };

@@ -89,7 +89,7 @@ std::optional<SyncedPair> SingleFileSync::Replace(Side target) {
                                                  .roots = {seen_[source].folder, seen_[target].folder}});
     if (!result.AllDone()) return std::nullopt;
     tools_.messages.ShowInformationMessage(kTitle, "File synchronization completed successfully.");
-    if (const std::string text = DescribeTimesNotKept(result.timesNotKept); !text.empty())
+    if (const std::string text = DescribeNotKept(result.notKept); !text.empty())
         Tell(text, MessageIcon::Information);
     SyncedPair pair{info.size, info.lastWrite, {}};
     for (const Side side : kBothSides) pair.seen[side] = LookAt(paths_[side]).object;

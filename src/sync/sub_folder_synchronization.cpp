@@ -34,7 +34,7 @@ void SubFolderSynchronization::AutoSynch(Confirm confirm, SyncSound sound) {
 
 bool SubFolderSynchronization::CarryOut(const SyncPlan& plan) {
     bool cancelled = false, ended = false;
-    std::uint64_t timesNotKept = 0;
+    NotKept notKept;
     const auto run = [&](Side side, const std::vector<PlannedAction>& actions, auto operation) {
         if (ended || (cancelled && !settings_.GoOnAfterFailure()) || !Select(side, actions)) return;
         host_.ActOnHiddenLists(side);
@@ -42,12 +42,12 @@ bool SubFolderSynchronization::CarryOut(const SyncPlan& plan) {
             (operations_.*operation)(Confirm::No, PartOf::Synchronization);
         cancelled = cancelled || result.cancelled;
         ended = ended || result.ended;
-        timesNotKept += result.timesNotKept;
+        notKept += result.notKept;
     };
     for (Side side : kBothSides) run(side, plan.deletes[side], &SubFolderOperations::DeleteFiles);
     for (Side side : kBothSides) run(side, plan.copies[side], &SubFolderOperations::CopyFilesToOtherDir);
-    if (const std::string times = DescribeTimesNotKept(timesNotKept); !times.empty())
-        tools_.messages.Ask({"Synchronization", times, MessageIcon::Information, MessageButtons::Ok, {}});
+    if (const std::string told = DescribeNotKept(notKept); !told.empty())
+        tools_.messages.Ask({"Synchronization", told, MessageIcon::Information, MessageButtons::Ok, {}});
     return !cancelled;
 }
 

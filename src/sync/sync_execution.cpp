@@ -5,6 +5,7 @@
 #include "fileops/told_at_end.h"
 #include "platform/line_end.h"
 #include "platform/names/paths.h"
+#include "sync/plan_figures.h"
 
 namespace vantrel {
 namespace {
@@ -21,6 +22,7 @@ class Execution {
         if (MayGoOn()) SubFolders();
         for (const ActionOutcome& action : report_.actions)
             ++(action.outcome == ItemOutcome::Done ? report_.done : report_.notDone);
+        Summarise();
         return std::move(report_);
     }
 
@@ -51,13 +53,33 @@ class Execution {
         }
         TakeTroubles(result, of);
         Took(result);
+        if (result.operation != ShellOperation::Copy) return;
+        report_.summary.copied += result.objectsDone;
+        report_.summary.copiedBytes += Currency::FromWhole(static_cast<std::int64_t>(result.bytesDone));
     }
 
     void Took(const ShellResult& result) {
         report_.cancelled |= !result.AllDone();
-        report_.timesNotKept += result.timesNotKept;
+        report_.notKept += result.notKept;
         rootLost_ |= result.rootLost;
         stopped_ |= result.cancelled;
+    }
+
+    // What the phases have copied is in the summary already, for a folder can be copied in part.
+    void Summarise() {
+        OperationSummary& summary = report_.summary;
+        for (const ActionOutcome& at : report_.actions) {
+            const PlannedAction& action = *at.action;
+            if (at.outcome == ItemOutcome::NotReached) ++summary.notReached;
+            if (at.outcome != ItemOutcome::Done) continue;
+            if (action.action == SyncAction::Delete) {
+                (DeletesForGood(action) ? summary.deleted : summary.recycled) += ObjectsOf(action);
+            } else if (!action.folder.empty()) {
+                ++summary.copied;
+                summary.copiedBytes += action.room;
+            }
+        }
+        for (const SyncTrouble& trouble : report_.troubles) summary.AddNotDone(trouble.path, trouble.error);
     }
 
     // A trouble belongs to the action whose object, or target, it is or lies below.
@@ -125,7 +147,22 @@ class Execution {
         }
     }
 
+    // What is done in the sub-folders, all of it.
+    ShellOperations::Series SubFolderSeries() const {
+        ShellOperations::Series series{ShellOperation::Copy, "Synchronizing the sub-folders...", {}};
+        for (auto at = report_.actions.begin() + static_cast<std::ptrdiff_t>(position_);
+             at != report_.actions.end(); ++at) {
+            ++series.totals.objects;
+            const std::int64_t bytes = at->action->room.Whole();
+            if (at->action->action == SyncAction::Copy && bytes > 0)
+                series.totals.bytes += static_cast<std::uint64_t>(bytes);
+        }
+        return series;
+    }
+
     void SubFolders() {
+        if (position_ == report_.actions.size()) return;
+        const ShellSeries shown(wrappers_.Shell(), SubFolderSeries());
         for (const SyncPlan::SubFolder& folder : plan_.subFolders) {
             tools_.loop.Yield();
             // Where the next folder's outcomes begin, however this one ends.
@@ -140,7 +177,7 @@ class Execution {
     // The copies above become safe on the disk here, and get their names; only now they count as done.
     void FinishCopies() {
         const ShellOperations::FinishedCopies finished = wrappers_.Shell().FinishCopies();
-        report_.timesNotKept += finished.timesNotKept;
+        report_.notKept += finished.notKept;
         if (finished.failed.empty()) return;
         std::unordered_map<std::string_view, ActionOutcome*> byTarget;
         for (ActionOutcome& at : report_.actions)
@@ -209,7 +246,7 @@ class Execution {
     // The user's cancel stops the passes, and so does a root that is gone; what is left stays as it is.
     bool Stopped() {
         tools_.loop.Yield();
-        stopped_ |= tools_.loop.CancelRequested();
+        stopped_ |= tools_.loop.CancelRequested() || wrappers_.Shell().SeriesCancelled();
         report_.cancelled |= stopped_;
         return stopped_ || rootLost_;
     }
@@ -238,9 +275,9 @@ std::string DescribeEnd(const SyncReport& report) {
     for (const SyncTrouble& trouble : report.troubles)
         if (!trouble.told) failed.push_back({{}, trouble.path, trouble.error});
     std::string text = DescribeFailedCopies(failed);
-    const std::string times = DescribeTimesNotKept(report.timesNotKept);
-    if (!text.empty() && !times.empty()) text.append(kLineEnd).append(kLineEnd);
-    return text + times;
+    const std::string notKept = DescribeNotKept(report.notKept);
+    if (!text.empty() && !notKept.empty()) text.append(kLineEnd).append(kLineEnd);
+    return text + notKept;
 }
 
 }  // namespace vantrel

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/toolbox.h"
+#include "fileops/operation_summary.h"
 #include "fileops/shell_wrappers.h"
 #include "sync/sync_plan.h"
 
@@ -33,13 +34,15 @@ struct SyncReport {
     std::size_t done = 0;
     std::size_t notDone = 0;
     std::vector<SyncTrouble> troubles;
-    std::uint64_t timesNotKept = 0;  // of files whose times the target could not take
+    NotKept notKept;
+    OperationSummary summary;  // of all of it
 
     bool IsWhole() const { return !cancelled && !leftOut; }
 };
 
 // What is told of a run when it is over, since nobody could be told before: copies that failed in the moment
-// when they were to get their names, and times that could not be kept. Empty where there is nothing.
+// when they were to get their names, times and attributes that could not be kept. Empty where there is
+// nothing.
 std::string DescribeEnd(const SyncReport& report);
 
 // What a failed object does to the phases that follow.

@@ -91,8 +91,10 @@ SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CS
 // Looks into the folders that are to go whole: what lies in those that are to be deleted is noted, so that
 // only what is there now is deleted, and counted in all of them. Those that are to be deleted and cannot be
 // looked into wholly leave the plan. Asked before the plan is shown; yields. `jobs` as WorkerCount takes
-// them: several folders are looked into at a time.
-void LookAtWholeFolders(const Toolbox& tools, std::int32_t jobs, const ScanOptions& filters, SyncPlan& plan);
+// them: several folders are looked into at a time. `onYield` is called meanwhile, and ends it by an
+// exception.
+void LookAtWholeFolders(const Toolbox& tools, std::int32_t jobs, const ScanOptions& filters, SyncPlan& plan,
+                        const std::function<void()>& onYield = nullptr);
 
 // What a user is told with the plan, beside its actions and what is left out, a line each: objects that were
 // passed over, objects that go although the filters leave them out, links in the place of files. May be

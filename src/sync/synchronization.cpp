@@ -41,10 +41,11 @@ bool AskMayEmpty(MessagePort& messages, const EmptyingRisk& risk) {
            MessageAnswer::Yes;
 }
 
-SyncPlan MakeSyncPlan(const Toolbox& tools, const SyncOrder& order, const TrashPlaces& trash) {
+SyncPlan MakeSyncPlan(const Toolbox& tools, const SyncOrder& order, const TrashPlaces& trash,
+                      const std::function<void()>& onYield) {
     SyncPlan plan = GetListOfFilesAffectedBySync(order.results, order.settings, order.selected,
                                                  FindTrashFolders(tools, trash, order.results));
-    LookAtWholeFolders(tools, order.jobs, order.results.taken, plan);
+    LookAtWholeFolders(tools, order.jobs, order.results.taken, plan, onYield);
     return plan;
 }
 
@@ -54,11 +55,24 @@ std::optional<SyncReport> Synchronization::AutoSync(const SyncOrder& order, Sync
     return report;
 }
 
+// False where it failed, or was cancelled.
+bool Synchronization::MakePlan(const SyncOrder& order) {
+    ShellOperations& shell = wrappers_.Shell();
+    const ShellSeries shown(shell, {ShellOperation::Copy, "Looking into the folders...", {}});
+    const auto throwIfCancelled = [&] {
+        if (shell.SeriesCancelled() || tools_.loop.CancelRequested()) throw Cancelled();
+    };
+    try {
+        return tools_.reporter.Guard("modVantrel.GetListOfFilesAffectedBySync()",
+                                     [&] { plan_ = MakeSyncPlan(tools_, order, trash_, throwIfCancelled); });
+    } catch (const Cancelled&) {
+        return false;
+    }
+}
+
 std::optional<SyncReport> Synchronization::Run(const SyncOrder& order, SyncConfirmation& confirmation) {
     tools_.loop.Yield();
-    if (!tools_.reporter.Guard("modVantrel.GetListOfFilesAffectedBySync()",
-                               [&] { plan_ = MakeSyncPlan(tools_, order, trash_); }))
-        return std::nullopt;
+    if (!MakePlan(order)) return std::nullopt;
     // The list of the confirmation does not show what is not done.
     if (const std::string leftOut = plan_.leftOut.Describe(); !leftOut.empty())
         tools_.messages.Ask({"Synchronization", leftOut, MessageIcon::Warning, MessageButtons::Ok, {}});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -38,9 +39,10 @@ struct SyncOrder {
     std::int32_t jobs = 1;  // workers, as WorkerCount takes them
 };
 
-// The plan of `order`, looked into as far as a plan needs it.
+// The plan of `order`, looked into as far as a plan needs it. `onYield`: see LookAtWholeFolders.
 SyncPlan MakeSyncPlan(const Toolbox& tools, const SyncOrder& order,
-                      const TrashPlaces& trash = TrashPlaces::OfThisUser());
+                      const TrashPlaces& trash = TrashPlaces::OfThisUser(),
+                      const std::function<void()>& onYield = nullptr);
 
 // A whole synchronisation of two compared folders: plan, confirmation, space check, execution, history. What
 // comes before (the choice of the method) and after it (sound, showing the outcome) is its caller's.
@@ -51,11 +53,12 @@ class Synchronization {
                     TrashPlaces trash = TrashPlaces::OfThisUser())
         : tools_(tools), wrappers_(wrappers), busy_(busy), trash_(std::move(trash)) {}
 
-    // What the run did; nothing when it ended before anything was done (declined, no space). The report is
-    // good until the next run. Errors are reported under "frmMain.AutoSync()".
+    // What the run did; nothing when it ended before anything was done (declined, cancelled, no space). The
+    // report is good until the next run. Errors are reported under "frmMain.AutoSync()".
     std::optional<SyncReport> AutoSync(const SyncOrder& order, SyncConfirmation& confirmation);
 
   private:
+    bool MakePlan(const SyncOrder& order);
     std::optional<SyncReport> Run(const SyncOrder& order, SyncConfirmation& confirmation);
     void Record(const SyncOrder& order, const SyncReport& report);
 

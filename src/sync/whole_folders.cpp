@@ -70,7 +70,7 @@ Inside LookInto(const FileSystem& files, const ScanOptions& filters, const std::
 // Looks into the whole folders of a list, several at a time, and takes over what was found in their order.
 // For each action of the list: whether all is known of it.
 std::vector<bool> LookIntoAll(const Toolbox& tools, Workers& workers, const ScanOptions& filters,
-                              std::vector<PlannedAction>& actions) {
+                              const std::function<void()>& yield, std::vector<PlannedAction>& actions) {
     std::vector<bool> isKnown(actions.size(), true);
     JobQueue<Inside> queue(workers, {.jobs = 2 * workers.Count() + 1});
     std::size_t next = 0;
@@ -78,17 +78,17 @@ std::vector<bool> LookIntoAll(const Toolbox& tools, Workers& workers, const Scan
         for (; next < actions.size() && queue.HasRoom(); ++next) {
             if (!actions[next].isWholeFolder) continue;
             const bool deletes = actions[next].action == SyncAction::Delete;
-            queue.Add([&loop = tools.loop, files = tools.files, filters, folder = actions[next].source,
-                       deletes, alone = workers.Count() == 0](const StopFlag& stop) {
+            queue.Add([&yield, files = tools.files, filters, folder = actions[next].source, deletes,
+                       alone = workers.Count() == 0](const StopFlag& stop) {
                 return LookInto(files, filters, folder, deletes, [&] {
-                    if (alone) loop.Yield();
+                    if (alone) yield();
                     if (stop.IsRequested()) throw Cancelled();
                 });
             });
         }
         PlannedAction& action = actions[i];
         if (!action.isWholeFolder) continue;
-        Inside inside = queue.TakeNext([&tools] { tools.loop.Yield(); });
+        Inside inside = queue.TakeNext(yield);
         isKnown[i] = inside.error.IsOk();
         action.contents = inside.contents;
         action.room = inside.contents.bytes;
@@ -103,10 +103,15 @@ std::string Counted(std::uint64_t count, std::string_view what) {
 
 }  // namespace
 
-void LookAtWholeFolders(const Toolbox& tools, std::int32_t jobs, const ScanOptions& filters, SyncPlan& plan) {
+void LookAtWholeFolders(const Toolbox& tools, std::int32_t jobs, const ScanOptions& filters, SyncPlan& plan,
+                        const std::function<void()>& onYield) {
+    const std::function<void()> yield = [&] {
+        tools.loop.Yield();
+        if (onYield) onYield();
+    };
     Workers workers(WorkerCount(jobs));
     for (const Side side : kBothSides) {
-        const std::vector<bool> isKnown = LookIntoAll(tools, workers, filters, plan.deletes[side]);
+        const std::vector<bool> isKnown = LookIntoAll(tools, workers, filters, yield, plan.deletes[side]);
         std::size_t position = 0;
         std::erase_if(plan.deletes[side], [&](const PlannedAction& action) {
             if (isKnown[position++]) return false;
@@ -114,7 +119,7 @@ void LookAtWholeFolders(const Toolbox& tools, std::int32_t jobs, const ScanOptio
             return true;
         });
         // What cannot be looked at now is told when it is to be copied.
-        static_cast<void>(LookIntoAll(tools, workers, filters, plan.copies[side]));
+        static_cast<void>(LookIntoAll(tools, workers, filters, yield, plan.copies[side]));
         for (const PlannedAction& action : plan.copies[side])
             if (action.isWholeFolder) plan.specialObjects += action.contents.specialObjects;
     }

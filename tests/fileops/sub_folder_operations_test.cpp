@@ -4,6 +4,7 @@
 
 #include <cerrno>
 
+#include "fileops/told_at_end.h"
 #include "support/faulty_system_calls.h"
 #include "support/shell_fixture.h"
 #include "support/test_toolbox.h"
@@ -231,9 +232,12 @@ TEST_F(SubFolderOperationsTest, TimesThatCouldNotBeKeptAreToldAtTheEnd) {
         {files, volumes, box.clock, box.loop, progress, questions, {drop / "trash", geteuid()}}};
     ShellWrappers itsWrappers{shellWithoutTimes, messages};
     SubFolderOperations itsOperations{tools, itsWrappers, *this};
-    EXPECT_EQ(2U, itsOperations.CopyFilesToOtherDir(Confirm::No, PartOf::Command).timesNotKept);
+    EXPECT_EQ(2U, itsOperations.CopyFilesToOtherDir(Confirm::No, PartOf::Command).notKept.times);
     ASSERT_EQ(1U, messages.shown.size());
     EXPECT_EQ("Times Not Kept: The time of 2 files could not be kept.", messages.Line(0));
+    EXPECT_EQ("The time of 1 file could not be kept.\r\nExtended attributes of 3 files could not be kept.",
+              DescribeNotKept({1, 3}));
+    EXPECT_EQ("Attributes Not Kept", TitleOf(NotKept{1, 3}));
 }
 
 }  // namespace

@@ -261,6 +261,7 @@ TEST(MainWindow, ClosedInMidRunItCancelsAndClosesBehindTheJob) {
     Application& application = program.Start();
     program.CompareSamples();
     for (int i = 0; i < 3000; ++i) program.workspace.Write("left/n" + std::to_string(i), "");
+    program.messages.answers = {MessageAnswer::Yes};
     bool stayed = false;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] {

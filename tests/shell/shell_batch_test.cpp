@@ -128,10 +128,10 @@ TEST_F(ShellBatchTest, TimesThatCannotBeKeptAreCounted) {
     calls.FailAll(Call::Utimens, EPERM);
     const ShellResult result = Run(Copy, {Left("Sub")}, drop / "right");
     EXPECT_TRUE(result.AllDone());
-    EXPECT_EQ(4U, result.timesNotKept);
+    EXPECT_EQ(4U, result.notKept.times);
     SystemShellOperations shell = Service();
     EXPECT_TRUE(shell.CopyOneFile(Left("Sub/a"), Right("a")).IsOk());
-    EXPECT_EQ(1U, shell.FinishCopies().timesNotKept);
+    EXPECT_EQ(1U, shell.FinishCopies().notKept.times);
 }
 
 // Wherever it ends, a folder has the mode of its source or the one that it had before, and the next run

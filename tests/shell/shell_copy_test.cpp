@@ -136,13 +136,26 @@ TEST_F(ShellCopyTest, AllExtendedAttributesComeAlongOrTheCopyFails) {
     char value = 0;
     for (const std::string& name : names)
         EXPECT_EQ(1, getxattr(Right("file").c_str(), name.c_str(), &value, 1)) << name;
-    // A file system that cannot hold them gets the content alone; where it could, nothing is left out.
-    for (const int error : {EOPNOTSUPP, ENOSPC, EIO}) {
+    // A file system that cannot hold them gets the content alone, and where it has no room for them that is
+    // counted; otherwise nothing is left out.
+    for (const int error : {EOPNOTSUPP, ENOSPC, E2BIG, ERANGE, EDQUOT, EIO}) {
         fs::remove(Right("file"));
         calls.FailAll(Call::SetXattr, error);
-        EXPECT_EQ(error != EIO, Run(Copy, {Left("file")}, drop / "right").AllDone()) << error;
+        const ShellResult result = Run(Copy, {Left("file")}, drop / "right");
+        EXPECT_EQ(error != EIO, result.AllDone()) << error;
         EXPECT_EQ(error != EIO, drop.Exists("right/file")) << error;
+        EXPECT_EQ(error != EOPNOTSUPP && error != EIO ? 1U : 0U, result.notKept.attributes) << error;
     }
+    calls.FailAll(Call::SetXattr, ENOSPC);
+    fs::create_directory(Left("Sub"));
+    setxattr(Left("Sub").c_str(), "user.note", "v", 1, 0);
+    drop.Write("left/Sub/plain", "without any");
+    SystemShellOperations shell = Service();
+    EXPECT_TRUE(shell.CopyOneFile(Left("file"), Right("single")).IsOk());
+    EXPECT_EQ(1U, shell.FinishCopies().notKept.attributes);
+    SeparateDrives();
+    EXPECT_EQ(2U, Run(Move, {Left("file"), Left("Sub")}, drop / "right").notKept.attributes);
+    EXPECT_EQ("content", drop.Read("right/file"));
 }
 
 TEST_F(ShellCopyTest, SpecialFilesBelowAFolderFailOrArePassedOverAndNeverCount) {

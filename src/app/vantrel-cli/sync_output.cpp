@@ -149,7 +149,7 @@ void TellNotDone(const SyncReport& report, bool cancelledByUser,
     }
     if (notReached > kMostNamed)
         say("not done: " + std::to_string(notReached - kMostNamed) + " more for the same reason");
-    if (const std::string times = DescribeTimesNotKept(report.timesNotKept); !times.empty()) say(times);
+    if (const std::string notKept = DescribeNotKept(report.notKept); !notKept.empty()) say(notKept);
 }
 
 }  // namespace vantrel::cli

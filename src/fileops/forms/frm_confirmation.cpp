@@ -12,6 +12,7 @@
 
 #include "fileops/confirmation_details.h"
 #include "platform/forms/icons.h"
+#include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 
@@ -20,8 +21,11 @@ namespace {
 
 // Without the details: 2,110 twips, at 15 to the pixel.
 constexpr int kHeightWithoutDetails = 2110 / 15;
+constexpr int kDetailsRow = 3;
 
-QIcon OperationIcon(const std::string& operation) {
+QIcon IconOf(const Confirmation& confirmation, const QStyle& style) {
+    const std::string& operation = confirmation.operation;
+    if (IsForGood(confirmation)) return style.standardIcon(QStyle::SP_MessageBoxWarning);
     if (operation == "Copy") return CommandIcon(QLatin1String("copy"));
     if (operation == "Move") return CommandIcon(QLatin1String("move"));
     if (operation == "Delete") return CommandIcon(QLatin1String("delete"));
@@ -34,6 +38,8 @@ frmConfirmation::frmConfirmation(QWidget* parent)
     : QDialog(parent),
       imgIcon(new QLabel),
       lblMsg(new QLabel),
+      lblTo(new QLabel(QStringLiteral("To:"))),
+      lblTarget(new PathLabel),
       cmdYes(new QPushButton(QStringLiteral("&Yes"))),
       cmdNo(new QPushButton(QStringLiteral("&No"))),
       cmdDetails(new QPushButton),
@@ -41,6 +47,7 @@ frmConfirmation::frmConfirmation(QWidget* parent)
     setObjectName(QStringLiteral("frmConfirmation"));
     imgIcon->setObjectName(QStringLiteral("imgIcon"));
     lblMsg->setObjectName(QStringLiteral("lblMsg"));
+    lblTarget->setObjectName(QStringLiteral("lblTarget"));
     cmdYes->setObjectName(QStringLiteral("cmdYes"));
     cmdNo->setObjectName(QStringLiteral("cmdNo"));
     cmdDetails->setObjectName(QStringLiteral("cmdDetails"));
@@ -73,10 +80,12 @@ void frmConfirmation::LayOut() {
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(2 * style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
     grid->addWidget(imgIcon, 0, 0, Qt::AlignVCenter);
-    grid->addWidget(lblMsg, 0, 1);
-    grid->addWidget(buttons, 1, 0, 1, 2);
-    grid->addWidget(txtDetails, 2, 0, 1, 2);
-    grid->setColumnStretch(1, 1);
+    grid->addWidget(lblMsg, 0, 1, 1, 2);
+    grid->addWidget(lblTo, 1, 1);
+    grid->addWidget(lblTarget, 1, 2);
+    grid->addWidget(buttons, 2, 0, 1, 3);
+    grid->addWidget(txtDetails, kDetailsRow, 0, 1, 3);
+    grid->setColumnStretch(2, 1);
     setTabOrder(cmdYes, cmdNo);
     setTabOrder(cmdNo, cmdDetails);
     setTabOrder(cmdDetails, txtDetails);
@@ -88,7 +97,10 @@ MessageAnswer frmConfirmation::ShowForm(const Confirmation& confirmation) {
     setWindowTitle(ToQString(confirmation.title));
     lblMsg->setText(WithLineBreaks(MessageQString(confirmation.question)));
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
-    imgIcon->setPixmap(OperationIcon(confirmation.operation).pixmap(QSize(size, size), devicePixelRatioF()));
+    imgIcon->setPixmap(IconOf(confirmation, *style()).pixmap(QSize(size, size), devicePixelRatioF()));
+    lblTarget->SetPath(confirmation.target);
+    for (QLabel* label : {lblTo, static_cast<QLabel*>(lblTarget)})
+        label->setVisible(!confirmation.target.empty());
     HideDetails();
     QPushButton* proposed = confirmation.operation == "Delete" ? cmdNo : cmdYes;
     proposed->setDefault(true);
@@ -116,7 +128,7 @@ void frmConfirmation::ToggleDetails() {
     cmdDetails->setText(QStringLiteral("&Hide"));
     txtDetails->setPlainText(MessageQString(ConfirmationDetails(confirmation_)));
     txtDetails->show();
-    Stretch(2);
+    Stretch(kDetailsRow);
     ResizeWithinScreen(*this,
                        {std::max(width(), fontMetrics().averageCharWidth() * 90), sizeHint().height()});
 }

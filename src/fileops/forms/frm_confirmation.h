@@ -10,8 +10,11 @@ class QPushButton;
 
 namespace vantrel {
 
-// The confirmation dialog of file operations, with a list of what is about to be done on demand. ESC is No;
-// Enter is Yes, except before a deletion.
+class PathLabel;
+
+// The confirmation dialog of file operations: the question, where the objects go, and on demand a list of
+// what is about to be done. Before a deletion for good it bears a warning. ESC is No; Enter is Yes, except
+// before a deletion.
 class frmConfirmation : public QDialog {
     Q_OBJECT
   public:
@@ -23,6 +26,8 @@ class frmConfirmation : public QDialog {
 
     QLabel* imgIcon;
     QLabel* lblMsg;
+    QLabel* lblTo;  // before the target
+    PathLabel* lblTarget;
     QPushButton* cmdYes;
     QPushButton* cmdNo;
     QPushButton* cmdDetails;

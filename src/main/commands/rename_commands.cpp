@@ -54,7 +54,7 @@ bool RenameOne(Application& application, Side side, const ResultRow& row) {
 void Rename(Application& application) {
     const auto side = application.panes.CurrentListview();
     const std::size_t count = side ? application.panes.Pane(*side).SelectedCount() : 0;
-    const RunningCommand running(application);
+    const RunningCommand running(application, "renaming");
     if (count == 0) {
         application.around.messages.Ask(
             {.title = "Unable to Rename",
@@ -70,7 +70,7 @@ void Rename(Application& application) {
 }
 
 void SetDateTime(Application& application) {
-    const RunningCommand running(application);
+    const RunningCommand running(application, "date/time change");
     const Side side = application.panes.CurrentListview().value_or(Side::Left);
     std::vector<FileToStamp> files;
     application.reporter.Guard("frmFileDateTimes.PopulateListviewWithSelectedFiles", [&] {
@@ -84,7 +84,7 @@ void SetDateTime(Application& application) {
 }
 
 void SyncDateTime(Application& application) {
-    const RunningCommand running(application);
+    const RunningCommand running(application, "date/time change");
     StampPair pair;
     pair.confirm = application.options.showDateTimeChangeConfirmations;
     if (const auto side = application.panes.CurrentListview()) {

@@ -94,6 +94,11 @@ void frmMain::LayOut() {
         QPixmap(DialogPath(parts_.tools.folders.SupportFile(parts_.tools.files, "lvwback.gif")));
     connect(panesWidget_, &PanesWidget::PanesResized, this, &frmMain::ResizeForm);
     column->addWidget(panesWidget_, 1);
+    operationLine_ = new OperationLine(centre);
+    connect(operationLine_, &OperationLine::ListAsked, this, Guarded("cmdNotDone", "Click", [this] {
+                ShowText(QStringLiteral("Not Done"), operationLine_->NotDone());
+            }));
+    column->addWidget(operationLine_);
     setCentralWidget(centre);
     statusBar_ = new MainStatusBar(this);
     setStatusBar(statusBar_);
@@ -282,6 +287,7 @@ void frmMain::BusyChanged(bool busy) {
     panesWidget_->ShowBusy(busy);
     cmdSwapSides_->setEnabled(!busy);
     if (busy) HideOffers();
+    operationLine_->setEnabled(!busy);
     if (busy) return;
     if (focusBeforeJob_) focusBeforeJob_->setFocus();
     if (closeAfterJob_) QTimer::singleShot(0, this, &frmMain::close);
@@ -320,8 +326,19 @@ void frmMain::AddPathsToIni(const std::string& left, const std::string& right) {
 }
 
 void frmMain::ShowFileComparisonResults(const std::string& text) {
+    ShowText(QStringLiteral("Comparison Results"), text);
+}
+
+void frmMain::TellOperation(const std::string& text, const std::string& notDone) {
+    if (text.empty())
+        operationLine_->hide();
+    else
+        operationLine_->Tell(text, notDone);
+}
+
+void frmMain::ShowText(const QString& caption, const std::string& text) {
     frmErrorLog viewer(parts_.tools.files, parts_.tools.reporter, this);
-    viewer.setWindowTitle(QStringLiteral("Comparison Results"));
+    viewer.setWindowTitle(caption);
     viewer.txtMsg->setPlainText(MessageQString(text));
     // There is no file behind this text that could be emptied.
     viewer.cmdClear->hide();
@@ -331,9 +348,12 @@ void frmMain::ShowFileComparisonResults(const std::string& text) {
 void frmMain::closeEvent(QCloseEvent* event) {
     // A job holds on to what the window owns: it is asked to end, and the window closes behind it.
     if (parts_.busy.IsBusy()) {
+        event->ignore();
+        if (closeAfterJob_ || asksToStop_) return;
+        const QScopedValueRollback<bool> asks(asksToStop_, true);
+        if (hooks_.mayStopJob && !hooks_.mayStopJob()) return;
         closeAfterJob_ = true;
         if (hooks_.cancelJob) hooks_.cancelJob();
-        event->ignore();
         return;
     }
     closed_ = true;

@@ -15,6 +15,7 @@
 #include "settings/window_geometry.h"
 #include "views/drop_rule.h"
 #include "views/forms/commands.h"
+#include "views/forms/operation_line.h"
 #include "views/forms/panes_widget.h"
 #include "views/forms/path_box.h"
 #include "views/forms/status_bar.h"
@@ -51,8 +52,10 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     struct Hooks {
         std::function<void()> compare;  // Enter in a path box: as mnuFileCompareDirectories
         std::function<void(Side, PathIcon)> pathIcon;
-        std::function<void()> cancelJob;  // the window is to be closed while a job runs
-        std::function<void()> unload;     // Form_Unload; the window closes afterwards
+        // The window is to be closed while a job runs: whether that may be stopped, and its end.
+        std::function<bool()> mayStopJob;
+        std::function<void()> cancelJob;
+        std::function<void()> unload;  // Form_Unload; the window closes afterwards
     };
     // Carries out a drop of `paths` on a pane, whose folder is `folder`.
     using DropHandler =
@@ -97,6 +100,8 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     std::string SelectedPath() const;
     // Shows this text in the log viewer (caption "Comparison Results").
     void ShowFileComparisonResults(const std::string& text);
+    // What an operation did, until the next one; empty: nothing is to be told any more.
+    void TellOperation(const std::string& text, const std::string& notDone);
 
     // Of cboSourcePath and cboTargetPath, as PathFromUser gives it.
     std::string PathText(Side side) const;
@@ -139,6 +144,8 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     void OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
     void DragOut(Side side);
 
+    void ShowText(const QString& caption, const std::string& text);
+
     void BusyChanged(bool busy) override;
     void StatusTextsChanged() override;
     void ViewSelectionsChanged() override;
@@ -152,12 +159,14 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     PanesWidget* panesWidget_ = nullptr;
     QToolButton* cmdSwapSides_ = nullptr;  // between the path boxes, above the strip of toggles
     PerSide<PathOffer*> offers_;           // below the path boxes
+    OperationLine* operationLine_ = nullptr;
     MainStatusBar* statusBar_ = nullptr;
     CommandStrip* coolBar_ = nullptr;
     CommandStrip* toolbar_ = nullptr;
     QFont ownFont_;
     QPointer<QWidget> focusBeforeJob_;
     PaneLooks looks_;
+    bool asksToStop_ = false;
     bool closeAfterJob_ = false;
     bool closed_ = false;
 };

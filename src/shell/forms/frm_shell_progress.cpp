@@ -42,14 +42,8 @@ Look LookOf(ShellOperation operation) {
     return {"", ""};
 }
 
-double PartOf(std::uint64_t done, std::uint64_t all) {
-    return all > 0 ? std::min(static_cast<double>(done) / static_cast<double>(all), 1.0) : 1.0;
-}
-
-// The lesser part of the two: neither one large file nor thousands of empty ones shall look like the end.
-int BarValue(ShellProgress::Totals done, ShellProgress::Totals totals) {
-    const double part = std::min(PartOf(done.bytes, totals.bytes), PartOf(done.objects, totals.objects));
-    return static_cast<int>(part * kBarSteps);
+Currency Whole(std::uint64_t value) {
+    return Currency::FromWhole(static_cast<std::int64_t>(value));
 }
 
 QString Elided(const QLabel* label, const std::string& path) {
@@ -59,20 +53,30 @@ QString Elided(const QLabel* label, const std::string& path) {
 
 }  // namespace
 
-frmShellProgress::frmShellProgress(QWidget* parent)
+frmShellProgress::frmShellProgress(const LocaleFormats& locale, QWidget* parent)
     : QDialog(parent),
       lblOperation(new QLabel),
       lblFileName(new QLabel),
       lblTarget(new QLabel),
       lblCount(new QLabel),
+      lblPace(new QLabel),
       prgProgress(new QProgressBar),
-      cmdCancel(new QPushButton(QStringLiteral("Cancel"))) {
+      cmdCancel(new QPushButton(QStringLiteral("&Cancel"))),
+      locale_(locale) {
     setObjectName(QStringLiteral("frmShellProgress"));
     lblFileName->setObjectName(QStringLiteral("lblFileName"));
     prgProgress->setObjectName(QStringLiteral("prgProgress"));
+    lblTarget->setObjectName(QStringLiteral("lblTarget"));
+    lblCount->setObjectName(QStringLiteral("lblCount"));
+    lblPace->setObjectName(QStringLiteral("lblPace"));
     cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    // The window comes of itself, over whatever is being typed: the button is for the mouse, the keys are ESC
+    // and the button's letter.
+    cmdCancel->setAutoDefault(false);
+    cmdCancel->setFocusPolicy(Qt::NoFocus);
+    cmdCancel->setToolTip(QStringLiteral("Esc"));
     setWindowModality(Qt::ApplicationModal);
-    for (QLabel* label : {lblFileName, lblTarget, lblCount}) {
+    for (QLabel* label : {lblFileName, lblTarget, lblCount, lblPace}) {
         label->setTextFormat(Qt::PlainText);
         label->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
     }
@@ -86,14 +90,15 @@ frmShellProgress::frmShellProgress(QWidget* parent)
     grid->addWidget(lblTarget, 1, 1, 1, 2);
     grid->addWidget(prgProgress, 2, 1, 1, 2);
     grid->addWidget(lblCount, 3, 1);
-    grid->addWidget(cmdCancel, 3, 2, Qt::AlignRight);
+    grid->addWidget(lblPace, 4, 1);
+    grid->addWidget(cmdCancel, 3, 2, 2, 1, Qt::AlignRight | Qt::AlignVCenter);
     grid->setColumnStretch(1, 1);
     connect(cmdCancel, &QPushButton::clicked, this, &frmShellProgress::reject);
 }
 
-void frmShellProgress::Show(ShellOperation operation) {
+void frmShellProgress::Show(ShellOperation operation, const std::string& title) {
     const Look look = LookOf(operation);
-    setWindowTitle(QString::fromUtf8(look.title));
+    setWindowTitle(title.empty() ? QString::fromUtf8(look.title) : ToQString(title));
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
     lblOperation->setPixmap(
         CommandIcon(QLatin1String(look.icon)).pixmap(QSize(size, size), devicePixelRatioF()));
@@ -101,29 +106,33 @@ void frmShellProgress::Show(ShellOperation operation) {
 }
 
 void frmShellProgress::Paint(const std::string& path, const std::string& target, ShellProgress::Totals done,
-                             ShellProgress::Totals totals) {
+                             ShellProgress::Totals totals, const std::string& pace) {
     lblFileName->setText(Elided(lblFileName, path));
     lblTarget->setText(target.empty() ? QString() : QStringLiteral("to %1").arg(Elided(lblTarget, target)));
     if (cancelled_) {
         lblCount->setText(QStringLiteral("Cancelling..."));
     } else if (totals.objects > 0) {
         const auto size = [](std::uint64_t bytes) {
-            return ToQString(
-                ConvertBytesToCorrectByteTypeString(Currency::FromWhole(static_cast<std::int64_t>(bytes))));
+            return ToQString(ConvertBytesToCorrectByteTypeString(Whole(bytes)));
         };
-        QString text = QStringLiteral("%1 of %2 object(s)").arg(done.objects).arg(totals.objects);
+        const auto number = [this](std::uint64_t count) { return ToQString(locale_.Number(Whole(count))); };
+        QString text = QStringLiteral("%1 of %2 object(s)").arg(number(done.objects), number(totals.objects));
         if (totals.bytes > 0) text += QStringLiteral(", %1 of %2").arg(size(done.bytes), size(totals.bytes));
         lblCount->setText(text);
+    } else {
+        lblCount->setText(QStringLiteral("Counting..."));
     }
+    lblPace->setText(cancelled_ ? QString() : ToQString(pace));
     // A range of nothing shows that something goes on.
     prgProgress->setRange(0, totals.objects > 0 ? kBarSteps : 0);
-    prgProgress->setValue(BarValue(done, totals));
+    prgProgress->setValue(static_cast<int>(PartDone(done, totals) * kBarSteps));
 }
 
 void frmShellProgress::reject() {
     cancelled_ = true;
     cmdCancel->setEnabled(false);
     lblCount->setText(QStringLiteral("Cancelling..."));
+    lblPace->clear();
 }
 
 void frmShellProgress::closeEvent(QCloseEvent* event) {
@@ -137,9 +146,11 @@ void QtShellProgress::Begin(ShellOperation operation) {
     running_ = true;
     operation_ = operation;
     totals_ = done_ = {};
+    title_.clear();
     path_.clear();
     target_.clear();
     begun_ = painted_ = clock_.GetTickCount();
+    pace_.Begin(begun_);
 }
 
 void QtShellProgress::Item(std::string_view path, std::string_view target) {
@@ -153,12 +164,16 @@ bool QtShellProgress::CancelAsked() {
     if (!window_ && now - begun_ >= kShowAfter) {
         QWidget* const modal = QApplication::activeModalWidget();
         QWidget* const over = modal ? modal : parent_ ? parent_.data() : QApplication::activeWindow();
-        window_ = std::make_unique<frmShellProgress>(over);
-        window_->Show(operation_);
+        window_ = std::make_unique<frmShellProgress>(locale_, over);
+        // The window that the operation belongs to shows that it is busy, and may be closed; all others are
+        // kept from input.
+        if (over && over == parent_) window_->setWindowModality(Qt::NonModal);
+        window_->Show(operation_, title_);
         painted_ = now - kPaintEvery;
     }
     if (window_ && now - painted_ >= kPaintEvery) {
-        window_->Paint(path_, target_, done_, totals_);
+        pace_.Note(now, done_, totals_);
+        window_->Paint(path_, target_, done_, totals_, pace_.Describe());
         painted_ = now;
     }
     return window_ && window_->Cancelled();

@@ -53,12 +53,14 @@ OverwriteAnswer QtShellQuestions::AskOverwrite(const Overwrite& question) {
     const QPushButton* yes = box.addButton(QMessageBox::Yes);
     const QPushButton* all = box.addButton(QMessageBox::YesToAll);
     const QPushButton* no = box.addButton(QMessageBox::No);
+    const QPushButton* none = box.addButton(QMessageBox::NoToAll);
     box.setEscapeButton(box.addButton(QMessageBox::Cancel));
     box.setDefaultButton(QMessageBox::No);
     const OrdinaryPointer pointer;
     box.exec();
     if (box.clickedButton() == yes) return OverwriteAnswer::Yes;
     if (box.clickedButton() == all) return OverwriteAnswer::YesToAll;
+    if (box.clickedButton() == none) return OverwriteAnswer::NoToAll;
     return box.clickedButton() == no ? OverwriteAnswer::No : OverwriteAnswer::Cancel;
 }
 
@@ -70,12 +72,15 @@ ErrorAnswer QtShellQuestions::AskAboutError(const Trouble& trouble) {
     box.setWindowTitle(QStringLiteral("Error: %1").arg(TitleOf(trouble.operation)));
     box.setText(DisplayQString(trouble.path));
     box.setInformativeText(MessageQString(trouble.error.Description()));
-    const QPushButton* retry = box.addButton(QMessageBox::Retry);
+    QPushButton* retry = box.addButton(QMessageBox::Retry);
     const QPushButton* skip = box.addButton(QStringLiteral("&Skip"), QMessageBox::AcceptRole);
+    const QPushButton* all = box.addButton(QStringLiteral("Skip &All"), QMessageBox::AcceptRole);
     box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    box.setDefaultButton(retry);
     const OrdinaryPointer pointer;
     box.exec();
     if (box.clickedButton() == retry) return ErrorAnswer::Retry;
+    if (box.clickedButton() == all) return ErrorAnswer::SkipAll;
     return box.clickedButton() == skip ? ErrorAnswer::Skip : ErrorAnswer::Cancel;
 }
 

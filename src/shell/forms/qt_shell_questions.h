@@ -8,8 +8,8 @@
 
 namespace vantrel {
 
-// The questions of the shell operations as message boxes: before overwriting Yes, Yes to All, No and Cancel;
-// after an error Retry, Skip and Cancel. ESC is Cancel.
+// The questions of the shell operations as message boxes: before overwriting Yes, Yes to All, No, No to All
+// and Cancel; after an error Retry, Skip, Skip All and Cancel. ESC is Cancel.
 class QtShellQuestions : public ShellQuestions {
   public:
     explicit QtShellQuestions(const LocaleFormats& locale) : locale_(locale) {}

@@ -7,6 +7,33 @@
 #include "platform/forms/qt_text.h"
 
 namespace vantrel {
+namespace {
+
+// What the action does with such objects of `side`.
+QString TipOf(SyncAction action, const QString& objects, Side side) {
+    const bool isLeft = side == Side::Left;
+    const QString own = isLeft ? QStringLiteral("left") : QStringLiteral("right");
+    const QString other = isLeft ? QStringLiteral("right") : QStringLiteral("left");
+    const QString which = QStringLiteral("%1 of the %2 folder").arg(objects, own);
+    switch (action) {
+        case SyncAction::Copy:
+            return QStringLiteral("%1 are copied to the %2 folder, over what has their names there.")
+                .arg(which, other);
+        case SyncAction::Replace:
+            return QStringLiteral("%1 are replaced by their counterparts from the %2 folder.")
+                .arg(which, other);
+        case SyncAction::Delete:
+            return QStringLiteral(
+                       "%1 are deleted: to the Recycle Bin, and for good inside of sub-folders that "
+                       "both folders have.")
+                .arg(which);
+        case SyncAction::Leave:
+            break;
+    }
+    return QStringLiteral("%1 stay as they are.").arg(which);
+}
+
+}  // namespace
 
 struct CustomSyncTable::Row {
     SyncCell cell;
@@ -56,7 +83,16 @@ void CustomSyncTable::AddRow(const Row& row, int number) {
         combo->setAccessibleName(QStringLiteral("%1, %2").arg(
             QLatin1String(row.label),
             side == Side::Left ? QStringLiteral("Left Folder") : QStringLiteral("Right Folder")));
-        for (const std::string_view choice : CustomSyncChoices(row.cell)) combo->addItem(ToQString(choice));
+        for (const std::string_view choice : CustomSyncChoices(row.cell)) {
+            combo->addItem(ToQString(choice));
+            combo->setItemData(combo->count() - 1,
+                               TipOf(ActionOfCustomSyncChoice(choice), QString::fromLatin1(row.label), side),
+                               Qt::ToolTipRole);
+        }
+        // The closed combo tells of what stands in it.
+        const auto showTip = [combo] { combo->setToolTip(combo->currentData(Qt::ToolTipRole).toString()); };
+        connect(combo, &QComboBox::currentIndexChanged, combo, showTip);
+        showTip();
         connect(combo, &QComboBox::activated, this,
                 [this, cell = row.cell, side] { ComboClicked(cell, side); });
         grid->addWidget(combo, number, 1 + static_cast<int>(Index(side)));

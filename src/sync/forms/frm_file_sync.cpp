@@ -12,10 +12,10 @@
 #include <QVBoxLayout>
 
 #include "platform/forms/busy_pointer.h"
+#include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 #include "platform/names/paths.h"
-#include "sync/forms/path_label.h"
 
 namespace vantrel {
 

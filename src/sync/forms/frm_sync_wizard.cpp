@@ -6,8 +6,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "platform/forms/path_label.h"
 #include "sync/forms/frm_custom_sync.h"
-#include "sync/forms/path_label.h"
 #include "sync/forms/sync_method_chooser.h"
 
 namespace vantrel {

@@ -5,9 +5,13 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
 
 #include "platform/forms/animation_view.h"
 #include "platform/forms/qt_text.h"
@@ -33,7 +37,8 @@ class frmCompareProgressTest : public ::testing::Test {
     testing::TestToolbox tools;
     QtEventLoop loop;
     QWidget mainWindow;
-    frmCompareProgress window{loop, tools.files, tools.folders, &mainWindow};
+    LocaleFormats locale{"C"};
+    frmCompareProgress window{loop, tools.files, tools.folders, locale, &mainWindow};
 };
 
 TEST_F(frmCompareProgressTest, PaintsWhatWasSetLastAtThePaceOfTheLoop) {
@@ -50,6 +55,11 @@ TEST_F(frmCompareProgressTest, PaintsWhatWasSetLastAtThePaceOfTheLoop) {
     loop.YieldNow();
     EXPECT_EQ(Text("lblFileName"), "<b>file3");
     EXPECT_EQ(Bar()->value() * 4, Bar()->maximum() * 3);
+    EXPECT_EQ(Text("lblCount"), "3 of 4");
+    window.SetBarRange(0);
+    window.SetBarValue(12'345);
+    loop.YieldNow();
+    EXPECT_EQ(Text("lblCount"), "12,345 found");
 }
 
 TEST_F(frmCompareProgressTest, HasABarThatIsHonest) {
@@ -84,12 +94,13 @@ TEST_F(frmCompareProgressTest, CutsALongNameInTheMiddleAndKeepsItsSize) {
 }
 
 TEST_F(frmCompareProgressTest, CancelsAndUnloadsOnEscapeInAnyWindowAndWhenClosed) {
-    for (const int way : {0, 1, 2}) {
+    for (const int way : {0, 1, 2, 3}) {
         loop.ResetCancel();
         window.Show();
         if (way == 0) PressEscape(window);
         if (way == 1) PressEscape(mainWindow);
         if (way == 2) window.close();
+        if (way == 3) window.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
         EXPECT_TRUE(loop.CancelRequested()) << way;
         EXPECT_FALSE(window.isVisible());
         window.SetMessage("late");
@@ -104,6 +115,20 @@ TEST_F(frmCompareProgressTest, CancelsAndUnloadsOnEscapeInAnyWindowAndWhenClosed
     EXPECT_FALSE(loop.CancelRequested()) << "no run, nothing to cancel";
 }
 
+// They are meant for the window that had the focus before.
+TEST_F(frmCompareProgressTest, EnterAndTheBlankDoNotCancel) {
+    window.Show();
+    window.WaitUntilPainted();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Space}) {
+        QTest::keyClick(&window, key);
+        if (QWidget* focused = window.focusWidget()) QTest::keyClick(focused, key);
+    }
+    EXPECT_FALSE(loop.CancelRequested());
+    EXPECT_TRUE(window.isVisible());
+    const auto* cancel = window.findChild<QPushButton*>(QStringLiteral("cmdCancel"));
+    EXPECT_FALSE(QKeySequence::mnemonic(cancel->text()).isEmpty()) << "the one way by the keyboard but ESC";
+}
+
 TEST_F(frmCompareProgressTest, LeavesEscapeToAQuestionThatStandsOverTheRun) {
     window.Show();
     QMessageBox question(&window);
@@ -114,17 +139,46 @@ TEST_F(frmCompareProgressTest, LeavesEscapeToAQuestionThatStandsOverTheRun) {
     EXPECT_FALSE(loop.CancelRequested());
 }
 
-TEST_F(frmCompareProgressTest, WaitsForItsTimerButNotForOneThatCannotFire) {
+TEST_F(frmCompareProgressTest, WaitsForTheFirstPaintingAloneAndOnlyWhereSomebodyWaits) {
+    auto* timer = window.findChild<QTimer*>(QStringLiteral("Timer1"));
+    EXPECT_EQ(timer->interval(), 250);
+    timer->setInterval(60'000);
+    struct Paintings : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint;
+            return false;
+        }
+        int count = 0;
+    } paintings;
+    window.installEventFilter(&paintings);
     window.WaitUntilPainted();  // not shown: returns at once
-    QElapsedTimer elapsed;
-    elapsed.start();
     window.Show();
     window.WaitUntilPainted();
-    EXPECT_GE(elapsed.elapsed(), 230);
-    QTimer::singleShot(0, &window, [this] { PressEscape(window); });
-    elapsed.restart();
+    EXPECT_EQ(paintings.count, 1);
+    EXPECT_TRUE(timer->isActive()) << "did not wait for it";
     window.WaitUntilPainted();
-    EXPECT_LT(elapsed.elapsed(), 200);
+    EXPECT_EQ(paintings.count, 1) << "it is painted";
+    window.Unload();
+
+    paintings.count = 0;
+    window.SetWaits(false);
+    window.Show();
+    window.WaitUntilPainted();
+    EXPECT_EQ(paintings.count, 0);
+    window.Unload();
+    window.SetWaits(true);
+
+    // One that cannot be painted keeps nobody.
+    window.setUpdatesEnabled(false);
+    timer->setInterval(1);
+    window.Show();
+    window.WaitUntilPainted();
+    EXPECT_FALSE(timer->isActive());
+    timer->setInterval(60'000);
+    window.Unload();
+    window.Show();
+    QTimer::singleShot(0, &window, [this] { PressEscape(window); });
+    window.WaitUntilPainted();
     EXPECT_TRUE(loop.CancelRequested());
 }
 

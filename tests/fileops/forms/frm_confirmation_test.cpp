@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
 
 namespace vantrel {
@@ -64,6 +65,31 @@ TEST_F(ConfirmationTest, ListsTheNamesOnDemand) {
         EXPECT_EQ(QStringLiteral("&Details..."), form.cmdDetails->text());
         EXPECT_EQ(QString(), form.txtDetails->toPlainText());
         EXPECT_EQ(height, form.height());
+        form.close();
+    });
+}
+
+TEST_F(ConfirmationTest, ShowsWhereTheObjectsGoAndWarnsWhereTheyAreGone) {
+    copy.target = "/data/" + std::string(400, 'x') + "/end";
+    Show(copy, [&] {
+        EXPECT_TRUE(form.lblTo->isVisible() && form.lblTarget->isVisible());
+        EXPECT_TRUE(form.lblTarget->text().endsWith(QStringLiteral("/end")));
+        EXPECT_EQ(ToQString(copy.target), form.lblTarget->accessibleName());
+        EXPECT_LT(form.width(), 1'000);
+        form.close();
+    });
+    Confirmation remove{"Confirm", "Delete them?", "Delete", {"/a/x"}, "/a", ""};
+    const auto icon = [this] { return form.imgIcon->pixmap(Qt::ReturnByValue).toImage(); };
+    QImage toBin;
+    Show(remove, [&] {
+        EXPECT_FALSE(form.lblTo->isVisible() || form.lblTarget->isVisible());
+        toBin = icon();
+        form.close();
+    });
+    remove.question = "You are about to permanently delete 1 item(s).";
+    Show(remove, [&] {
+        EXPECT_FALSE(icon().isNull());
+        EXPECT_NE(toBin, icon());
         form.close();
     });
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
@@ -19,7 +20,8 @@ namespace {
 
 TEST(ShellProgressWindow, AppearsAfterHalfASecondAndCancels) {
     FakeClock clock;
-    QtShellProgress progress(clock);
+    const LocaleFormats locale("C");
+    QtShellProgress progress(clock, locale);
     EXPECT_FALSE(progress.CancelAsked());
     progress.Begin(ShellOperation::Copy);
     progress.SetTotals({10, 4000});
@@ -48,6 +50,78 @@ TEST(ShellProgressWindow, AppearsAfterHalfASecondAndCancels) {
     EXPECT_EQ(nullptr, progress.Window());
     progress.Begin(ShellOperation::Delete);
     EXPECT_FALSE(progress.CancelAsked());
+    progress.End();
+
+    QWidget busyWindow;
+    progress.SetParentWindow(&busyWindow);
+    progress.Begin(ShellOperation::Copy);
+    clock.ticks += 500;
+    EXPECT_FALSE(progress.CancelAsked());
+    EXPECT_FALSE(progress.Window()->isModal()) << "it could not be closed";
+    progress.End();
+}
+
+// They are meant for the window that had the focus before.
+TEST(ShellProgressWindow, EnterAndTheBlankDoNotCancel) {
+    const LocaleFormats locale("C");
+    frmShellProgress window(locale);
+    window.Show(ShellOperation::Copy, "");
+    EXPECT_EQ(QStringLiteral("Copying..."), window.windowTitle());
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Tab, Qt::Key_Space}) {
+        QTest::keyClick(&window, key);
+        if (QWidget* focused = window.focusWidget()) QTest::keyClick(focused, key);
+    }
+    EXPECT_FALSE(window.Cancelled());
+    EXPECT_FALSE(QKeySequence::mnemonic(window.cmdCancel->text()).isEmpty());
+    window.cmdCancel->click();
+    EXPECT_TRUE(window.Cancelled());
+    EXPECT_FALSE(window.cmdCancel->isEnabled());
+    window.Paint("/a", "", {1, 0}, {2, 0}, "about 1 minute left");
+    EXPECT_EQ(QStringLiteral("Cancelling..."), window.lblCount->text());
+    EXPECT_EQ(QString(), window.lblPace->text());
+}
+
+TEST(ShellProgressWindow, TellsCountsSpeedAndTimeLeft) {
+    constexpr std::uint64_t kMega = 1 << 20;
+    FakeClock clock;
+    const LocaleFormats locale("C");
+    QtShellProgress progress(clock, locale);
+    progress.Begin(ShellOperation::Copy);
+    progress.SetTitle("Together");
+    clock.ticks += 5'000;
+    EXPECT_FALSE(progress.CancelAsked());
+    EXPECT_EQ(QStringLiteral("Together"), progress.Window()->windowTitle());
+    EXPECT_EQ(QStringLiteral("Counting..."), progress.Window()->lblCount->text());
+    EXPECT_EQ(QString(), progress.Window()->lblPace->text());
+    progress.SetTotals({2'000, 400 * kMega});
+    for (std::uint64_t second = 1; second <= 30; ++second) {
+        clock.ticks += 1'000;
+        progress.Advance({second * 10, second * 2 * kMega});
+        EXPECT_FALSE(progress.CancelAsked());
+    }
+    EXPECT_EQ(QStringLiteral("300 of 2,000 object(s), 60 MB of 400 MB"), progress.Window()->lblCount->text());
+    // 170 seconds, by either measure.
+    EXPECT_EQ(QStringLiteral("2 MB/s, about 3 minutes left"), progress.Window()->lblPace->text());
+    // The last seconds count, not the beginning.
+    for (std::uint64_t second = 1; second <= 11; ++second) {
+        clock.ticks += 1'000;
+        progress.Advance({300 + second * 100, (60 + second * 20) * kMega});
+        EXPECT_FALSE(progress.CancelAsked());
+    }
+    EXPECT_EQ(QStringLiteral("20 MB/s, about 10 seconds left"), progress.Window()->lblPace->text());
+    progress.End();
+}
+
+TEST(ShellProgressWindow, RoundsTheTimeLeftUp) {
+    for (const auto& [seconds, text] : {std::pair{0.0, "a few seconds left"},
+                                        {4.9, "a few seconds left"},
+                                        {5.1, "about 10 seconds left"},
+                                        {55.0, "about 55 seconds left"},
+                                        {56.0, "about 1 minute left"},
+                                        {61.0, "about 2 minutes left"},
+                                        {3'590.0, "about 60 minutes left"},
+                                        {3'660.0, "about 1 h 1 min left"}})
+        EXPECT_EQ(text, DescribeTimeLeft(seconds));
 }
 
 TEST(ShellQuestionBoxes, GiveTheAnswerOfTheirButtons) {
@@ -57,9 +131,8 @@ TEST(ShellQuestionBoxes, GiveTheAnswerOfTheirButtons) {
         QMessageBox::StandardButton button;
         OverwriteAnswer answer;
     } overwrites[] = {
-        {QMessageBox::Yes, OverwriteAnswer::Yes},
-        {QMessageBox::YesToAll, OverwriteAnswer::YesToAll},
-        {QMessageBox::No, OverwriteAnswer::No},
+        {QMessageBox::Yes, OverwriteAnswer::Yes},       {QMessageBox::YesToAll, OverwriteAnswer::YesToAll},
+        {QMessageBox::No, OverwriteAnswer::No},         {QMessageBox::NoToAll, OverwriteAnswer::NoToAll},
         {QMessageBox::Cancel, OverwriteAnswer::Cancel},
     };
     for (const auto& one : overwrites) {
@@ -76,6 +149,7 @@ TEST(ShellQuestionBoxes, GiveTheAnswerOfTheirButtons) {
         ErrorAnswer answer;
     } errors[] = {{"Retry", ErrorAnswer::Retry},
                   {"Skip", ErrorAnswer::Skip},
+                  {"Skip All", ErrorAnswer::SkipAll},
                   {"Cancel", ErrorAnswer::Cancel},
                   {nullptr, ErrorAnswer::Cancel}};
     for (const auto& one : errors) {

@@ -8,10 +8,10 @@
 #include <QRadioButton>
 #include <QTest>
 
+#include "platform/forms/path_label.h"
 #include "support/modal.h"
 #include "support/shell_fixture.h"
 #include "support/test_toolbox.h"
-#include "sync/forms/path_label.h"
 
 namespace vantrel {
 namespace {

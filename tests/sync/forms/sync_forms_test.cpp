@@ -147,11 +147,12 @@ std::vector<std::string> Lines(QAbstractItemView* list) {
 
 TEST(ConfirmSync, ListsEverythingAndOnlyContinueProceeds) {
     const SyncPlan plan = SmallPlan();
-    frmConfirmSync window(plan);
+    const LocaleFormats locale("C");
+    frmConfirmSync window(plan, locale);
     window.show();
-    EXPECT_EQ((std::vector<std::string>{"c | Copy -->", "d | Delete", "\\Sub/x/a | Delete",
-                                        "\\Sub/x/b | Copy -->"}),
-              Lines(Child<QAbstractItemView>(window, "lvwFolderOne")));
+    EXPECT_EQ(
+        (std::vector<std::string>{"c | Copy -->", "d | Delete", "Sub/x/a | Delete", "Sub/x/b | Copy -->"}),
+        Lines(Child<QAbstractItemView>(window, "lvwFolderOne")));
     EXPECT_EQ((std::vector<std::string>{"r | <-- Copy"}),
               Lines(Child<QAbstractItemView>(window, "lvwFolderTwo")));
     QTest::keyClick(&window, Qt::Key_Return);
@@ -163,10 +164,11 @@ TEST(ConfirmSync, ListsEverythingAndOnlyContinueProceeds) {
 
 TEST(ConfirmSync, TellsWhatTheListsDoNot) {
     SyncPlan plan = SmallPlan();
-    EXPECT_FALSE(frmConfirmSync(plan).findChild<QLabel*>(QStringLiteral("lblNotes")));
+    const LocaleFormats locale("C");
+    EXPECT_FALSE(frmConfirmSync(plan, locale).findChild<QLabel*>(QStringLiteral("lblNotes")));
     plan.specialObjects = 2;
     plan.copies[Side::Left].front().linkChange = LinkChange::LinkForFile;
-    frmConfirmSync window(plan);
+    frmConfirmSync window(plan, locale);
     EXPECT_EQ(
         QStringLiteral("2 special objects passed over.\nA link is put in a file's place by 1 copy action."),
         Child<QLabel>(window, "lblNotes")->text());
@@ -174,6 +176,56 @@ TEST(ConfirmSync, TellsWhatTheListsDoNot) {
     EXPECT_EQ(QStringLiteral("c\nA link is put in this file's place."),
               model->index(0, 0).data(Qt::ToolTipRole).toString());
     EXPECT_EQ(QStringLiteral("d"), model->index(1, 0).data(Qt::ToolTipRole).toString());
+}
+
+TEST(ConfirmSync, AddsUpWhatIsDoneAndMarksWhatIsGone) {
+    SyncPlan plan = SmallPlan();
+    PlannedAction& copy = plan.copies[Side::Left].front();
+    copy.isWholeFolder = true;
+    copy.contents.objects = 1'499;
+    copy.contents.specialObjects = 2;
+    copy.room = Currency::FromWhole(3 << 20);
+    plan.deletes[Side::Left].front().contents.objects = 9;
+    plan.copies[Side::Right].front().type = ResultType::Older;
+    const LocaleFormats locale("C");
+    frmConfirmSync window(plan, locale);
+    window.show();
+    const auto text = [&](const char* name) { return Child<QLabel>(window, name)->text().toStdString(); };
+    const auto bold = [&](const char* name) { return Child<QLabel>(window, name)->font().bold(); };
+    EXPECT_EQ("Copied: 1,499 objects, 3 MB", text("lblCopied(0)"));
+    EXPECT_EQ("To the Recycle Bin: 10 objects", text("lblRecycled(0)"));
+    EXPECT_EQ("Deleted for good: 1 object", text("lblDeleted(0)"));
+    EXPECT_TRUE(bold("lblDeleted(0)") && !bold("lblRecycled(0)"));
+    EXPECT_EQ("Over something newer: 1 object", text("lblOverNewer(1)"));
+    EXPECT_TRUE(bold("lblOverNewer(1)"));
+    for (const char* absent : {"lblOverNewer(0)", "lblRecycled(1)", "lblDeleted(1)"})
+        EXPECT_FALSE(window.findChild<QLabel*>(QString::fromLatin1(absent))) << absent;
+
+    const QAbstractItemModel* model = Child<QAbstractItemView>(window, "lvwFolderOne")->model();
+    const auto marked = [&](int row) {
+        return model->index(row, 1).data(Qt::FontRole).value<QFont>().bold();
+    };
+    EXPECT_TRUE(!marked(0) && !marked(1) && marked(2) && !marked(3)) << "the third one is deleted for good";
+    EXPECT_EQ(QStringLiteral("Delete\nThis is deleted for good, not to the Recycle Bin."),
+              model->index(2, 1).data(Qt::ToolTipRole).toString());
+}
+
+TEST(CustomSync, EachActionSaysInItsTipWhatItDoes) {
+    Options options;
+    CSyncSettings settings(options);
+    frmCustomSync window(settings);
+    for (auto* combo : window.findChildren<QComboBox*>()) {
+        for (int item = 0; item < combo->count(); ++item) {
+            const QString tip = combo->itemData(item, Qt::ToolTipRole).toString();
+            combo->setCurrentIndex(item);
+            EXPECT_EQ(tip, combo->toolTip());
+            EXPECT_EQ(combo->itemText(item).startsWith(QStringLiteral("Delete")),
+                      tip.contains(QStringLiteral("deleted")))
+                << tip.toStdString();
+        }
+    }
+    EXPECT_EQ(QStringLiteral("Newer files of the left folder stay as they are."),
+              Child<QComboBox>(window, "cboNew(0)")->itemData(0, Qt::ToolTipRole).toString());
 }
 
 TEST(SyncLog, ShowsTheOldestFirstAndChecksTheNumber) {

@@ -7,8 +7,8 @@
 
 #include "dupes/forms/frm_dupe_exclusions.h"
 #include "main/forms/options/option_pages.h"
+#include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
-#include "sync/forms/path_label.h"
 
 namespace vantrel {
 namespace {
