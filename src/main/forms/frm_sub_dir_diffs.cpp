@@ -25,7 +25,7 @@ namespace vantrel {
 // An operation on files for as long as it runs: a job of the whole program, with the lists that it works on.
 class frmSubDirDiffs::Run {
   public:
-    explicit Run(frmSubDirDiffs& form) : form_(form), running_(form.application_, form) {
+    explicit Run(frmSubDirDiffs& form) : form_(form), running_(form.application_, "operation", form) {
         form_.actedOn_ = form_.PressedPane();
         form_.onHidden_ = false;
         form_.lists_.BeginOperation();

@@ -65,6 +65,7 @@ frmSubDirDiffs::frmSubDirDiffs(Application& application, QWidget* parent)
     setObjectName(QStringLiteral("frmSubDirDiffs"));
     setWindowTitle(QStringLiteral("View Sub-Folder Differences"));
     setWindowIcon(ProgramIcon());
+    lists_.SetLocale(application.around.locale);
     LayOut();
     for (const Side side : kBothSides) WirePane(side);
     connect(txtFilter, &QLineEdit::textChanged, this,
