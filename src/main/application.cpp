@@ -24,6 +24,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
       reporter(tools.reporter),
       log(tools.log),
       store(around.files, around.folders),
+      sessions(around.files, around.folders),
       sounds(around.sound, options),
       viewSelections(options),
       history(around.files, around.folders),
@@ -175,9 +176,10 @@ Error Application::StoreOptions() {
     return store.Save(options, geometry);
 }
 
-void Application::SaveOptions() {
+bool Application::SaveOptions() {
     const Error error = StoreOptions();
     if (!error.IsOk()) reporter.ReportError("frmMain.SaveOptions", error);
+    return error.IsOk();
 }
 
 // What cannot be written now is told at the end of the program, if that still holds then.
@@ -186,32 +188,34 @@ void Application::KeepChangedOptions() {
 }
 
 void Application::OfferDefaults(const std::string& title) {
-    const Sessions sessions(around.files, around.folders);
     const MessageAnswer answer = around.messages.Ask(
         {.title = title,
-         .text = "All options get their defaults, and the lists of recent folders are emptied.\r\n\r\nWhat "
-                 "is set now is kept in the file \"" +
-                 sessions.PreviousFile() +
-                 "\", from which \"Load Session Settings...\" brings it back.\r\n\r\nDo you want to "
-                 "restore the defaults?",
+         .text = "All options get their defaults, and the lists of recent folders are emptied.\r\n\r\n"
+                 "\"Return to Previous Settings...\" in the File menu brings back what is set now.\r\n\r\n"
+                 "Do you want to restore the defaults?",
          .icon = MessageIcon::Question,
          .buttons = MessageButtons::YesNo,
          .defaultAnswer = MessageAnswer::No});
-    if (answer != MessageAnswer::Yes) return;
-    ThrowIfFailed(StoreOptions());
-    ThrowIfFailed(sessions.KeepPrevious());
-    RestoreDefaults();
+    if (answer == MessageAnswer::Yes) RestoreDefaults();
 }
 
-void Application::RestoreDefaults() {
-    const Error error = store.RestoreDefaults(Environment(), options);
-    panes.RemoveListItemsAndShowNoCompareMsg();
+void Application::ReloadSettings() {
     {
         const QScopedValueRollback<bool> populating(window_->PopulatingFolderCombos, true);
         window_->PopulateDirComboBoxesFromIniFile();
-        for (const ShownBy part : kShownAtOnce) ShowOption(part);
+        LoadOptions();
     }
+    for (const Side side : kBothSides) comparison_->Dir(side).SetPath(window_->PathText(side));
+    panes.RemoveListItemsAndShowNoCompareMsg();
     window_->StatusBar1().Reset();
+    window_->ResizeForm();
+}
+
+void Application::RestoreDefaults() {
+    if (!SaveOptions()) return;
+    ThrowIfFailed(sessions.KeepPrevious());
+    const Error error = store.RestoreDefaults(Environment(), options);
+    ReloadSettings();
     ThrowIfFailed(error);
 }
 

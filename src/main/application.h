@@ -21,6 +21,7 @@
 #include "platform/forms/desktop.h"
 #include "settings/option_store.h"
 #include "settings/path_history.h"
+#include "settings/sessions.h"
 #include "views/notices.h"
 #include "views/result_panes.h"
 
@@ -66,12 +67,16 @@ class Application : private RunningJob {
 
     // The settings file into the options, and these onto the screen.
     void LoadOptions();
-    void SaveOptions();
+    // False where they could not be written, which has been reported.
+    bool SaveOptions();
     // The same, without the place of the window and without a word where it fails: a change of an option does
     // not wait for the end of the program.
     void KeepChangedOptions();
-    // Asks under that title. After a Yes the settings are kept as a session, from which they can be had back;
-    // then the file is deleted, path history and all, and everything has its default.
+    // The settings file, path history and all, is another one: everything that shows it follows.
+    void ReloadSettings();
+    // Asks under that title, No being the default. After a Yes the file is deleted, path history and all, and
+    // everything has its default. What was in force is kept as the previous settings; where that fails
+    // nothing is changed.
     void OfferDefaults(const std::string& title);
     // What must follow at once when an option of this kind has changed.
     void ShowOption(ShownBy part);
@@ -101,6 +106,7 @@ class Application : private RunningJob {
 
     Options options;
     OptionStore store;
+    const Sessions sessions;
     CCompare compare;
     CSoundSettings sounds;
     CViewSelections viewSelections;

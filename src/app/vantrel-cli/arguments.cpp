@@ -76,6 +76,7 @@ ParsedArguments ParseArguments(const CommandSpec& command, const std::vector<std
             parsed.error = TakeOption(command, arguments, index);
         }
     }
+    if (parsed.operands.empty() && command.mayLackOperands && command.mayLackOperands()) return parsed;
     const std::size_t least = operandsWanted == kOneOrMore ? 1 : operandsWanted;
     if (parsed.error.empty() && (parsed.operands.size() < least || parsed.operands.size() > operandsWanted))
         parsed.error = parsed.operands.size() < least

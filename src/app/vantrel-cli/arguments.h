@@ -25,6 +25,8 @@ struct CommandSpec {
     std::string_view summary;   // one line
     std::string_view notes;     // behind the options in the help; may be empty
     std::vector<OptionSpec> options;
+    // Whether all operands may be missing; asked when the options are taken. Not set: they may not.
+    std::function<bool()> mayLackOperands{};
 };
 
 struct ParsedArguments {

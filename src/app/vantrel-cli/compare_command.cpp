@@ -77,20 +77,20 @@ int Print(const PrintedComparison& request, const ComparisonResults& results, co
     return HasDifferences(results) ? kDifferences : kNoDifferences;
 }
 
-int Compare(const PrintedComparison& request, const PerSide<std::string_view>& operands) {
+int Compare(const PrintedComparison& request, const std::vector<std::string_view>& operands) {
     ConsoleLoop::CatchSignals();
     std::optional<PrivateFolder> logs(std::in_place);
     Engine engine(logs->Path());
     ConsoleMessages& messages = engine.Messages();
     Options options;
-    if (const Error error = MakeOptions(engine, request.compare, options); !error.IsOk()) {
+    Error error = MakeOptions(engine, request.compare, options);
+    PerSide<std::string> paths;
+    if (error.IsOk()) paths = FoldersOf(engine, request.compare, operands, error);
+    if (!error.IsOk()) {
         messages.Say(error.Description());
         return kTrouble;
     }
     CCompare compare(options);
-
-    PerSide<std::string> paths;
-    for (const Side side : kBothSides) paths[side] = engine.FullPath(operands[side]);
     const ComparisonReport report = CompareOnConsole(engine, engine.Tools(), compare, paths);
     // Whoever reads the result may have enough of it: the signal of that ends the process while it prints.
     logs.reset();
@@ -107,12 +107,12 @@ int Compare(const PrintedComparison& request, const PerSide<std::string_view>& o
 
 int RunCompare(const std::vector<std::string_view>& arguments) {
     PrintedComparison request;
-    CommandSpec command{"compare", "LEFT RIGHT",
-                        "Compares two folders and prints what is alike and what differs.", kNotes,
-                        OptionsOf(request)};
+    CommandSpec command{
+        "compare", "LEFT RIGHT",       "Compares two folders and prints what is alike and what differs.",
+        kNotes,    OptionsOf(request), [&request] { return !request.compare.sessionFile.empty(); }};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
     if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
-    return Compare(request, {{parsed.operands[0], parsed.operands[1]}});
+    return Compare(request, parsed.operands);
 }
 
 }  // namespace vantrel::cli

@@ -8,6 +8,7 @@
 #include "core/mod_sha1_hash.h"
 #include "platform/names/names.h"
 #include "settings/option_table.h"
+#include "settings/session_file.h"
 #include "settings/settings_file.h"
 #include "views/cview_selections.h"
 
@@ -88,16 +89,12 @@ std::function<bool(std::string_view)> Patterns(std::optional<std::string>& to) {
     };
 }
 
-// Defaults, with what the settings file of the request has.
+// Defaults, with what the file of the request has.
 Error ReadSettings(const Engine& engine, const CompareRequest& request, Options& options) {
     const OptionEnvironment environment;
     options = DefaultOptions(environment);
-    if (request.settingsFile.empty()) return {};
-    const std::string path = engine.FullPath(request.settingsFile);
-    if (!engine.Tools().files.FileExists(path))
-        return Error(ErrorNumber::FileNotFound, "File not found \"" + path + "\"");
     IniDocument document;
-    if (Error error = SettingsFile(engine.Tools().files, path).Read(document); !error.IsOk()) return error;
+    if (Error error = ReadSource(engine, request, document); !error.IsOk()) return error;
     for (const OptionLine& line : OptionTable()) {
         const std::string fallback = DefaultText(line, environment, options);
         TakeOptionText(line, ProfileText(document.Get(line.section, line.key), fallback), environment,
@@ -187,6 +184,39 @@ OptionSpec JobsOption(std::optional<std::int32_t>& jobs) {
 OptionSpec ViewOption(std::optional<std::int32_t>& view) {
     return {"--view", "all|different|similar", "which pairs are printed (default all)",
             [&view](std::string_view text) { return TakeWord(text, kViews, view); }};
+}
+
+Error ReadSource(const Engine& engine, const CompareRequest& request, IniDocument& document) {
+    const FileSystem& files = engine.Tools().files;
+    if (!request.sessionFile.empty()) {
+        if (!request.settingsFile.empty())
+            return {ErrorNumber::Raised, "--settings and --session exclude each other"};
+        const std::string path = engine.FullPath(request.sessionFile);
+        std::string bytes;
+        if (const Error error = ReadSession(files, path, bytes); !error.IsOk())
+            return error.WithDescription(DescribeSessionError(path, error));
+        document = IniDocument(std::move(bytes));
+        return {};
+    }
+    if (request.settingsFile.empty()) return {};
+    const std::string path = engine.FullPath(request.settingsFile);
+    if (!files.FileExists(path)) return Error(ErrorNumber::FileNotFound, "File not found \"" + path + "\"");
+    return SettingsFile(files, path).Read(document);
+}
+
+PerSide<std::string> FoldersOf(const Engine& engine, const CompareRequest& request,
+                               const std::vector<std::string_view>& operands, Error& error) {
+    constexpr PerSide<const char*> kSections{{"Source", "Target"}};
+    PerSide<std::string> folders;
+    IniDocument session;
+    if (operands.empty()) error = ReadSource(engine, request, session);
+    for (const Side side : kBothSides) {
+        folders[side] = operands.empty() ? FolderOfSession(session, kSections[side])
+                                         : engine.FullPath(operands[Index(side)]);
+        if (operands.empty() && folders[side].empty() && error.IsOk())
+            error = Error(ErrorNumber::PathNotFound, "the session has no folders: give LEFT and RIGHT");
+    }
+    return folders;
 }
 
 Error MakeOptions(const Engine& engine, const CompareRequest& request, Options& options) {

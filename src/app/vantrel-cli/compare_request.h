@@ -7,6 +7,7 @@
 
 #include "arguments.h"
 #include "engine.h"
+#include "settings/ini_document.h"
 #include "settings/option_values.h"
 #include "views/cview_selections.h"
 
@@ -23,6 +24,7 @@ enum class OutputFormat { Text, Json, Html, Csv };
 // the default.
 struct CompareRequest {
     std::string settingsFile;  // as given; empty: none
+    std::string sessionFile;   // likewise: a settings file with folders of its own, and nothing else
     OutputFormat format = OutputFormat::Text;
     std::optional<CompareMethod> method;
     std::optional<bool> subFolders;
@@ -52,6 +54,13 @@ OptionSpec ViewOption(std::optional<std::int32_t>& view);
 // The options that the request makes: the defaults, over them what its settings file has, and over that what
 // was given. The view is left alone: that of the request is for who prints.
 Error MakeOptions(const Engine& engine, const CompareRequest& request, Options& options);
+// The settings file or session of the request; without one the document is empty. A file that is missing, or
+// is no session, is an error.
+Error ReadSource(const Engine& engine, const CompareRequest& request, IniDocument& document);
+// The two folders as full paths: the operands, or without these the folders of the session. Where it has none
+// the path is empty and `error` says so.
+PerSide<std::string> FoldersOf(const Engine& engine, const CompareRequest& request,
+                               const std::vector<std::string_view>& operands, Error& error);
 // The view that was asked for, otherwise that of the options, which must outlive it.
 CViewSelections ViewOf(std::optional<std::int32_t> chosen, Options& options);
 

@@ -113,7 +113,7 @@ class SyncRun {
           ownTools_(engine.Tools().With(messages_)),
           tools_(ownTools_.Get()) {}
 
-    int Run(const PerSide<std::string_view>& operands) {
+    int Run(const std::vector<std::string_view>& operands) {
         if (const Error error = MakeOptions(engine_, request_.compare, options_); !error.IsOk())
             return Trouble(error.Description());
         if (const std::string wrong = TakeSyncMethod(engine_, request_, settings_); !wrong.empty())
@@ -138,10 +138,14 @@ class SyncRun {
         return kTrouble;
     }
 
-    bool Compare(const PerSide<std::string_view>& operands) {
+    bool Compare(const std::vector<std::string_view>& operands) {
         compare_.TakeOptions(options_);
-        PerSide<std::string> paths;
-        for (const Side side : kBothSides) paths[side] = engine_.FullPath(operands[side]);
+        Error error;
+        const PerSide<std::string> paths = FoldersOf(engine_, request_.compare, operands, error);
+        if (!error.IsOk()) {
+            console_.Say(error.Description());
+            return false;
+        }
         ComparisonReport report = CompareOnConsole(engine_, tools_, compare_, paths);
         if (compare_.ErrorsDuringCompare) complete_ = false;
         if (tools_.loop.CancelRequested()) {
@@ -208,7 +212,7 @@ class SyncRun {
     bool complete_ = true;  // the comparison saw everything
 };
 
-int Synchronize(const SyncRequest& request, const PerSide<std::string_view>& operands) {
+int Synchronize(const SyncRequest& request, const std::vector<std::string_view>& operands) {
     // A plan changes nothing: its logs go again.
     std::optional<PrivateFolder> logs;
     if (request.planOnly) logs.emplace();
@@ -226,11 +230,12 @@ int Synchronize(const SyncRequest& request, const PerSide<std::string_view>& ope
 
 int RunSync(const std::vector<std::string_view>& arguments) {
     SyncRequest request;
-    CommandSpec command{"sync", "LEFT RIGHT", "Compares two folders and brings them into line by a method.",
-                        kNotes, SyncOptions(request)};
+    CommandSpec command{
+        "sync", "LEFT RIGHT",         "Compares two folders and brings them into line by a method.",
+        kNotes, SyncOptions(request), [&request] { return !request.compare.sessionFile.empty(); }};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
     if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
-    return Synchronize(request, {{parsed.operands[0], parsed.operands[1]}});
+    return Synchronize(request, parsed.operands);
 }
 
 }  // namespace vantrel::cli

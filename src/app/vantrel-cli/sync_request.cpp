@@ -122,11 +122,8 @@ std::string TakeSyncMethod(const Engine& engine, const SyncRequest& request, CSy
     // A default is good enough for the window, which shows it. Here only what was written down is carried
     // out.
     IniDocument document;
-    if (!request.compare.settingsFile.empty()) {
-        const std::string path = engine.FullPath(request.compare.settingsFile);
-        if (const Error error = SettingsFile(engine.Tools().files, path).Read(document); !error.IsOk())
-            return error.Description();
-    }
+    if (const Error error = ReadSource(engine, request.compare, document); !error.IsOk())
+        return error.Description();
     const auto word = request.method ? request.method : document.Get(kOptionsSection, "SyncMethod");
     if (!word) return "no method: --sync-method takes one of " + MethodWords();
     const SyncMethodInfo* const method = FindMethod(*word);

@@ -6,7 +6,8 @@ namespace vantrel {
 namespace {
 
 constexpr int kAnswerMilliseconds = 2'000;
-constexpr const char* kRaise = "raise\n";
+constexpr const char* kRaise = "raise";
+constexpr const char* kSession = "session ";  // and its path, which holds no line end
 constexpr const char* kRaised = "raised\n";
 
 }  // namespace
@@ -25,13 +26,13 @@ SingleInstance::~SingleInstance() {
     server_.close();
 }
 
-SingleInstance::Start SingleInstance::Claim() {
+SingleInstance::Start SingleInstance::Claim(const QString& session) {
     if (lock_.tryLock(0)) {
         Listen();
         return Start::First;
     }
     if (lock_.error() != QLockFile::LockFailedError) return Start::Alone;
-    return AskFirst() ? Start::OtherRaised : Start::Alone;
+    return AskFirst(session) ? Start::OtherRaised : Start::Alone;
 }
 
 void SingleInstance::Listen() {
@@ -41,11 +42,11 @@ void SingleInstance::Listen() {
 }
 
 // The first one answers as soon as its event loop turns, which it also does during a job.
-bool SingleInstance::AskFirst() const {
+bool SingleInstance::AskFirst(const QString& session) const {
     QLocalSocket socket;
     socket.connectToServer(socket_);
     if (!socket.waitForConnected(kAnswerMilliseconds)) return false;
-    socket.write(kRaise);
+    socket.write((session.isEmpty() ? QByteArray(kRaise) : kSession + session.toUtf8()) + '\n');
     return socket.waitForBytesWritten(kAnswerMilliseconds) && socket.waitForReadyRead(kAnswerMilliseconds) &&
            socket.readAll() == kRaised;
 }
@@ -55,14 +56,21 @@ void SingleInstance::Answer() {
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
             if (!socket->canReadLine()) return;
-            if (socket->readLine() == kRaise) {
-                Q_EMIT RaiseRequested();
+            const QByteArray line = socket->readLine().chopped(1);
+            const bool isKnown = line == kRaise || line.startsWith(kSession);
+            if (isKnown) {
                 socket->write(kRaised);
                 socket->flush();
             }
             socket->disconnectFromServer();
+            if (isKnown) Take(line);
         });
     }
+}
+
+void SingleInstance::Take(const QByteArray& line) {
+    Q_EMIT RaiseRequested();
+    if (line.startsWith(kSession)) Q_EMIT SessionRequested(QString::fromUtf8(line.mid(qstrlen(kSession))));
 }
 
 }  // namespace vantrel

@@ -23,16 +23,20 @@ class SingleInstance : public QObject {
     SingleInstance(const QString& runtimeFolder, const QString& version);
     ~SingleInstance() override;
 
-    Start Claim();
+    // `session`, the full path of a session in the engine's form, is what the first one is asked to open.
+    Start Claim(const QString& session = {});
 
   Q_SIGNALS:
     // A second start of the same version.
     void RaiseRequested();
+    // Behind that, where it was started with a session.
+    void SessionRequested(const QString& path);
 
   private:
-    bool AskFirst() const;
+    bool AskFirst(const QString& session) const;
     void Listen();
     void Answer();
+    void Take(const QByteArray& line);
 
     QString socket_;
     QLockFile lock_;

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QtGlobal>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,6 +13,7 @@
 #include "fileops/forms/frm_confirmation.h"
 #include "last_resort.h"
 #include "main/application.h"
+#include "main/commands/handlers.h"
 #include "main/forms/frm_splash.h"
 #include "platform/files/system_calls.h"
 #include "platform/forms/icons.h"
@@ -19,11 +21,12 @@
 #include "platform/workers.h"
 #include "settings/cini_file.h"
 #include "single_instance.h"
+#include "start_arguments.h"
 
 namespace vantrel {
 namespace {
 
-constexpr int kNoDisplay = 2;  // exit status
+constexpr int kNoDisplay = 2, kBadArguments = 2;  // exit statuses
 
 // Qt ends the process by abort() when it finds no display; that would look like a crash of the program.
 void OnQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
@@ -49,7 +52,15 @@ void Raise(QWidget& window) {
     window.activateWindow();
 }
 
-SplashServices ForSplash(Application& application) {
+// The session that the program was started with takes the place of the settings of before, which are kept.
+void Load(Application& application, const std::string& session) {
+    application.FormLoad();
+    if (!session.empty())
+        application.GuardRun("frmMain.mnuFileLoadSessionSettings_Click",
+                             [&] { OpenSession(application, session, SaveFirst::No); });
+}
+
+SplashServices ForSplash(Application& application, const std::string& session) {
     const Surroundings& around = application.around;
     return {.logoFile = around.folders.SupportFile(around.files, "vtlogo.jpg"),
             .readOption =
@@ -65,7 +76,7 @@ SplashServices ForSplash(Application& application) {
                     bool played = false;
                     application.sounds.PlayWave(file, true, played);
                 },
-            .LoadNextForm = [&application] { application.FormLoad(); }};
+            .LoadNextForm = [&application, session] { Load(application, session); }};
 }
 
 // Everything that Main makes, in its order; it goes in the opposite one when the program ends.
@@ -108,7 +119,7 @@ class Program {
 };
 
 // From the first window to the last. Gives the exit status.
-int RunProgram() {
+int RunProgram(const StartArguments& arguments) {
     const std::string appVersion = AppVersionText();
     QApplication::setApplicationName(QStringLiteral("vantrel"));
     QApplication::setApplicationDisplayName(QString());
@@ -117,13 +128,18 @@ int RunProgram() {
 
     SingleInstance instance(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
                             ToQString(appVersion));
-    if (instance.Claim() == SingleInstance::Start::OtherRaised) return EXIT_SUCCESS;
+    if (instance.Claim(ToQString(arguments.session)) == SingleInstance::Start::OtherRaised)
+        return EXIT_SUCCESS;
 
     Program program(appVersion);
     Application& application = program.Get();
     QObject::connect(&instance, &SingleInstance::RaiseRequested, &application.Window(),
                      [&application] { Raise(application.Window()); });
-    frmSplash splash(ForSplash(application));
+    QObject::connect(
+        &instance, &SingleInstance::SessionRequested, &application.Window(),
+        [&application](const QString& path) { OpenSessionFromOutside(application, FromQString(path)); },
+        Qt::QueuedConnection);
+    frmSplash splash(ForSplash(application, arguments.session));
     if (!application.GuardRun("modVantrel.Main", [&splash] { splash.Load(); })) return EXIT_FAILURE;
     return QApplication::exec();
 }
@@ -140,7 +156,13 @@ int Main(int argc, char** argv) {
     TakeWriteErrorsAsValues();
     DoWithoutMissingBus();
     GuardedApplication qt(argc, argv);
-    const int status = RunGuarded(RunProgram);
+    // Behind the library, which takes those that are its own.
+    const StartArguments arguments = TakeStartArguments({argv + std::min(argc, 1), argv + argc});
+    if (!arguments.error.empty()) {
+        std::fprintf(stderr, "vantrel: %s\nusage: vantrel [--session FILE]\n", arguments.error.c_str());
+        return kBadArguments;
+    }
+    const int status = RunGuarded([&arguments] { return RunProgram(arguments); });
     Workers::EndProcessIfLeftBehind(status);
     return status;
 }

@@ -4,8 +4,12 @@
 #include <optional>
 
 #include "core/cdir.h"
+#include "fileops/forms/frm_create_sub_folder.h"
+#include "fileops/new_sub_folder.h"
 #include "main/application.h"
 #include "main/commands/handlers.h"
+#include "main/forms/frm_maintain_folder_lists.h"
+#include "main/running_command.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 
@@ -93,6 +97,79 @@ void CompareSubFolderToOtherFolder(Application& application) {
     application.CompareDirs(CompareEnding::Announced);
 }
 
+// The name of the folder that was made; empty where there is none.
+std::string MakeNewSubFolder(Application& application, Side side) {
+    constexpr const char* kFailed = "Unable to Create New Folder";
+    MessagePort& messages = application.around.messages;
+    const auto fail = [&messages](const std::string& text) {
+        messages.Ask({.title = kFailed, .text = text, .icon = MessageIcon::Warning, .defaultAnswer = {}});
+        return std::string();
+    };
+    const std::string parent = application.Window().PathText(side);
+    if (!application.tools.files.FolderExists(parent))
+        return fail("The folder \"" + parent + "\" was not found.");
+    const std::string typed = frmCreateSubFolder(application.tools, &application.Window()).ShowForm(parent);
+    if (typed.empty()) return {};
+    std::string name = NameFromUser(typed);
+    if (const std::string wrong = MakeSubFolder(application.tools.files, parent, name); !wrong.empty())
+        return fail(wrong);
+    CDir& dir = application.Comparison().Dir(side);
+    if (dir.Path() == NormalizePath(parent)) dir.AddSubDir(kFolderMarker + name);
+    messages.Ask({.title = "New Folder Created",
+                  .text = "The folder \"" + name + "\" was created.",
+                  .icon = MessageIcon::Information,
+                  .defaultAnswer = {}});
+    application.AutoCompareStep(application.options.autoCompareAfterCreationOfNewFolder);
+    return name;
+}
+
+// Where a comparison shows the new folder it is selected, as by a click.
+void CreateSubFolder(Application& application, Side side) {
+    std::string name;
+    {
+        const RunningCommand running(application);
+        name = MakeNewSubFolder(application, side);
+    }
+    if (name.empty()) return;
+    const PaneList& list = application.panes.Pane(side);
+    for (std::size_t row = 0; row < list.Count(); ++row) {
+        if (list[row].kind != RowKind::Folder || list[row].realName != name) continue;
+        application.panes.SetCurrentListview(side);
+        application.panes.Click(side, row, {});
+        application.Window().Panes().View(side).EnsureVisible(row);
+        return;
+    }
+}
+
+// A path box that shows another folder now is as one that was edited.
+void SaveFoldersListsToIniAndCombos(Application& application, const PathHistory::Lists& lists) {
+    ThrowIfFailed(application.history.SaveFolderLists(lists));
+    frmMain& window = application.Window();
+    PerSide<std::string> before;
+    for (const Side side : kBothSides) before[side] = window.PathText(side);
+    window.PopulateDirComboBoxesFromIniFile();
+    bool changed = false;
+    for (const Side side : kBothSides) {
+        changed |= window.PathText(side) != before[side];
+        application.Comparison().Dir(side).SetPath(window.PathText(side));
+    }
+    if (changed) application.panes.RemoveListItemsAndShowNoCompareMsg();
+}
+
+void MaintainFolderLists(Application& application) {
+    const RunningCommand running(application);
+    PathHistory::Lists lists;
+    // Lists that could not be read would be overwritten by empty ones.
+    ThrowIfFailed(application.history.PopulateDirComboBoxesFromIniFile(lists));
+    frmMaintainFolderLists(
+        application.tools, lists,
+        [&application](const PathHistory::Lists& edited) {
+            SaveFoldersListsToIniAndCombos(application, edited);
+        },
+        &application.Window())
+        .exec();
+}
+
 }  // namespace
 
 void OnPathIconClicked(Application& application, Side side, PathIcon icon) {
@@ -104,7 +181,7 @@ void OnPathIconClicked(Application& application, Side side, PathIcon icon) {
         case PathIcon::Explore:
             return Explore(application, application.Window().PathText(side));
         case PathIcon::CreateSubFolder:
-            return;
+            return CreateSubFolder(application, side);
     }
 }
 
@@ -115,12 +192,10 @@ void InstallFolderCommands(Application& application) {
     handle("mnuGoToFolderThisSide", GoToFolderThisSide);
     handle("mnuGoToFolderBothSidesRunCompare", GoToFolderBothSides);
     handle("mnuCompareSubFolderToOtherFolder", CompareSubFolderToOtherFolder);
+    handle("frmOptionsMaintainFolderLists", MaintainFolderLists);
     handle("mnuFolderPopupExplore", [](Application& program) {
         if (FindSelectedFolder(program)) Explore(program, program.Window().SelectedPath());
     });
-    // The window for new sub-folders is not there yet.
-    for (const Side side : kBothSides)
-        application.Window().Box(side).Icon(PathIcon::CreateSubFolder)->setEnabled(false);
 }
 
 }  // namespace vantrel

@@ -27,6 +27,8 @@ void InstallOperationCommands(Application& application);
 void InstallFileDiffCommands(Application& application);
 void InstallHexDumpCommands(Application& application);
 void InstallDupeCommands(Application& application);
+void InstallFilterCommands(Application& application);
+void InstallSessionCommands(Application& application);
 void InstallPrintCommands(Application& application);
 void InstallRenameCommands(Application& application);
 void InstallSubFolderCommands(Application& application);
@@ -63,6 +65,15 @@ void ShowHexDumps(Application& application, const PerSide<std::string>& paths, Q
 // Asks about renames that an earlier run of the program did not bring to their end.
 void OfferRenameRepair(Application& application);
 
+// Whether the settings in force are saved as a session first, if the user wants that.
+enum class SaveFirst { No, IfWanted };
+// Puts the session `path` in the place of the settings, which are kept as the previous ones. A file that is
+// no session is refused with a message, and nothing is changed.
+void OpenSession(Application& application, const std::string& path, SaveFirst saveFirst);
+// The same for a request of another process, which can come at any time: while a job runs or a window waits
+// for an answer nothing is opened, and the status bar says so.
+void OpenSessionFromOutside(Application& application, const std::string& path);
+
 // A click on one of the icons beside a path box.
 void OnPathIconClicked(Application& application, Side side, PathIcon icon);
 
@@ -77,6 +88,8 @@ inline void InstallHandlers(Application& application) {
     InstallFileDiffCommands(application);
     InstallHexDumpCommands(application);
     InstallDupeCommands(application);
+    InstallFilterCommands(application);
+    InstallSessionCommands(application);
     InstallPrintCommands(application);
     InstallRenameCommands(application);
     InstallSubFolderCommands(application);

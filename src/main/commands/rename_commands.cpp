@@ -1,6 +1,7 @@
 // New names and new times for the selected objects.
 #include "fileops/forms/frm_file_date_times.h"
 #include "fileops/forms/frm_rename_multiple.h"
+#include "fileops/new_sub_folder.h"
 #include "main/application.h"
 #include "main/commands/handlers.h"
 #include "main/running_command.h"
@@ -36,7 +37,8 @@ bool RenameOne(Application& application, Side side, const ResultRow& row) {
     const auto answer = application.around.messages.AskForText("Rename File/Folder",
                                                                "Enter the new name for the object.", present);
     if (!answer || answer->empty() || *answer == present) return false;
-    if (!IsName(*answer)) {
+    const std::string name = NameFromUser(*answer);
+    if (!IsName(name)) {
         application.around.messages.Ask(
             {.title = "Rename File/Folder",
              .text = "A name cannot contain \"/\", and cannot be \".\" or \"..\".",
@@ -46,8 +48,7 @@ bool RenameOne(Application& application, Side side, const ResultRow& row) {
     }
     const std::string folder = application.Window().PaneFolder(side);
     return application.operations->Wrappers()
-        .RenameFile(JoinPath(folder, present), JoinPath(folder, *answer),
-                    {.confirm = false, .showErrors = true})
+        .RenameFile(JoinPath(folder, present), JoinPath(folder, name), {.confirm = false, .showErrors = true})
         .AllDone();
 }
 

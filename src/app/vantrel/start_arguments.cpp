@@ -1,0 +1,45 @@
+#include "start_arguments.h"
+
+#include <filesystem>
+
+#include "platform/names/names.h"
+#include "platform/names/paths.h"
+
+namespace vantrel {
+namespace {
+
+constexpr std::string_view kSession = "--session";
+
+std::string FullPath(std::string_view given) {
+    std::string path = PathFromUser(given);
+    if (path.starts_with('/')) return path;
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::current_path(error);
+    return JoinPath(error ? std::string("/") : NameFromSystem(folder.native()), path);
+}
+
+}  // namespace
+
+StartArguments TakeStartArguments(const std::vector<std::string_view>& arguments) {
+    StartArguments taken;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string_view value = arguments[i];
+        if (value == kSession) {
+            value = ++i < arguments.size() ? arguments[i] : std::string_view();
+        } else if (value.starts_with(kSession) && value.substr(kSession.size()).starts_with('=')) {
+            value.remove_prefix(kSession.size() + 1);
+        } else if (value.starts_with('-')) {
+            taken.error = "unknown argument '" + std::string(value) + "'";
+            return taken;
+        }
+        if (value.empty())
+            taken.error = "'--session' needs a file";
+        else if (!taken.session.empty())
+            taken.error = "more than one session";
+        else
+            taken.session = FullPath(value);
+    }
+    return taken;
+}
+
+}  // namespace vantrel
