@@ -19,7 +19,7 @@ class Application;
 // its end the menus are back, and the focus and the main window's CurrentListview are those of before.
 class RunningCommand : public QObject {
   public:
-    // `what` runs, for the question whether it shall be stopped; of the main window.
+    // `what` runs, for the question whether it shall be stopped; empty: it asks nothing. Of the main window.
     RunningCommand(Application& application, const std::string& what);
     RunningCommand(Application& application, const std::string& what, QWidget& window);
     ~RunningCommand() override;

@@ -60,7 +60,7 @@ void TakeFilter(Application& application, const Addition& addition, std::string 
 }
 
 void AddToFilter(Application& application, const Addition& addition) {
-    const RunningCommand running(application);
+    const RunningCommand running(application, "");
     const std::vector<std::string> selected = SelectedTextsOf(application);
     if (selected.empty()) return Warn(application, addition, addition.noSelection);
     std::string filter = application.options.*addition.list;

@@ -127,7 +127,7 @@ std::string MakeNewSubFolder(Application& application, Side side) {
 void CreateSubFolder(Application& application, Side side) {
     std::string name;
     {
-        const RunningCommand running(application);
+        const RunningCommand running(application, "");
         name = MakeNewSubFolder(application, side);
     }
     if (name.empty()) return;
@@ -157,7 +157,7 @@ void SaveFoldersListsToIniAndCombos(Application& application, const PathHistory:
 }
 
 void MaintainFolderLists(Application& application) {
-    const RunningCommand running(application);
+    const RunningCommand running(application, "");
     PathHistory::Lists lists;
     // Lists that could not be read would be overwritten by empty ones.
     ThrowIfFailed(application.history.PopulateDirComboBoxesFromIniFile(lists));

@@ -138,7 +138,7 @@ void OpenSessionFromOutside(Application& application, const std::string& path) {
         return;
     }
     application.GuardRun("frmMain.mnuFileLoadSessionSettings_Click", [&] {
-        const RunningCommand running(application);
+        const RunningCommand running(application, "");
         OpenSession(application, path, SaveFirst::IfWanted);
     });
 }
@@ -146,7 +146,7 @@ void OpenSessionFromOutside(Application& application, const std::string& path) {
 void InstallSessionCommands(Application& application) {
     const auto handle = [&application](const std::string& command, auto work) {
         application.GetCommands().SetHandler(command, [&application, work] {
-            const RunningCommand running(application);
+            const RunningCommand running(application, "");
             work(application);
         });
     };
