@@ -9,7 +9,7 @@ bool ReplacesNewer(const PlannedAction& action) {
 }
 
 bool DeletesForGood(const PlannedAction& action) {
-    return action.action == SyncAction::Delete && !action.folder.empty();
+    return action.action == SyncAction::Delete && (action.forGood || !action.folder.empty());
 }
 
 std::uint64_t ObjectsOf(const PlannedAction& action) {

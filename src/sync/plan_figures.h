@@ -20,7 +20,7 @@ PerSide<PlanFigures> FiguresOf(const SyncPlan& plan);
 
 // Whether a copy replaces something that is newer.
 bool ReplacesNewer(const PlannedAction& action);
-// A deletion that no bin gives back: of a file inside a sub-folder.
+// A deletion that no bin gives back: of a file inside a sub-folder, or from the window of its differences.
 bool DeletesForGood(const PlannedAction& action);
 // The objects that the action is about: its own, and what goes with it.
 std::uint64_t ObjectsOf(const PlannedAction& action);

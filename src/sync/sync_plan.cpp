@@ -319,6 +319,8 @@ SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const Pe
     SyncPlan plan;
     plan.folders = folders;
     PlanRows(lists, settings, selected, {}, plan);
+    for (const Side side : kBothSides)
+        for (PlannedAction& action : plan.deletes[side]) action.forGood = true;
     return plan;
 }
 

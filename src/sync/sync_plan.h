@@ -45,6 +45,7 @@ struct PlannedAction {
     LinkChange linkChange = LinkChange::None;
     Expectation expected{};      // what the two were when they were compared
     bool isWholeFolder = false;  // a folder that goes with everything in it
+    bool forGood = false;        // Delete: of a list whose objects do not go to the bin
     FolderContents contents{};   // of a whole folder, once it was looked into
 };
 

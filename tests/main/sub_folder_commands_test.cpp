@@ -17,7 +17,6 @@
 #include "main/sub_dir_command_table.h"
 #include "modal_support.h"
 #include "program_support.h"
-#include "sync/forms/path_label.h"
 #include "views/forms/dragged_paths.h"
 #include "views/forms/toolbars.h"
 

@@ -140,7 +140,7 @@ void frmMain::MakePathRow(QWidget* centre, QBoxLayout* column) {
     cmdSwapSides_->setToolTip(QStringLiteral("Swap the Left and the Right Folder"));
     cmdSwapSides_->setAccessibleName(cmdSwapSides_->toolTip());
     connect(cmdSwapSides_, &QToolButton::clicked, this,
-            Guarded("cmdSwapSides", "Click", [this] { SwapSides(); }));
+            Guarded("cmdSwapSides", "Click", [this](bool) { SwapSides(); }));
     row->addLayout(halves[Side::Left], 1);
     row->addWidget(cmdSwapSides_, 0, Qt::AlignTop);
     row->addLayout(halves[Side::Right], 1);

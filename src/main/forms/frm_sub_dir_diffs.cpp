@@ -12,9 +12,9 @@
 #include "main/running_command.h"
 #include "main/selected_pair.h"
 #include "main/sub_dir_command_table.h"
+#include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
 #include "sync/forms/frm_confirm_sync.h"
-#include "sync/forms/path_label.h"
 #include "sync/single_file_sync.h"
 #include "views/drop_rule.h"
 #include "views/forms/dragged_paths.h"
@@ -142,7 +142,7 @@ bool frmSubDirDiffs::ShowSyncWizard() {
 }
 
 bool frmSubDirDiffs::ShowConfirmSync(const SyncPlan& plan) {
-    return frmConfirmSync(plan, this).exec() == Accepted;
+    return frmConfirmSync(plan, application_.around.locale, this).exec() == Accepted;
 }
 
 void frmSubDirDiffs::ActOnHiddenLists(std::optional<Side> current) {

@@ -15,9 +15,9 @@
 #include "main/forms/frm_sub_dir_diffs.h"
 #include "main/sub_dir_command_table.h"
 #include "platform/forms/icons.h"
+#include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
-#include "sync/forms/path_label.h"
 #include "views/forms/toolbars.h"
 
 namespace vantrel {
