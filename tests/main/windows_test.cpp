@@ -134,6 +134,11 @@ void OpenRename(const Stage& stage) {
     stage.Command("mnuFileChangeFilename");
 }
 
+void OpenSubFolder(const Stage& stage) {
+    stage.program.Select(Side::Left, "\\Different");
+    stage.Command("mnuFileShowSubDirDiffs");
+}
+
 void OpenPrintPreview(const Stage& stage) {
     ModalScript script;
     script
@@ -179,7 +184,7 @@ const WindowEntry kWindows[] = {
     {"frmErrorLog", By("mnuViewErrorLog")},
     {"frmFileDateTimes", OnFile("mnuSetDateTimeStamp")},
     {"frmFileDiffs", OpenFileDiffs, Enter::DoesWhatTheControlSays},
-    {"frmFileSyncMethods", OpenFileSync},
+    {"frmFileSync", OpenFileSync},
     {"frmFindDuplicates", By("mnuFileFindDuplicateFiles"), Enter::DoesWhatTheControlSays},
     {"frmHelp", OpenHelp, Enter::DoesWhatTheControlSays},
     {"frmHexDump", OnFile("mnuFileHexDump"), Enter::DoesWhatTheControlSays},
@@ -192,12 +197,14 @@ const WindowEntry kWindows[] = {
     {"frmSaveResults", By("mnuFileSaveResults")},
     {"frmSelect", By("mnuSelectOther")},
     {"frmShellProgress", OpenShellProgress, Enter::DoesWhatTheControlSays},
+    {"frmSpecifySubFolder", By("mnuFileShowSubDirDiffs")},
+    {"frmSubDirDiffs", OpenSubFolder, Enter::DoesWhatTheControlSays},
     {"frmSyncLog", By("mnuViewSyncHistory")},
     {"frmSyncWizard", By("mnuFileAutoSynch")},
     {"frmViewFileDiffOptions", OnFile("mnuFileShowFileDiffs")},
 };
-// These have nothing that takes the focus but a Cancel of the toolkit's.
-constexpr const char* kWithoutControls[] = {"frmSplash", "frmPrintProgress"};
+// These have nothing that takes the focus but a Cancel of the toolkit's, or are a part of a window.
+constexpr const char* kWithoutControls[] = {"frmSplash", "frmPrintProgress", "frmFileSyncMethods"};
 
 // A person who wants to see all windows names a folder for their pictures, and how they are to look: "dark",
 // a font size, or both, as in "dark 16".

@@ -41,6 +41,7 @@ std::vector<OptionSpec> OptionsOf(PrintedComparison& request) {
     std::vector<OptionSpec> options = ComparisonOptions(request.compare);
     options.push_back(ViewOption(request.view));
     options.push_back(SourceOption(request.compare));
+    options.push_back(SessionOption(request.compare));
     options.push_back(ReportFormatOption(request.compare.format));
     return options;
 }

@@ -151,13 +151,22 @@ std::vector<OptionSpec> ComparisonOptions(CompareRequest& request) {
 }
 
 std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request) {
-    return {SourceOption(request), FormatOption(request.format)};
+    return {SourceOption(request), SessionOption(request), FormatOption(request.format)};
 }
 
 OptionSpec SourceOption(CompareRequest& request) {
     return {"--settings", "FILE", "an INI file whose options hold where none is given",
             [&](std::string_view text) {
                 request.settingsFile = text;
+                return !text.empty();
+            }};
+}
+
+OptionSpec SessionOption(CompareRequest& request) {
+    return {"--session", "FILE",
+            "a saved session, whose options hold in the same way;\nwithout LEFT and RIGHT its folders too",
+            [&](std::string_view text) {
+                request.sessionFile = text;
                 return !text.empty();
             }};
 }

@@ -43,6 +43,8 @@ std::vector<OptionSpec> ComparisonOptions(CompareRequest& request);
 std::vector<OptionSpec> SourceAndFormatOptions(CompareRequest& request);
 // "--settings", and "--format" with all formats there are.
 OptionSpec SourceOption(CompareRequest& request);
+// "--session", in its place.
+OptionSpec SessionOption(CompareRequest& request);
 OptionSpec ReportFormatOption(OutputFormat& format);
 // "--format", which other commands have as well.
 OptionSpec FormatOption(OutputFormat& format);
