@@ -7,7 +7,7 @@ namespace {
 
 constexpr int kAnswerMilliseconds = 2'000;
 constexpr const char* kRaise = "raise";
-constexpr const char* kSession = "session ";  // and its path, which holds no line end
+constexpr char kSession[] = "session ";  // and its path, which holds no line end
 constexpr const char* kRaised = "raised\n";
 
 }  // namespace
@@ -70,7 +70,8 @@ void SingleInstance::Answer() {
 
 void SingleInstance::Take(const QByteArray& line) {
     Q_EMIT RaiseRequested();
-    if (line.startsWith(kSession)) Q_EMIT SessionRequested(QString::fromUtf8(line.mid(qstrlen(kSession))));
+    if (line.startsWith(kSession))
+        Q_EMIT SessionRequested(QString::fromUtf8(line.mid(static_cast<qsizetype>(sizeof kSession) - 1)));
 }
 
 }  // namespace vantrel

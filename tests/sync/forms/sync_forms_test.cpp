@@ -197,8 +197,9 @@ TEST(ConfirmSync, AddsUpWhatIsDoneAndMarksWhatIsGone) {
     EXPECT_EQ("Deleted for good: 1 object", text("lblDeleted(0)"));
     EXPECT_TRUE(bold("lblDeleted(0)") && !bold("lblRecycled(0)"));
     EXPECT_EQ("Over something newer: 1 object", text("lblOverNewer(1)"));
-    plan.deletes[Side::Left].front().forGood = true;
-    EXPECT_EQ(11U, FiguresOf(plan)[Side::Left].deleted) << "from the window of a sub-folder's differences";
+    SyncPlan ofSubFolder = plan;  // as from the window of its differences
+    ofSubFolder.deletes[Side::Left].front().forGood = true;
+    EXPECT_EQ(11U, FiguresOf(ofSubFolder)[Side::Left].deleted);
     EXPECT_TRUE(bold("lblOverNewer(1)"));
     for (const char* absent : {"lblOverNewer(0)", "lblRecycled(1)", "lblDeleted(1)"})
         EXPECT_FALSE(window.findChild<QLabel*>(QString::fromLatin1(absent))) << absent;
