@@ -16,6 +16,7 @@
 #include "main/forms/frm_sub_dir_diffs.h"
 #include "main/sub_dir_command_table.h"
 #include "modal_support.h"
+#include "platform/forms/path_label.h"
 #include "program_support.h"
 #include "views/forms/dragged_paths.h"
 #include "views/forms/toolbars.h"
