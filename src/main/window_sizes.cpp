@@ -15,13 +15,12 @@ constexpr const char* kSection = "Window Sizes";
 constexpr const char* kResizedByUser = "resizedByUser";  // a property of windows
 constexpr int kMost = 100'000;                           // pixels; more was not written by a window
 
-// Null where the text is no size.
+// Invalid where the text is no size.
 QSize SizeOf(const QString& text) {
     const qsizetype cross = text.indexOf(QLatin1Char('x'));
     if (cross <= 0) return {};
     const QSize size(text.left(cross).toInt(), text.mid(cross + 1).toInt());
-    const bool usable =
-        size.width() > 0 && size.height() > 0 && size.width() < kMost && size.height() < kMost;
+    const bool usable = !size.isEmpty() && size.width() < kMost && size.height() < kMost;
     return usable ? size : QSize();
 }
 
@@ -61,7 +60,7 @@ void WindowSizes::Restore(QWidget& window) const {
     IniDocument document;
     if (!settings_.Read(document).IsOk()) return;
     const auto kept = document.Get(kSection, FromQString(window.objectName()));
-    if (const QSize size = SizeOf(ToQString(kept.value_or(""))); !size.isNull())
+    if (const QSize size = SizeOf(ToQString(kept.value_or(""))); size.isValid())
         ResizeWithinScreen(window, size.expandedTo(window.minimumSize()));
 }
 

@@ -1,5 +1,7 @@
 #include "settings/path_history.h"
 
+#include <algorithm>
+
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 
@@ -43,14 +45,34 @@ std::vector<Pair> StoredPairs(const IniDocument& document) {
     return pairs;
 }
 
+void WritePairs(const std::vector<Pair>& pairs, const IniDocument& document,
+                std::vector<IniChange>& changes) {
+    for (std::size_t i = 0; i < PathHistory::kMostEntries; ++i)
+        for (std::size_t side = 0; side < Pair().size(); ++side) {
+            const bool used = i < pairs.size();
+            if (used || document.Get(kPairsSection, PairKeyOf(side, i)))
+                changes.push_back(
+                    {kPairsSection, PairKeyOf(side, i), used ? pairs[i].at(side) : std::string()});
+        }
+}
+
 void AddPair(const Pair& pair, const IniDocument& document, std::vector<IniChange>& changes) {
     std::vector<Pair> pairs = StoredPairs(document);
     std::erase(pairs, pair);
     pairs.insert(pairs.begin(), pair);
-    if (pairs.size() > PathHistory::kMostEntries) pairs.resize(PathHistory::kMostEntries);
-    for (std::size_t i = 0; i < pairs.size(); ++i)
-        for (std::size_t side = 0; side < pair.size(); ++side)
-            changes.push_back({kPairsSection, PairKeyOf(side, i), pairs[i][side]});
+    WritePairs(pairs, document, changes);
+}
+
+// A folder that the user takes out of a list is remembered nowhere else.
+void RemovePairsOutside(const PathHistory::Lists& lists, const IniDocument& document,
+                        std::vector<IniChange>& changes) {
+    std::vector<Pair> pairs = StoredPairs(document);
+    const auto isListed = [&](std::size_t side, const std::string& path) {
+        return std::ranges::any_of(lists.at(side),
+                                   [&](const std::string& each) { return EqualIgnoringCase(each, path); });
+    };
+    std::erase_if(pairs, [&](const Pair& pair) { return !isListed(0, pair[0]) || !isListed(1, pair[1]); });
+    WritePairs(pairs, document, changes);
 }
 
 void MoveToHead(const std::string& path, std::vector<std::string>& list) {
@@ -107,7 +129,11 @@ std::optional<std::string> PathHistory::PartnerOf(std::size_t side, std::string_
 }
 
 Error PathHistory::SaveFolderLists(const Lists& lists) const {
-    return file_.Update([&](const IniDocument& document) { return ChangesFor(lists, document); });
+    return file_.Update([&](const IniDocument& document) {
+        std::vector<IniChange> changes = ChangesFor(lists, document);
+        RemovePairsOutside(lists, document, changes);
+        return changes;
+    });
 }
 
 }  // namespace vantrel

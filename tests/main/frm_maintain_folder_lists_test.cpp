@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "platform/forms/qt_text.h"
+#include "support/active_window.h"
 #include "support/test_toolbox.h"
 
 namespace vantrel {
@@ -18,7 +19,10 @@ using ::testing::ElementsAre;
 
 class FolderLists : public ::testing::Test {
   protected:
-    FolderLists() { form.show(); }
+    FolderLists() {
+        form.show();
+        EXPECT_TRUE(testing::Activate(form));
+    }
     void Add(const std::string& typed) {
         form.txtNewFolderName->setFocus();
         form.txtNewFolderName->selectAll();
@@ -37,12 +41,14 @@ class FolderLists : public ::testing::Test {
 TEST_F(FolderLists, TheOptionShowsOneListAndHidesTheOther) {
     EXPECT_TRUE(form.lstLeftFolderList->isVisible());
     EXPECT_FALSE(form.lstRightFolderList->isVisible());
+    // The toolkit shows the button pressed for a moment before it acts.
     QTest::keyClick(&form, Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return form.lstRightFolderList->isVisible(); }));
     EXPECT_FALSE(form.lstLeftFolderList->isVisible());
-    EXPECT_TRUE(form.lstRightFolderList->isVisible());
     EXPECT_EQ(form.lstRightFolderList->count(), 0) << "the prompt of an empty box is no folder";
     Add("/right");
     QTest::keyClick(&form, Qt::Key_L, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return form.lstLeftFolderList->isVisible(); }));
     Add("/left//x/");
     QTest::keyClick(form.OKButton, Qt::Key_Space);
     ASSERT_EQ(saved.size(), 1U);

@@ -13,6 +13,7 @@
 #include "main/help_key.h"
 #include "platform/forms/qt_text.h"
 #include "program_support.h"
+#include "support/active_window.h"
 
 namespace vantrel {
 namespace {
@@ -21,6 +22,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using vantrel::testing::Activate;
 using vantrel::testing::TestProgram;
 
 TEST(MainWindowKeys, CompareGoToTheParentsAndExitFromAnywhere) {
@@ -28,14 +30,14 @@ TEST(MainWindowKeys, CompareGoToTheParentsAndExitFromAnywhere) {
     Application& application = program.Start();
     program.CompareSamples();
     frmMain& window = program.Window();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(Activate(window));
     for (QWidget* at : {static_cast<QWidget*>(window.Box(Side::Left).Combo()),
                         static_cast<QWidget*>(&window.Panes().View(Side::Right))}) {
         at->setFocus();
         application.panes.RemoveListItemsAndShowNoCompareMsg();
         QTest::keyClick(at, Qt::Key_F5);
         EXPECT_FALSE(application.panes.ShowsNoResult()) << at->objectName().toStdString();
+        ASSERT_TRUE(Activate(window));  // the window of the progress was so
     }
     window.SetPathText(Side::Left, program.left + "/Different");
     window.SetPathText(Side::Right, program.right + "/Different");
@@ -43,6 +45,7 @@ TEST(MainWindowKeys, CompareGoToTheParentsAndExitFromAnywhere) {
     for (const Side side : kBothSides)
         EXPECT_EQ(window.PathText(side), (side == Side::Left ? program.left : program.right) + "/");
     EXPECT_TRUE(application.results.HasResult());
+    ASSERT_TRUE(Activate(window));
     QTest::keyClick(&window.Panes().View(Side::Left), Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(window.isVisible());
 }
@@ -52,8 +55,7 @@ TEST(MainWindowKeys, F6GoesToTheOtherPane) {
     program.Start();
     program.CompareSamples();
     frmMain& window = program.Window();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(Activate(window));
     window.Box(Side::Left).Combo()->setFocus();
     for (const Side side : {Side::Left, Side::Right, Side::Left}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
@@ -135,7 +137,7 @@ TEST(WindowSizes, ComeBackAsTheUserLeftThem) {
         window.show();
         QCoreApplication::processEvents();
         const QSize shown = window.size();
-        if (!byUser.isNull()) window.windowHandle()->resize(byUser);
+        if (byUser.isValid()) window.windowHandle()->resize(byUser);
         QCoreApplication::processEvents();
         window.close();
         return shown;

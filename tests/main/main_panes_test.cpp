@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "program_support.h"
+#include "support/active_window.h"
 
 namespace vantrel {
 namespace {
@@ -88,6 +89,7 @@ TEST(MainPanes, KeysFindANameAndOpenTheMenuAtTheRow) {
     TestProgram program;
     frmMain& window = program.Start().Window();
     program.CompareSamples();
+    ASSERT_TRUE(testing::Activate(window));
     PaneView& left = window.Panes().View(Side::Left);
     left.setFocus();
     QTest::keyClick(&left, Qt::Key_F, Qt::ControlModifier);

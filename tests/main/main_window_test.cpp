@@ -156,7 +156,10 @@ TEST(MainWindow, ErrorsOfAnAnnouncedComparisonAreOfferedWithTheLog) {
     EXPECT_EQ(program.sound.played.size(), 1U);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 
+    // One that nobody asked for does not wait for its window: no timer comes in between.
+    program.calls.before = [&](const auto&) { application.compare.ErrorsDuringCompare = true; };
     application.CompareDirs(CompareEnding::Silent);
+    program.calls.before = nullptr;
     EXPECT_TRUE(application.compare.ErrorsDuringCompare);
     EXPECT_EQ(program.messages.shown.size(), 1U);
 }
@@ -228,7 +231,7 @@ TEST(MainWindow, AComparisonWhoseLogIsNotWholeSaysSo) {
         application.log.AppendNote("lost");
     });
     timer.start(0);
-    EXPECT_EQ(application.CompareDirs(CompareEnding::Silent), CompareOutcome::Completed);
+    EXPECT_EQ(application.CompareDirs(CompareEnding::Announced), CompareOutcome::Completed);
     ASSERT_EQ(program.messages.shown.size(), 1U);
     EXPECT_THAT(program.messages.shown[0].text, HasSubstr("Source: frmMain.CompareDirs"));
     EXPECT_THAT(program.messages.shown[0].text, HasSubstr("ERRORLOG.TXT"));

@@ -17,6 +17,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using vantrel::testing::TestProgram;
 
+constexpr const char* kLoad = "Load Session Settings: Vantrel Session (*.vts)|*.vts";  // the question for a file
+
 class SessionCommands : public ::testing::Test {
   protected:
     SessionCommands() {
@@ -59,11 +61,11 @@ TEST_F(SessionCommands, ASavedSessionBringsBackOptionsFoldersAndLooks) {
 
     Options().showCopyConfirmations = true;
     Run("mnuOptionsToolbarShowCoolbar");
-    for (const Side side : kBothSides) program.Window().SetPathText(side, program.workspace.Path());
+    program.Window().SetPathText(Side::Left, program.left + "/Different");
     Run("mnuFileCompareDirectories");
     program.messages.shown.clear();
     Load("work.vts", MessageAnswer::No);
-    EXPECT_THAT(Said(), ElementsAre("Save Current Settings?: Do you wish to save the current settings?"));
+    EXPECT_THAT(Said(), ElementsAre(kLoad, "Save Current Settings?: Do you wish to save the current settings?"));
     EXPECT_FALSE(Options().showCopyConfirmations);
     EXPECT_FALSE(program.Window().Strip(ToolbarStyle::Coolbar).isVisible());
     EXPECT_EQ(program.Window().PathText(Side::Left), program.left + "/");
@@ -78,7 +80,7 @@ TEST_F(SessionCommands, ASavedSessionBringsBackOptionsFoldersAndLooks) {
     Run("mnuFilePreviousSettings");
     EXPECT_TRUE(Options().showCopyConfirmations);
     EXPECT_TRUE(program.Window().Strip(ToolbarStyle::Coolbar).isVisible());
-    EXPECT_EQ(program.Window().PathText(Side::Left), program.workspace.Path());
+    EXPECT_EQ(program.Window().PathText(Side::Left), program.left + "/Different/");
 }
 
 TEST_F(SessionCommands, CancelEndsAndYesSavesFirst) {
@@ -108,11 +110,11 @@ TEST_F(SessionCommands, WhatIsNoSessionIsRefusedBeforeAnyQuestion) {
     Load("bad.vts", MessageAnswer::No);
     Load("gone.vts", MessageAnswer::No);
     const auto said = Said();
-    ASSERT_EQ(said.size(), 2U);
-    EXPECT_EQ(said[0], "Load Session Settings: \"" + File("bad.vts") +
+    ASSERT_EQ(said.size(), 4U);
+    EXPECT_EQ(said[1], "Load Session Settings: \"" + File("bad.vts") +
                            "\" is no session: it is damaged: \"CompareType\" cannot be \"Slow!\".\r\n\r\nThe "
                            "settings have not been changed.");
-    EXPECT_THAT(said[1], HasSubstr("gone.vts\" could not be read"));
+    EXPECT_THAT(said[3], HasSubstr("gone.vts\" could not be read"));
     EXPECT_TRUE(program.Get().results.HasResult());
     EXPECT_THAT(RecentItems(), ElementsAre(HasSubstr("work.vts")));
 }

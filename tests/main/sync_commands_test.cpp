@@ -252,6 +252,7 @@ TEST_F(SyncCommandsTest, TheMethodMenuSetsTheTableAndTheSettingsFileKeepsIt) {
     EXPECT_TRUE(Ticked("mnuOptionsSyncCustomize"));
     EXPECT_EQ(program.Get().operations->syncSettings.Action(Side::Left, SyncCell::Orphan),
               SyncAction::Delete);
+    program.messages.answers = {MessageAnswer::Yes};
     Run("mnuOptionsRestoreDefaults");
     EXPECT_TRUE(Ticked("mnuOptionsSyncReplaceOlderCopyOrphans"));
     EXPECT_EQ(program.Get().operations->syncSettings.Action(Side::Left, SyncCell::Orphan), SyncAction::Copy);

@@ -32,6 +32,7 @@ OperationLine::OperationLine(QWidget* parent)
     lblOperation_->setTextFormat(Qt::PlainText);
     cmdNotDone_->setObjectName(QStringLiteral("cmdNotDone"));
     cmdNotDone_->setText(QStringLiteral("Show What Was Not Done..."));
+    cmdNotDone_->setAccessibleName(cmdNotDone_->text());
     cmdNotDone_->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
     cmdNotDone_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     cmdNotDone_->setFocusPolicy(Qt::TabFocus);

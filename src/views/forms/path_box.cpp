@@ -42,6 +42,10 @@ bool IsPrintable(const QKeyEvent& key) {
            (character.unicode() >= 128 && character.isPrint());
 }
 
+QString FirstLine(const QString& text) {
+    return text.trimmed().section(QLatin1Char('\n'), 0, 0).trimmed();
+}
+
 }  // namespace
 
 PathBox::PathBox(Side side, const FileSystem& files, EventLoopPort& loop, QWidget* parent)
@@ -144,7 +148,7 @@ bool PathBox::TakeAddress() {
     const QString text = combo_->currentText();
     const qsizetype added = text.size() - std::exchange(lengthBefore_, text.size());
     if (added < 2) return false;
-    const std::string path = PathFromFileUri(FromQString(text.trimmed().section(QLatin1Char('\n'), 0, 0)));
+    const std::string path = PathFromFileUri(FromQString(FirstLine(text)));
     if (path.empty()) return false;
     SetPathOfObject(path);
     return true;
@@ -213,7 +217,9 @@ bool PathBox::TakeDrop(QEvent* event) {
     if (!paths.empty()) {
         SetPathOfObject(paths.front());
     } else if (drop.mimeData()->hasText()) {
-        combo_->setEditText(drop.mimeData()->text().section(QLatin1Char('\n'), 0, 0).trimmed());
+        const QString text = FirstLine(drop.mimeData()->text());
+        const std::string named = PathFromFileUri(FromQString(text));
+        named.empty() ? combo_->setEditText(text) : SetPathOfObject(named);
     }
     return true;
 }
