@@ -37,8 +37,8 @@ class PathHistory {
     // the pairs compared most recently, as many as a list has entries; nothing of others, and where the file
     // cannot be read.
     std::optional<std::string> PartnerOf(std::size_t side, std::string_view path) const;
-    // Writes both lists as they are, up to the twentieth line each. A pair with a folder that stands in no list
-    // any more is forgotten.
+    // Writes both lists as they are, up to the twentieth line each. A pair with a folder that stands in no
+    // list any more is forgotten.
     Error SaveFolderLists(const Lists& lists) const;
 
   private:

@@ -124,6 +124,7 @@ TEST_F(BadArgumentsTest, AValueThatAnOptionDoesNotHaveIsRefused) {
         {"--length", {"", "all", "99999999999999999999"}, "N"},
         {"--view", {"other", "custom", ""}, "all|different|similar"},
         {"--settings", {""}, "FILE"},
+        {"--session", {""}, "FILE"},
         {"--format", {"xml", "JSON"}, "text|json"},
         {"--select", {""}, "NAME"},
         {"--max-delete", {"", "all", "-1", "101%", "1.5"}, "N|P%"},

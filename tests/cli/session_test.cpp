@@ -19,7 +19,7 @@ class SessionOption : public ::testing::Test {
         folder.MakeFolder("left");
         folder.MakeFolder("right");
         folder.MakeFolder("program");
-        folder.Write("left/a.txt", "1", 1'600'000'000);
+        for (const auto* name : {"left/a.txt", "twin/a.txt"}) folder.Write(name, "1", 1'600'000'000);
         folder.Write("right/a.txt", "2", 1'600'000'000);
         WriteSession("MakeRightSameAsLeft", "Thorough",
                      "[Source]\r\nDir1=" + (folder / "left/") +
@@ -49,7 +49,7 @@ TEST_F(SessionOption, GivesOptionsAndFolders) {
     EXPECT_THAT(both.out, HasSubstr("a.txt"));
     // What is given besides comes first.
     EXPECT_EQ(RunProgram({"compare", "--session", session, "--method", "quick"}).status, 0);
-    EXPECT_EQ(RunProgram({"compare", "--session", session, folder / "left", folder / "left"}).status, 0);
+    EXPECT_EQ(RunProgram({"compare", "--session", session, folder / "left", folder / "twin"}).status, 0);
     const ProgramRun plan =
         RunProgram({"sync", "--plan", "--session", session, "--program-folder", folder / "program"});
     EXPECT_THAT(plan.out, HasSubstr("Copy")) << plan.err;

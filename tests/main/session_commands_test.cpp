@@ -17,7 +17,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using vantrel::testing::TestProgram;
 
-constexpr const char* kLoad = "Load Session Settings: Vantrel Session (*.vts)|*.vts";  // the question for a file
+constexpr const char* kLoad =
+    "Load Session Settings: Vantrel Session (*.vts)|*.vts";  // the question for a file
 
 class SessionCommands : public ::testing::Test {
   protected:
@@ -65,7 +66,8 @@ TEST_F(SessionCommands, ASavedSessionBringsBackOptionsFoldersAndLooks) {
     Run("mnuFileCompareDirectories");
     program.messages.shown.clear();
     Load("work.vts", MessageAnswer::No);
-    EXPECT_THAT(Said(), ElementsAre(kLoad, "Save Current Settings?: Do you wish to save the current settings?"));
+    EXPECT_THAT(Said(),
+                ElementsAre(kLoad, "Save Current Settings?: Do you wish to save the current settings?"));
     EXPECT_FALSE(Options().showCopyConfirmations);
     EXPECT_FALSE(program.Window().Strip(ToolbarStyle::Coolbar).isVisible());
     EXPECT_EQ(program.Window().PathText(Side::Left), program.left + "/");
