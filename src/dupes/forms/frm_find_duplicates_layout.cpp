@@ -167,7 +167,8 @@ QWidget* frmFindDuplicates::MakeSetUp() {
     folders->addWidget(cmdSelectFolder, 0, 2);
     folders->addWidget(lstFolders, 1, 0, 1, 3);
     folders->addWidget(chkIncludeSubFolders, 2, 0);
-    folders->addWidget(cmdRemoveFolder, 2, 1, 1, 2, Qt::AlignRight);
+    // Beside the box it would make the window too wide for a small screen.
+    folders->addWidget(cmdRemoveFolder, 3, 0, 1, 3, Qt::AlignRight);
     folders->setColumnStretch(0, 1);
     auto* search = new QVBoxLayout;
     search->addWidget(cmdFindDupes);

@@ -25,6 +25,10 @@ void SetAccessibleRole(QWidget& control, QAccessible::Role role) {
     }();
     static_cast<void>(installed);
     control.setProperty(kRole, static_cast<int>(role));
+    // One that was made before, as where the name was set first, is made anew when it is asked for.
+    QAccessibleInterface* made = QAccessible::queryAccessibleInterface(&control);
+    if (made != nullptr && made->role() != role)
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
 }
 
 }  // namespace vantrel

@@ -1,5 +1,6 @@
 #include "views/forms/frm_print_preview.h"
 
+#include <QGraphicsView>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPrintPreviewWidget>
@@ -9,6 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "platform/forms/accessible_role.h"
 #include "platform/forms/window_size.h"
 #include "views/forms/page_painter.h"
 
@@ -48,6 +50,11 @@ frmPrintPreview::frmPrintPreview(const Toolbox& tools, QPrinter& printer,
     setWindowTitle(QStringLiteral("Print Preview"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     lblPage->setObjectName(QStringLiteral("lblPage"));
+    // The control that takes the focus stands within the toolkit's one.
+    if (auto* pages = view_->findChild<QGraphicsView*>()) {
+        pages->setAccessibleName(QStringLiteral("Pages"));
+        SetAccessibleRole(*pages, QAccessible::Document);
+    }
     view_->setObjectName(QStringLiteral("view"));
     view_->setAccessibleName(QStringLiteral("The pages as they will be printed"));
     cmdPrint->setDefault(true);

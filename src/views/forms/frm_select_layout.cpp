@@ -153,6 +153,7 @@ QWidget* frmSelect::FileTypePage() {
     QWidget* page = Page(kFileTypeTab);
     auto* column = new QVBoxLayout(page);
     column->addWidget(LabelOf("Files Types:", lstFileTypes));
+    lstFileTypes->setAccessibleName(QStringLiteral("File Types"));
     column->addWidget(lstFileTypes, 1);
     return page;
 }
