@@ -160,4 +160,8 @@ bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime loca
     return Report(tools, kSetRoutine, TrySetLastWriteTime(tools, path, local, seen));
 }
 
+void ReportLastWriteTime(const Toolbox& tools, const Error& error) {
+    Report(tools, kSetRoutine, error);
+}
+
 }  // namespace vantrel

@@ -44,8 +44,9 @@ bool SetFileDateTimes(const Toolbox& tools, std::string_view path, const FileDat
                       const Sighting& seen = {});
 // Sets the last-write time alone, from a local file time; the same otherwise.
 bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen = {});
-// The same without a report: the error that it would show.
+// The same without a report: the error that it would show, and that report.
 Error TrySetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local,
                           const Sighting& seen = {});
+void ReportLastWriteTime(const Toolbox& tools, const Error& error);
 
 }  // namespace vantrel

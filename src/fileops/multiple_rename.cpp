@@ -88,6 +88,20 @@ void MultipleRename::OfferRepair() {
     }
 }
 
+OperationSummary SummaryOf(const RenameResult& result, const std::vector<std::string>& names) {
+    OperationSummary summary;
+    for (std::size_t i = 0; i < result.objects.size(); ++i) {
+        const RenamedObject& object = result.objects[i];
+        if (object.outcome == ItemOutcome::Done)
+            ++summary.renamed;
+        else if (object.outcome == ItemOutcome::NotReached)
+            ++summary.notReached;
+        else
+            summary.AddNotDone(names.at(i), object.error);
+    }
+    return summary;
+}
+
 std::string DescribeProblems(const RenameResult& result, const std::vector<std::string>& names) {
     std::string text, reasons;
     std::size_t failed = 0;

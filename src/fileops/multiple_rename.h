@@ -6,6 +6,7 @@
 
 #include "core/result_row.h"
 #include "core/toolbox.h"
+#include "fileops/operation_summary.h"
 #include "fileops/rename_rules.h"
 #include "shell/rename_batch.h"
 
@@ -50,6 +51,8 @@ class MultipleRename {
     std::optional<RenameBatch> back_;  // from the last batch
 };
 
+// The figures of a batch, for the line that tells what was done. `names` as below.
+OperationSummary SummaryOf(const RenameResult& result, const std::vector<std::string>& names);
 // What the user is told of a batch; empty where all went well. `names` are the names it began with.
 std::string DescribeProblems(const RenameResult& result, const std::vector<std::string>& names);
 

@@ -26,6 +26,21 @@ std::uint64_t& CountOf(ShellOperation operation, OperationSummary& summary) {
 
 }  // namespace
 
+bool OperationSummary::IsEmpty() const {
+    return IsWhole() && copied + moved + renamed + stamped + recycled + deleted == 0;
+}
+
+OperationSummary& OperationSummary::operator+=(const OperationSummary& other) {
+    for (const auto figure :
+         {&OperationSummary::copied, &OperationSummary::moved, &OperationSummary::renamed,
+          &OperationSummary::stamped, &OperationSummary::recycled, &OperationSummary::deleted,
+          &OperationSummary::skipped, &OperationSummary::failed, &OperationSummary::notReached})
+        this->*figure += other.*figure;
+    copiedBytes += other.copiedBytes;
+    notDone.insert(notDone.end(), other.notDone.begin(), other.notDone.end());
+    return *this;
+}
+
 void OperationSummary::AddNotDone(const std::string& path, const Error& error) {
     ++(error.IsOk() ? skipped : failed);
     notDone.push_back({path, error.IsOk() ? "skipped" : WithSystemReason(error)});
@@ -54,6 +69,7 @@ std::string DescribeSummary(const OperationSummary& summary, const LocaleFormats
         text.append(" (").append(ConvertBytesToCorrectByteTypeString(summary.copiedBytes)).append(")");
     add("moved", summary.moved);
     add("renamed", summary.renamed);
+    add("set the time of", summary.stamped);
     add("sent", summary.recycled, " to the Recycle Bin");
     add("deleted", summary.deleted);
     add("skipped", summary.skipped);

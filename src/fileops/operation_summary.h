@@ -17,8 +17,9 @@ struct OperationSummary {
     Currency copiedBytes;
     std::uint64_t moved = 0;
     std::uint64_t renamed = 0;
-    std::uint64_t recycled =
-        0;                      // what goes to the trash as a whole counts as one where nobody looked into it
+    std::uint64_t stamped = 0;  // files that got another time
+    // What goes to the trash as a whole counts as one where nobody looked into it.
+    std::uint64_t recycled = 0;
     std::uint64_t deleted = 0;  // for good
     std::uint64_t skipped = 0;
     std::uint64_t failed = 0;
@@ -32,6 +33,9 @@ struct OperationSummary {
     std::vector<NotDone> notDone;
 
     bool IsWhole() const { return skipped + failed + notReached == 0; }
+    // Whether anything was asked for at all: something was done, or was not.
+    bool IsEmpty() const;
+    OperationSummary& operator+=(const OperationSummary& other);
     // Notes one object that failed; a skipped one has no error.
     void AddNotDone(const std::string& path, const Error& error);
 };

@@ -1,5 +1,6 @@
 #include "fileops/sub_folder_operations.h"
 
+#include <algorithm>
 #include <string_view>
 #include <unordered_set>
 
@@ -150,12 +151,31 @@ void SubFolderOperations::CarryOut(Run& run, const std::vector<Item>& items) {
         if (DoOne(run, item)) CountAsDone(run, item);
     }
     FinishCopies(run);
+    OperationSummary& summary = run.result.summary;
+    summary.notReached = items.size() - run.result.done - summary.failed - summary.skipped;
     host_.SetProgressText({});
     host_.ShowProgressPanel(false);
 }
 
 void SubFolderOperations::CountAsDone(Run& run, const Item& item) {
     ++run.result.done;
+    OperationSummary& summary = run.result.summary;
+    switch (run.deleteForGood ? SubFolderVerb::Delete : run.kind.verb) {
+        case SubFolderVerb::Copy:
+            ++summary.copied;
+            summary.copiedBytes +=
+                std::max(host_.Lists()[host_.CurrentListview()][item.row].size, Currency());
+            break;
+        case SubFolderVerb::Move:
+            ++summary.moved;
+            break;
+        case SubFolderVerb::Delete:
+            ++summary.deleted;
+            break;
+        case SubFolderVerb::Recycle:
+            ++summary.recycled;
+            break;
+    }
     const bool reachesOver = run.kind.verb == SubFolderVerb::Copy || run.kind.verb == SubFolderVerb::Move;
     PutRowsRight(run.kind, item.row, reachesOver ? LookAtTarget(item) : nullptr);
 }
@@ -174,7 +194,10 @@ void SubFolderOperations::FinishCopies(Run& run) {
     const ShellOperations::FinishedCopies finished = wrappers_.Shell().FinishCopies();
     run.result.notKept += finished.notKept;
     std::unordered_set<std::string_view> failed;
-    for (const ShellOperations::FailedCopy& copy : finished.failed) failed.insert(copy.target);
+    for (const ShellOperations::FailedCopy& copy : finished.failed) {
+        failed.insert(copy.target);
+        run.result.summary.AddNotDone(copy.target, copy.error);
+    }
     for (const Item* item : run.waiting)
         if (!failed.contains(item->target)) CountAsDone(run, *item);
     if (finished.failed.empty()) return;
@@ -245,10 +268,10 @@ bool SubFolderOperations::DoOne(Run& run, const Item& item) {
         case SubFolderVerb::Copy:
             return CopyOne(run, item);
         case SubFolderVerb::Move:
-            return Took(run, wrappers_.MoveFiles({item.path}, item.target, Alone(run, item)));
+            return Took(run, item, wrappers_.MoveFiles({item.path}, item.target, Alone(run, item)));
         case SubFolderVerb::Recycle:
             if (run.deleteForGood) return DeleteOne(run, item);
-            return Took(run, wrappers_.RecycleFiles({item.path}, Alone(run, item)));
+            return Took(run, item, wrappers_.RecycleFiles({item.path}, Alone(run, item)));
         case SubFolderVerb::Delete:
             break;
     }
@@ -265,15 +288,18 @@ bool SubFolderOperations::CopyOne(Run& run, const Item& item) {
         run.waiting.push_back(&item);
         return false;
     }
-    return Took(run, wrappers_.CopyFiles({item.path}, item.target, Alone(run, item)));
+    return Took(run, item, wrappers_.CopyFiles({item.path}, item.target, Alone(run, item)));
 }
 
 bool SubFolderOperations::DeleteOne(Run& run, const Item& item) {
     if (wrappers_.Shell().DeleteOneFile({item.path, {}, item.expected, run.roots}).IsOk()) return true;
-    return Took(run, wrappers_.DeleteFilesPermanently({item.path}, Alone(run, item)));
+    return Took(run, item, wrappers_.DeleteFilesPermanently({item.path}, Alone(run, item)));
 }
 
-bool SubFolderOperations::Took(Run& run, const ShellResult& result) {
+bool SubFolderOperations::Took(Run& run, const Item& item, const ShellResult& result) {
+    if (!result.AllDone() && !result.cancelled)
+        run.result.summary.AddNotDone(item.path,
+                                      result.troubles.empty() ? Error() : result.troubles.front().error);
     run.result.cancelled = run.result.cancelled || !result.AllDone();
     run.result.ended = run.result.ended || result.cancelled || result.rootLost;
     run.result.notKept += result.notKept;

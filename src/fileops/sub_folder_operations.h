@@ -9,6 +9,7 @@
 #include "core/seen_pool.h"
 #include "core/toolbox.h"
 #include "fileops/operation_mode.h"
+#include "fileops/operation_summary.h"
 #include "fileops/shell_wrappers.h"
 
 namespace vantrel {
@@ -42,6 +43,7 @@ class SubFolderOperations {
         bool cancelled = false;  // anything was aborted or failed
         bool ended = false;      // by the user, or since a compared folder is gone
         NotKept notKept;
+        OperationSummary summary;
     };
 
     SubFolderOperations(const Toolbox& tools, ShellWrappers& wrappers, SubFolderHost& host)
@@ -80,7 +82,7 @@ class SubFolderOperations {
     bool CopyOne(Run& run, const Item& item);
     bool DeleteOne(Run& run, const Item& item);
     static ShellWrappers::Options Alone(const Run& run, const Item& item);
-    static bool Took(Run& run, const ShellResult& result);
+    static bool Took(Run& run, const Item& item, const ShellResult& result);
     void PutRowsRight(const Kind& kind, std::size_t row, const Seen* copied);
     // What the other side has now; null where that cannot be told.
     const Seen* LookAtTarget(const Item& item);

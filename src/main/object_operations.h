@@ -43,6 +43,9 @@ class ObjectOperations : private SyncConfirmation {
                                             QWidget* over);
     // Compares first where there is no result yet.
     void Synchronize(SyncScope scope);
+    // What became of the operation `what`: in the line of the main window, or in a box where that closes
+    // behind it. Nothing of one that nothing was asked of.
+    void TellEnd(const char* what, const OperationSummary& summary);
 
     CSyncSettings syncSettings;
 
@@ -61,8 +64,6 @@ class ObjectOperations : private SyncConfirmation {
     // Runs `work` on the list of CurrentListview as the RunningCommand `what`, and tells what became of it.
     template <typename Work>
     void OnCurrentList(const char* what, Work&& work);
-    // In the line of the main window, or in a box where that closes behind the operation.
-    void TellEnd(const char* what, const OperationSummary& summary);
     // The folder that the user picks for the selected objects; nothing where he cancelled. Nothing is asked
     // while nothing is selected: the operation has a message for that.
     std::optional<std::string> PickTarget(const ListRef& list, const char* prompt);

@@ -5,7 +5,8 @@
 
 namespace vantrel {
 
-void SubFolderSynchronization::AutoSynch(Confirm confirm, SyncSound sound) {
+OperationSummary SubFolderSynchronization::AutoSynch(Confirm confirm, SyncSound sound) {
+    OperationSummary summary;
     tools_.reporter.Guard("SubDirDiffs.AutoSync()", [&] {
         tools_.loop.ResetCancel();
         if (host_.PromptForSyncMethod() && !host_.ShowSyncWizard()) return;
@@ -16,23 +17,25 @@ void SubFolderSynchronization::AutoSynch(Confirm confirm, SyncSound sound) {
         host_.ActOnHiddenLists(std::nullopt);
         PerSide<std::string> folders;
         for (Side side : kBothSides) folders[side] = host_.FolderPath(side);
-        const SyncPlan plan = GetListOfFilesAffectedBySync(host_.Lists(), folders, settings_, selected);
+        const SyncPlan plan =
+            GetListOfFilesAffectedBySync(host_.Lists(), folders, settings_, selected, host_.Trash());
         if (const std::string leftOut = plan.leftOut.Describe(); !leftOut.empty())
             tools_.messages.Ask({"Synchronization", leftOut, MessageIcon::Warning, MessageButtons::Ok, {}});
         bool proceed = confirm == Confirm::No || host_.ShowConfirmSync(plan);
         if (proceed) {
             tools_.loop.Yield();
             proceed = SpaceSufficesOrUserGoesOn(tools_, plan, "frmSubDirDiffs.EnoughSpaceForSubFolderSync");
-            const bool whole = proceed && CarryOut(plan) && plan.leftOut.IsEmpty();
+            const bool whole = proceed && CarryOut(plan, summary) && plan.leftOut.IsEmpty();
             if (whole && sound == SyncSound::Played) host_.PlaySyncCompleteSound();
         }
         host_.CopyItemsFromHiddenLVWToVisibleLVW();
         host_.RefreshStatus();
     });
     SyncSelectedOnly = false;
+    return summary;
 }
 
-bool SubFolderSynchronization::CarryOut(const SyncPlan& plan) {
+bool SubFolderSynchronization::CarryOut(const SyncPlan& plan, OperationSummary& summary) {
     bool cancelled = false, ended = false;
     NotKept notKept;
     const auto run = [&](Side side, const std::vector<PlannedAction>& actions, auto operation) {
@@ -43,6 +46,7 @@ bool SubFolderSynchronization::CarryOut(const SyncPlan& plan) {
         cancelled = cancelled || result.cancelled;
         ended = ended || result.ended;
         notKept += result.notKept;
+        summary += result.summary;
     };
     for (Side side : kBothSides) run(side, plan.deletes[side], &SubFolderOperations::DeleteFiles);
     for (Side side : kBothSides) run(side, plan.copies[side], &SubFolderOperations::CopyFilesToOtherDir);

@@ -4,6 +4,7 @@
 #include "fileops/sub_folder_operations.h"
 #include "sync/csync_settings.h"
 #include "sync/sync_plan.h"
+#include "sync/trash_folders.h"
 
 namespace vantrel {
 
@@ -11,6 +12,7 @@ namespace vantrel {
 class SubFolderSyncHost : public SubFolderHost {
   public:
     virtual SelectedTexts SelectedObjects() const = 0;  // of the list last pressed
+    virtual TrashFolders Trash() const = 0;             // as seen from the folders of FolderPath
     virtual bool PromptForSyncMethod() const = 0;
     virtual bool ShowSyncWizard() = 0;                       // the proceed flag
     virtual bool ShowConfirmSync(const SyncPlan& plan) = 0;  // the proceed flag
@@ -32,8 +34,8 @@ class SubFolderSynchronization {
                              const CSyncSettings& settings, SubFolderSyncHost& host)
         : tools_(tools), operations_(operations), settings_(settings), host_(host) {}
 
-    // Errors are reported under "SubDirDiffs.AutoSync()".
-    void AutoSynch(Confirm confirm, SyncSound sound);
+    // What was done. Errors are reported under "SubDirDiffs.AutoSync()".
+    OperationSummary AutoSynch(Confirm confirm, SyncSound sound);
 
     // Restricts the next run to the rows that are selected when it begins.
     bool SyncSelectedOnly = false;
@@ -42,7 +44,7 @@ class SubFolderSynchronization {
     // The selection of the hidden list becomes the rows of `actions`; false where there are none.
     bool Select(Side side, const std::vector<PlannedAction>& actions);
     // False where anything was aborted or failed.
-    bool CarryOut(const SyncPlan& plan);
+    bool CarryOut(const SyncPlan& plan, OperationSummary& summary);
 
     const Toolbox& tools_;
     SubFolderOperations& operations_;

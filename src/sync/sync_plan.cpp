@@ -77,7 +77,9 @@ std::optional<LeftOutReason> ReasonToLeave(Side side, const ResultRow& row, cons
     if (row.incomplete && action == SyncAction::Delete) return LeftOutReason::NotWhollyKnown;
     if (row.holdsOtherFolder) return LeftOutReason::HoldsOtherFolder;
     if (IsTrash(row) || trash.Is(row)) return LeftOutReason::Trash;
-    if (row.kind == RowKind::Folder && !row.isLink && trash.Touches(side, row.realName))
+    if (!row.isLink && trash.Touches(side, row.realName)) return LeftOutReason::Trash;
+    if (action == SyncAction::Copy &&
+        trash.Touches(Other(side), other.IsReal() ? other.realName : row.realName))
         return LeftOutReason::Trash;
     return std::nullopt;
 }
@@ -315,10 +317,11 @@ SyncPlan GetListOfFilesAffectedBySync(const ComparisonResults& results, const CS
 }
 
 SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const PerSide<std::string>& folders,
-                                      const CSyncSettings& settings, const SelectedTexts& selected) {
+                                      const CSyncSettings& settings, const SelectedTexts& selected,
+                                      const TrashFolders& trash) {
     SyncPlan plan;
     plan.folders = folders;
-    PlanRows(lists, settings, selected, {}, plan);
+    PlanRows(lists, settings, selected, trash, plan);
     for (const Side side : kBothSides)
         for (PlannedAction& action : plan.deletes[side]) action.forGood = true;
     return plan;

@@ -103,9 +103,10 @@ void LookAtWholeFolders(const Toolbox& tools, std::int32_t jobs, const ScanOptio
 std::string DescribeNotes(const SyncPlan& plan);
 
 // The same for any aligned pair of lists, such as those of the window of sub-folder differences. There are no
-// sub-folders in it.
+// sub-folders in it. `trash` as it is seen from `folders`.
 SyncPlan GetListOfFilesAffectedBySync(const PerSide<ResultList>& lists, const PerSide<std::string>& folders,
-                                      const CSyncSettings& settings, const SelectedTexts& selected);
+                                      const CSyncSettings& settings, const SelectedTexts& selected,
+                                      const TrashFolders& trash = {});
 
 // The arithmetic of the space check. Deletes free space but are left out on purpose.
 struct SyncSpaceNeed {

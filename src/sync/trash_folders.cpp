@@ -50,8 +50,23 @@ bool LiesIn(std::string_view path, std::string_view folder) {
 }  // namespace
 
 bool TrashFolders::Touches(Side side, std::string_view path) const {
-    return std::ranges::any_of(
-        below[side], [&](const std::string& trash) { return LiesIn(path, trash) || LiesIn(trash, path); });
+    return around[side] || std::ranges::any_of(below[side], [&](const std::string& trash) {
+               return LiesIn(path, trash) || LiesIn(trash, path);
+           });
+}
+
+TrashFolders TrashFolders::Under(const PerSide<std::string>& subFolders) const {
+    TrashFolders under{ids, {}, around};
+    for (const Side side : kBothSides) {
+        const std::string& folder = subFolders[side];
+        for (const std::string& trash : below[side]) {
+            if (LiesIn(folder, trash))
+                under.around[side] = true;
+            else if (LiesIn(trash, folder))
+                under.below[side].push_back(trash.substr(folder.size() + 1));
+        }
+    }
+    return under;
 }
 
 TrashFolders FindTrashFolders(const Toolbox& tools, const TrashPlaces& places,

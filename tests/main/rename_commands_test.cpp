@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 #include <filesystem>
@@ -36,6 +37,10 @@ class RenameCommands : public ::testing::Test {
         return info.lastWrite;
     }
 
+    std::string OperationLineText() {
+        return program.Window().findChild<QLabel*>(QStringLiteral("lblOperation"))->text().toStdString();
+    }
+
     TestProgram program;
 };
 
@@ -57,6 +62,7 @@ TEST_F(RenameCommands, SeveralRowsOpenTheWindowAndAreComparedAgain) {
     EXPECT_TRUE(program.workspace.Exists("left/newer.txt"));
     EXPECT_LT(program.Row(Side::Right, "newer2.txt"), program.Get().panes.Pane(Side::Right).Count());
     EXPECT_EQ(Side::Right, program.Get().panes.CurrentListview());
+    EXPECT_EQ("Renamed 2", OperationLineText());
 }
 
 TEST_F(RenameCommands, OneRowAsksForItsNameAndFollowsTheOptionOfDates) {
@@ -106,6 +112,7 @@ TEST_F(RenameCommands, TheSelectedFileGetsTheTimesOfItsCounterpart) {
     program.Select(Side::Left, "newer.txt");
     Run("mnuSyncTimeStamp");
     EXPECT_EQ(Time(left), Time(right));
+    EXPECT_EQ("Set the time of 1", OperationLineText());
     EXPECT_TRUE(program.Get().results.HasResult());
 }
 
@@ -121,6 +128,7 @@ TEST_F(RenameCommands, ADateIsSetOnTheSelectedFiles) {
     });
     Run("mnuFilePopupSetDateTime");
     EXPECT_EQ(Time(program.right + "/newer.txt"), Time(program.right + "/same.txt"));
+    EXPECT_EQ("Set the time of 3", OperationLineText());
 }
 
 }  // namespace

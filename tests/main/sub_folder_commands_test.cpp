@@ -443,6 +443,8 @@ TEST_F(SubFolderCommandsTest, TypingFiltersAndTheWindowKeepsItsSize) {
         EXPECT_EQ(Read("right/Different/deep/newer.txt"), "newer");
         EXPECT_EQ(Read("right/Different/deep/older.txt"), "old");
         EXPECT_EQ(Read("right/Different/binary.txt"), "abc");
+        EXPECT_EQ(window.findChild<QLabel*>(QStringLiteral("lblOperation"))->text(),
+                  QStringLiteral("Copied 2 (8 Bytes)"));
         QTest::keyClick(window.txtFilter, Qt::Key_Escape);
         EXPECT_TRUE(window.isVisible());
         EXPECT_EQ(Cells(window, Side::Right).size(), 7U);

@@ -50,6 +50,7 @@ class SubFolderWindow : public SubFolderSyncHost {
     void CopyItemsFromHiddenLVWToVisibleLVW() override { events += "refresh "; }
     void SetResultsOutOfDate() override {}
     SelectedTexts SelectedObjects() const override { return selected; }
+    TrashFolders Trash() const override { return trash; }
     bool PromptForSyncMethod() const override { return false; }
     bool ShowSyncWizard() override { return true; }
     bool ShowConfirmSync(const SyncPlan&) override { return proceed; }
@@ -62,6 +63,7 @@ class SubFolderWindow : public SubFolderSyncHost {
 
     PerSide<ResultList> visible, hidden;
     SelectedTexts selected;
+    TrashFolders trash;
     Side current = Side::Left;
     bool onHidden = false;
     bool proceed = true;
@@ -98,6 +100,27 @@ TEST_F(SubFolderSynchronizationTest, BringsFilesAndRowsIntoLineWithoutHistoryOrT
     EXPECT_EQ("333300", Types());
     EXPECT_EQ("sound refresh status ", window.events);
     EXPECT_FALSE(world.tools.folder.Exists("SyncHist.Log"));
+}
+
+// Neither what lies in a trash folder nor, once it is one itself, the whole sub-folder.
+TEST_F(SubFolderSynchronizationTest, LeavesTheUsersTrashAlone) {
+    TrashFolders fromAbove;
+    fromAbove.below[Side::Left] = {"deep/sub/x"};
+    fromAbove.below[Side::Right] = {"deep/sub2/x/y", "deep", "other"};
+    window.trash = fromAbove.Under({{"deep/sub", "deep/sub2"}});
+    window.trash.around[Side::Right] = false;
+    sync.AutoSynch(Confirm::Yes, SyncSound::Played);
+    EXPECT_FALSE(world.tools.folder.Exists("right/x/orphan"));
+    EXPECT_EQ("newer left", world.tools.folder.Read("right/newer"));
+    ASSERT_EQ(1U, world.tools.messages.shown.size());
+    EXPECT_NE(std::string::npos, world.tools.messages.Line(0).find("trash")) << world.tools.messages.Line(0);
+
+    world.tools.folder.Write("right/gone", "only right");
+    window.Add("again", "", ResultType::None, "only right", ResultType::Orphan);
+    window.trash = fromAbove.Under({{"deep/sub", "deep/sub2"}});
+    EXPECT_TRUE(window.trash.around[Side::Right]);
+    sync.AutoSynch(Confirm::Yes, SyncSound::Played);
+    EXPECT_TRUE(world.tools.folder.Exists("right/again"));
 }
 
 TEST_F(SubFolderSynchronizationTest, TellsOfTimesThatCouldNotBeKept) {

@@ -226,6 +226,7 @@ bool frmFileDateTimes::ApplyNewDateTime() {
 // The first file that cannot be changed is shown with its reason, the others are counted.
 void frmFileDateTimes::Stamp(FileTime local) {
     std::size_t failed = 0;
+    summary_ = {};
     {
         const QScopedValueRollback<bool> running(running_, true);
         const BusyPointer pointer;
@@ -234,13 +235,14 @@ void frmFileDateTimes::Stamp(FileTime local) {
         for (std::size_t i = 0; i < files_.size(); ++i) {
             FileToStamp& file = files_[i];
             tools_.loop.Yield();
-            const bool done = failed == 0 ? SetLastWriteTime(tools_, file.path, local, file.seen)
-                                          : TrySetLastWriteTime(tools_, file.path, local, file.seen).IsOk();
-            if (!done) {
-                ++failed;
+            const Error error = TrySetLastWriteTime(tools_, file.path, local, file.seen);
+            if (!error.IsOk()) {
+                if (++failed == 1) ReportLastWriteTime(tools_, error);
+                summary_.AddNotDone(file.path, error);
                 continue;
             }
             stamped_ = true;
+            ++summary_.stamped;
             file.lastWrite = local;
             model_->RowChanged(i);
         }

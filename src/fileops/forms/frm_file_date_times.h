@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fileops/date_stamps.h"
+#include "fileops/operation_summary.h"
 
 class QCalendarWidget;
 class QLineEdit;
@@ -29,6 +30,8 @@ class frmFileDateTimes : public QDialog {
 
     // Shows the window modally. Whether any file was stamped.
     bool ShowForm();
+    // What the last time that was set did.
+    const OperationSummary& Summary() const { return summary_; }
 
     QCalendarWidget* MonthView1;
     QLineEdit *txtHour, *txtMinute, *txtSecond;
@@ -56,6 +59,7 @@ class frmFileDateTimes : public QDialog {
     std::vector<FileToStamp> files_;
     const bool confirm_;
     StampListModel* model_;
+    OperationSummary summary_;
     bool stamped_ = false, running_ = false;
 };
 

@@ -227,6 +227,7 @@ void frmRenameMultiple::Run(const std::function<RenameResult(const BatchRenames:
     std::vector<std::string> about = names;
     for (std::size_t i = about.size(); i < result.objects.size(); ++i)
         about.push_back(result.objects[i].standsAs);
+    summary_ = SummaryOf(result, about);
     if (const std::string problems = DescribeProblems(result, about); !problems.empty())
         parts_.tools.messages.Ask({.title = "Multiple Rename",
                                    .text = problems,

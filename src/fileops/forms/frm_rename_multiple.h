@@ -42,6 +42,8 @@ class frmRenameMultiple : public QDialog {
     // Shows the window modally. Whether anything was renamed; the window is not shown where the folder cannot
     // be read, which is reported.
     bool ShowForm();
+    // What the batch of this window did.
+    const OperationSummary& Summary() const { return summary_; }
 
     QCheckBox *chkShortFileName, *chkRemoveSpaces, *chkRemoveExtension;
     QComboBox* cboCapitalization;
@@ -96,6 +98,7 @@ class frmRenameMultiple : public QDialog {
     bool hasShortNames_ = false;
     RenameListModel* model_;
     QTimer* previewSoon_;
+    OperationSummary summary_;
     bool renamed_ = false, running_ = false, validating_ = false;
 };
 

@@ -10,10 +10,17 @@
 namespace vantrel {
 namespace {
 
+constexpr const char* kRenaming = "renaming";
+constexpr const char* kStamping = "date/time change";
+
 // The compared folder of a side, as it was when it was compared.
 ShellRoot RootOf(Application& application, Side side) {
     const ComparisonResults& results = application.results;
     return {application.Window().PaneFolder(side), results.folderIds[side], results.foldersMade[side]};
+}
+
+void TellEnd(Application& application, const char* what, const OperationSummary& summary) {
+    if (!summary.IsEmpty()) application.operations->TellEnd(what, summary);
 }
 
 bool RenameMany(Application& application, Side side) {
@@ -24,7 +31,9 @@ bool RenameMany(Application& application, Side side) {
                               .rename = application.multipleRename,
                               .requestCancel = [&application] { application.around.events.RequestCancel(); }},
                              RootOf(application, side), std::move(objects), &application.Window());
-    return window.ShowForm();
+    const bool renamed = window.ShowForm();
+    TellEnd(application, kRenaming, window.Summary());
+    return renamed;
 }
 
 // A name with a "/" would be another place.
@@ -47,15 +56,16 @@ bool RenameOne(Application& application, Side side, const ResultRow& row) {
         return false;
     }
     const std::string folder = application.Window().PaneFolder(side);
-    return application.operations->Wrappers()
-        .RenameFile(JoinPath(folder, present), JoinPath(folder, name), {.confirm = false, .showErrors = true})
-        .AllDone();
+    const ShellResult result = application.operations->Wrappers().RenameFile(
+        JoinPath(folder, present), JoinPath(folder, name), {.confirm = false, .showErrors = true});
+    TellEnd(application, kRenaming, SummaryOf(result));
+    return result.AllDone();
 }
 
 void Rename(Application& application) {
     const auto side = application.panes.CurrentListview();
     const std::size_t count = side ? application.panes.Pane(*side).SelectedCount() : 0;
-    const RunningCommand running(application, "renaming");
+    const RunningCommand running(application, kRenaming);
     if (count == 0) {
         application.around.messages.Ask(
             {.title = "Unable to Rename",
@@ -71,7 +81,7 @@ void Rename(Application& application) {
 }
 
 void SetDateTime(Application& application) {
-    const RunningCommand running(application, "date/time change");
+    const RunningCommand running(application, kStamping);
     const Side side = application.panes.CurrentListview().value_or(Side::Left);
     std::vector<FileToStamp> files;
     application.reporter.Guard("frmFileDateTimes.PopulateListviewWithSelectedFiles", [&] {
@@ -81,11 +91,13 @@ void SetDateTime(Application& application) {
     frmFileDateTimes window(
         application.tools, std::move(files), application.options.showDateTimeChangeConfirmations,
         [&application] { OpenHelpPage(application, "renaming.html"); }, &application.Window());
-    if (window.ShowForm()) application.AutoCompareStep(application.options.autoCompareAfterDateTimeChange);
+    const bool stamped = window.ShowForm();
+    TellEnd(application, kStamping, window.Summary());
+    if (stamped) application.AutoCompareStep(application.options.autoCompareAfterDateTimeChange);
 }
 
 void SyncDateTime(Application& application) {
-    const RunningCommand running(application, "date/time change");
+    const RunningCommand running(application, kStamping);
     StampPair pair;
     pair.confirm = application.options.showDateTimeChangeConfirmations;
     if (const auto side = application.panes.CurrentListview()) {
@@ -95,8 +107,11 @@ void SyncDateTime(Application& application) {
         pair.folder = application.Window().PaneFolder(*side);
         pair.otherFolder = application.Window().PaneFolder(Other(*side));
     }
-    if (SyncTimeStamp(application.tools, pair))
-        application.AutoCompareStep(application.options.autoCompareAfterDateTimeChange);
+    if (!SyncTimeStamp(application.tools, pair)) return;
+    OperationSummary summary;
+    summary.stamped = 1;
+    TellEnd(application, kStamping, summary);
+    application.AutoCompareStep(application.options.autoCompareAfterDateTimeChange);
 }
 
 }  // namespace

@@ -17,8 +17,8 @@
 #include <utility>
 
 #include "core/row_texts.h"
-#include "diagnostics/forms/frm_error_log.h"
 #include "main/command_table.h"
+#include "main/forms/text_window.h"
 #include "platform/forms/icons.h"
 #include "platform/forms/other_pane_key.h"
 #include "platform/forms/qt_text.h"
@@ -96,7 +96,7 @@ void frmMain::LayOut() {
     column->addWidget(panesWidget_, 1);
     operationLine_ = new OperationLine(centre);
     connect(operationLine_, &OperationLine::ListAsked, this, Guarded("cmdNotDone", "Click", [this] {
-                ShowText(QStringLiteral("Not Done"), operationLine_->NotDone());
+                ShowText(parts_.tools, QStringLiteral("Not Done"), operationLine_->NotDone(), this);
             }));
     column->addWidget(operationLine_);
     setCentralWidget(centre);
@@ -281,8 +281,13 @@ void frmMain::SetPathText(Side side, const std::string& path) {
 }
 
 void frmMain::BusyChanged(bool busy) {
-    // A button that is disabled loses the focus.
-    if (busy) focusBeforeJob_ = qobject_cast<QToolButton*>(focusWidget());
+    // What is disabled loses the focus: buttons and path boxes, not the panes.
+    if (busy) {
+        QWidget* at = focusWidget();
+        const bool inBox =
+            std::ranges::any_of(boxes_.values, [at](PathBox* box) { return box->isAncestorOf(at); });
+        focusBeforeJob_ = inBox || qobject_cast<QToolButton*>(at) ? at : nullptr;
+    }
     for (const Side side : kBothSides) boxes_[side]->ShowBusy(busy);
     panesWidget_->ShowBusy(busy);
     cmdSwapSides_->setEnabled(!busy);
@@ -326,7 +331,7 @@ void frmMain::AddPathsToIni(const std::string& left, const std::string& right) {
 }
 
 void frmMain::ShowFileComparisonResults(const std::string& text) {
-    ShowText(QStringLiteral("Comparison Results"), text);
+    ShowText(parts_.tools, QStringLiteral("Comparison Results"), text, this);
 }
 
 void frmMain::TellOperation(const std::string& text, const std::string& notDone) {
@@ -334,15 +339,6 @@ void frmMain::TellOperation(const std::string& text, const std::string& notDone)
         operationLine_->hide();
     else
         operationLine_->Tell(text, notDone);
-}
-
-void frmMain::ShowText(const QString& caption, const std::string& text) {
-    frmErrorLog viewer(parts_.tools.files, parts_.tools.reporter, this);
-    viewer.setWindowTitle(caption);
-    viewer.txtMsg->setPlainText(MessageQString(text));
-    // There is no file behind this text that could be emptied.
-    viewer.cmdClear->hide();
-    viewer.exec();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

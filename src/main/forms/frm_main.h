@@ -144,8 +144,6 @@ class frmMain : public QMainWindow, private ResultPanesObserver, private BusyObs
     void OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers keys);
     void DragOut(Side side);
 
-    void ShowText(const QString& caption, const std::string& text);
-
     void BusyChanged(bool busy) override;
     void StatusTextsChanged() override;
     void ViewSelectionsChanged() override;

@@ -14,11 +14,13 @@
 #include "main/sub_dir_command_table.h"
 #include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
+#include "platform/names/paths.h"
 #include "sync/forms/frm_confirm_sync.h"
 #include "sync/single_file_sync.h"
 #include "views/drop_rule.h"
 #include "views/forms/dragged_paths.h"
 #include "views/forms/frm_print_options.h"
+#include "views/forms/operation_line.h"
 
 namespace vantrel {
 
@@ -130,6 +132,16 @@ SelectedTexts frmSubDirDiffs::SelectedObjects() const {
     return texts;
 }
 
+TrashFolders frmSubDirDiffs::Trash() const {
+    const ComparisonResults& results = application_.results;
+    PerSide<std::string> names;
+    for (const Side side : kBothSides) {
+        const std::size_t above = NormalizePath(results.folders[side]).size();
+        names[side] = WithoutTrailingSlash(std::string_view(folders_[side]).substr(above));
+    }
+    return FindTrashFolders(application_.tools, application_.around.trash, results).Under(names);
+}
+
 bool frmSubDirDiffs::PromptForSyncMethod() const {
     return application_.options.promptForSyncMethod;
 }
@@ -177,13 +189,18 @@ void frmSubDirDiffs::CompareFiles() {
 void frmSubDirDiffs::Synchronize(SyncScope scope) {
     const Run run(*this);
     synchronization_.SyncSelectedOnly = scope == SyncScope::SelectedObjects;
-    synchronization_.AutoSynch(application_.options.showSynchronizeConfirmations ? Confirm::Yes : Confirm::No,
-                               SyncSound::Played);
+    TellEnd(synchronization_.AutoSynch(
+        application_.options.showSynchronizeConfirmations ? Confirm::Yes : Confirm::No, SyncSound::Played));
+}
+
+void frmSubDirDiffs::TellEnd(const OperationSummary& summary) {
+    if (summary.IsEmpty()) return operationLine_->hide();
+    operationLine_->Tell(DescribeSummary(summary, application_.around.locale), ListNotDone(summary));
 }
 
 void frmSubDirDiffs::Operate(Operation operation, bool confirm) {
     const Run run(*this);
-    (operations_.*operation)(confirm ? Confirm::Yes : Confirm::No, PartOf::Command);
+    TellEnd((operations_.*operation)(confirm ? Confirm::Yes : Confirm::No, PartOf::Command).summary);
 }
 
 void frmSubDirDiffs::Copy() {

@@ -23,6 +23,7 @@ namespace vantrel {
 
 class Application;
 class CommandStrip;
+class OperationLine;
 class PathLabel;
 
 // "View Sub-Folder Differences": which files differ in one pair of sub-folders, in two panes like those of
@@ -86,6 +87,7 @@ class frmSubDirDiffs : public QDialog,
     void CopyItemsFromHiddenLVWToVisibleLVW() override;
     void SetResultsOutOfDate() override { resultsOutOfDate_ = true; }
     SelectedTexts SelectedObjects() const override;
+    TrashFolders Trash() const override;
     bool PromptForSyncMethod() const override;
     bool ShowSyncWizard() override;
     bool ShowConfirmSync(const SyncPlan& plan) override;
@@ -109,6 +111,7 @@ class frmSubDirDiffs : public QDialog,
     void DeletePermanently();
     void DeleteByButton();
     void Operate(Operation operation, bool confirm);
+    void TellEnd(const OperationSummary& summary);
     void Print();
     void CloseForm() { close(); }
     void SelectAll() { lists_.SelectAll(); }
@@ -132,6 +135,7 @@ class frmSubDirDiffs : public QDialog,
     SubFolderOperations operations_;
     SubFolderSynchronization synchronization_;
     AlignedPanesWidget* panes_ = nullptr;
+    OperationLine* operationLine_ = nullptr;
     PerSide<std::string> folders_;
     Side actedOn_ = Side::Left;   // by the operation that runs
     bool onHidden_ = false;       // likewise

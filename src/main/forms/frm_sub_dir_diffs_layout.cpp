@@ -13,11 +13,14 @@
 
 #include "main/application.h"
 #include "main/forms/frm_sub_dir_diffs.h"
+#include "main/forms/text_window.h"
 #include "main/sub_dir_command_table.h"
 #include "platform/forms/icons.h"
+#include "platform/forms/other_pane_key.h"
 #include "platform/forms/path_label.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
+#include "views/forms/operation_line.h"
 #include "views/forms/toolbars.h"
 
 namespace vantrel {
@@ -153,7 +156,13 @@ void frmSubDirDiffs::LayOut() {
     panes_->Scrolling().SetOn(application_.options.syncScrolling);
     connect(panes_, &AlignedPanesWidget::PanesResized, this, &frmSubDirDiffs::FitPanes);
     middle->addWidget(panes_, 1);
+    operationLine_ = new OperationLine(this);
+    connect(operationLine_, &OperationLine::ListAsked, this, Guarded("cmdNotDone", "_Click", [this] {
+                ShowText(application_.tools, QStringLiteral("Not Done"), operationLine_->NotDone(), this);
+            }));
+    middle->addWidget(operationLine_);
     column->addLayout(middle, 1);
+    GoBetweenByF6(*this, {&View(Side::Left), &View(Side::Right)});
     StatusBar1 = new MainStatusBar(this);
     column->addWidget(StatusBar1);
 }
