@@ -85,6 +85,7 @@ void frmRenameMultiple::NameControls() {
     for (const auto& [field, check] : fields) field->setAccessibleName(check->text());
     optNumberFilename->setChecked(true);
     lblPadMsg->setWordWrap(true);
+    lblPadMsg->setMinimumHeight(2 * fontMetrics().lineSpacing());
     ProgressBar1->setTextVisible(false);
     lvwObjects->setAccessibleName(QStringLiteral("Objects to rename"));
     cmdOK->setDefault(true);

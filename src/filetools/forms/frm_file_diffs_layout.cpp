@@ -18,6 +18,7 @@
 #include "filetools/forms/pane_splitter.h"
 #include "filetools/forms/status_label.h"
 #include "platform/forms/icons.h"
+#include "platform/forms/other_pane_key.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 #include "views/forms/toolbars.h"
@@ -57,6 +58,7 @@ frmFileDiffs::frmFileDiffs(FileDiffsParts parts, QWidget* parent)
     LayOut();
     layout()->setMenuBar(bar);
     for (const Side side : kBothSides) WirePane(side);
+    GoBetweenByF6(*this, {grdFile[Side::Left], grdFile[Side::Right]});
     WireBar();
     CoupleScrolling();
     Zoom(0);

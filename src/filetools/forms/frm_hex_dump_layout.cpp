@@ -17,6 +17,7 @@
 #include "filetools/forms/pane_splitter.h"
 #include "filetools/forms/status_label.h"
 #include "platform/forms/icons.h"
+#include "platform/forms/other_pane_key.h"
 #include "platform/forms/window_size.h"
 
 namespace vantrel {
@@ -55,6 +56,7 @@ frmHexDump::frmHexDump(HexDumpParts parts, QWidget* parent)
     LayOut();
     layout()->setMenuBar(bar);
     for (const Side side : kBothSides) WirePane(side);
+    GoBetweenByF6(*this, {rtfHexDump[Side::Left], rtfHexDump[Side::Right]});
     connect(&lookAgain_, &QTimer::timeout, this,
             [look = Guarded("Look_Again", [this] { LookAgain(); })] { look(); });
     lookAgain_.setInterval(kLookAgain);

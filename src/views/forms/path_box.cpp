@@ -107,6 +107,7 @@ void PathBox::MakeIcons() {
 }
 
 void PathBox::ShowBusy(bool busy) {
+    combo_->setEnabled(!busy);
     for (QToolButton* icon : icons_) icon->setEnabled(!busy);
 }
 
