@@ -78,6 +78,15 @@ ResultRow& ResultList::AddCopy(const ResultRow& row) {
     return rows_.emplace_back(copy);
 }
 
+void ResultList::ClearFor(std::size_t rows) {
+    std::vector<ResultRow> room;
+    if (rows_.capacity() / 2 <= rows) room.swap(rows_);
+    room.clear();
+    Clear();
+    rows_.swap(room);
+    rows_.reserve(rows);
+}
+
 void ResultList::Clear() {
     std::vector<ResultRow>().swap(rows_);
     pools_.clear();

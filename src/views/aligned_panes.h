@@ -97,9 +97,10 @@ class AlignedPanes {
     ~AlignedPanes() = default;
 
     // Copies of the rows of the hold lists for which passes(side, row) is true, with their tags; a
-    // placeholder stands for the half that does not pass where the other does.
+    // placeholder stands for the half that does not pass where the other does. They come in the room of
+    // `used`, whose rows go.
     template <typename Passes>
-    PerSide<ResultList> CopiesOfHeld(Passes&& passes) const;
+    PerSide<ResultList> CopiesOfHeld(PerSide<ResultList> used, Passes&& passes) const;
     template <typename Action>
     void OnCurrent(Action&& action) {
         if (current_) action(*current_);
@@ -123,17 +124,17 @@ class AlignedPanes {
 };
 
 template <typename Passes>
-PerSide<ResultList> AlignedPanes::CopiesOfHeld(Passes&& passes) const {
+PerSide<ResultList> AlignedPanes::CopiesOfHeld(PerSide<ResultList> used, Passes&& passes) const {
     const std::size_t count = hold_[Side::Left].Count();
     if (hold_[Side::Right].Count() != count)
         throw ErrorException(Error(ErrorNumber::Raised, "The lists of the two sides differ in length."));
     std::size_t shown = 0;
     for (std::size_t i = 0; i < count; ++i) shown += passes(Side::Left, i) || passes(Side::Right, i);
 
-    PerSide<ResultList> rows;
+    PerSide<ResultList> rows = std::move(used);
     for (const Side side : kBothSides) {
+        rows[side].ClearFor(shown);
         rows[side].ShareTexts(hold_[side]);
-        rows[side].Reserve(shown);
         for (std::size_t i = 0; i < count; ++i) {
             if (passes(side, i)) {
                 ResultRow& row = rows[side].Add(hold_[side][i]);

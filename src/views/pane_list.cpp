@@ -21,6 +21,13 @@ void PaneList::TakeRows(ResultList& rows) {
     topRow_ = 0;
 }
 
+ResultList PaneList::GiveUpRows() {
+    ResultList rows, none;
+    rows_.Swap(rows);
+    TakeRows(none);
+    return rows;
+}
+
 std::vector<std::size_t> PaneList::SelectedRows() const {
     std::vector<std::size_t> numbers;
     numbers.reserve(selectedCount_);

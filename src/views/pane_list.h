@@ -28,6 +28,8 @@ class PaneList {
     // Takes the rows of `rows`, which is empty afterwards. Selection, selected item, anchor and top row are
     // gone.
     void TakeRows(ResultList& rows);
+    // The rows, of which the pane has none then.
+    ResultList GiveUpRows();
 
     // The first row that its window shows. Those who show it keep it up to date.
     std::size_t TopRow() const { return topRow_; }

@@ -110,13 +110,33 @@ void PanePlace::SelectByTag(PaneList& pane, const std::vector<Mark>& selected) {
     }
 }
 
+// Most rows stand in the order in which they stood before: they are met on the way through both. Only what
+// is left over on both sides is looked up.
 void PanePlace::SelectByName(PaneList& pane, const std::vector<Mark>& selected) {
+    constexpr std::size_t kLookAhead = 8;
+    std::vector<std::size_t> rowsLeft;
+    std::vector<std::string_view> namesLeft;
+    std::size_t next = 0;
     if (selected.empty()) return;
-    std::unordered_set<std::string_view> names;
-    names.reserve(selected.size());
-    for (const Mark& mark : selected) names.insert(mark.text);
-    for (std::size_t i = 0; i < pane.Count(); ++i)
-        if (pane[i].IsReal() && names.contains(pane[i].text)) pane.SetSelected(i, true);
+    for (std::size_t i = 0; i < pane.Count(); ++i) {
+        if (!pane[i].IsReal()) continue;
+        const std::string_view text = pane[i].text;
+        const std::size_t end = std::min(next + kLookAhead, selected.size());
+        std::size_t at = next;
+        while (at < end && selected[at].text != text) ++at;
+        if (at == end) {
+            rowsLeft.push_back(i);
+            continue;
+        }
+        for (; next < at; ++next) namesLeft.push_back(selected[next].text);
+        pane.SetSelected(i, true);
+        ++next;
+    }
+    for (; next < selected.size(); ++next) namesLeft.push_back(selected[next].text);
+    if (rowsLeft.empty() || namesLeft.empty()) return;
+    const std::unordered_set<std::string_view> names(namesLeft.begin(), namesLeft.end());
+    for (const std::size_t row : rowsLeft)
+        if (names.contains(pane[row].text)) pane.SetSelected(row, true);
 }
 
 void PanePlace::GiveBack(PerSide<PaneList>& panes, const HoldLists& hold, Selection selection) const {

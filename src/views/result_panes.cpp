@@ -21,10 +21,11 @@ bool ResultPanes::ShowsNoResult() const {
     return panes_[Side::Left].Rows().IsSentinel() && panes_[Side::Right].Rows().IsSentinel();
 }
 
-PerSide<ResultList> ResultPanes::RowsOfView() const {
+PerSide<ResultList> ResultPanes::RowsOfView(PerSide<ResultList> used) const {
     const bool all = viewSelections_.ViewType() == kViewAll;
-    return CopiesOfHeld(
-        [&](Side side, std::size_t i) { return all || viewSelections_.Shows(hold_[side][i].type); });
+    return CopiesOfHeld(std::move(used), [&](Side side, std::size_t i) {
+        return all || viewSelections_.Shows(hold_[side][i].type);
+    });
 }
 
 void ResultPanes::ApplyViewTypes() {
@@ -32,15 +33,14 @@ void ResultPanes::ApplyViewTypes() {
     const BusyState::Wait wait(busy_);
     reporter_.Guard("frmMain.ApplyViewTypes", [this] {
         const PanePlace place(panes_, aligned_ ? PanePlace::Beside::Yes : PanePlace::Beside::No);
-        // The old rows go first, so that never three generations of a large result are held.
-        for (Side side : kBothSides) {
-            ResultList none;
-            panes_[side].TakeRows(none);
-        }
+        // The new rows take the room of the old ones, so that never three generations of a large result are
+        // held.
+        PerSide<ResultList> used;
+        for (Side side : kBothSides) used[side] = panes_[side].GiveUpRows();
         aligned_ = tagged_ = true;
         // Also after a failure the windows must let go of rows that are no more.
         try {
-            PerSide<ResultList> rows = RowsOfView();
+            PerSide<ResultList> rows = RowsOfView(std::move(used));
             for (Side side : kBothSides) panes_[side].TakeRows(rows[side]);
             place.GiveBack(panes_, hold_, PanePlace::Selection::Kept);
         } catch (...) {

@@ -65,7 +65,7 @@ class ResultPanes : public AlignedPanes {
     std::size_t MemoryUsed() const;
 
   private:
-    PerSide<ResultList> RowsOfView() const;
+    PerSide<ResultList> RowsOfView(PerSide<ResultList> used) const;
     bool FaultOfPair(std::size_t row, std::string* why) const;
 
     CViewSelections& viewSelections_;

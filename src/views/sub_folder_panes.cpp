@@ -57,7 +57,7 @@ void SubFolderPanes::CopyItemsFromHiddenLVWToVisibleLVW() {
         if (hidden_[Side::Left].IsEmpty()) return;
         std::vector<bool> passes(hidden_[Side::Left].Count());
         for (std::size_t i = 0; i < passes.size(); ++i) passes[i] = Passes(i);
-        PerSide<ResultList> rows = CopiesOfHeld([&](Side, std::size_t i) { return passes[i]; });
+        PerSide<ResultList> rows = CopiesOfHeld({}, [&](Side, std::size_t i) { return passes[i]; });
         const PanePlace place(panes_, PanePlace::Beside::Yes);
         for (const Side side : kBothSides) panes_[side].TakeRows(rows[side]);
         place.GiveBack(panes_, hidden_, PanePlace::Selection::Dropped);
