@@ -12,6 +12,8 @@ constexpr std::uint32_t kNone = 0xFFFF'FFFF;
 // Of the chains of each length the one that ends earliest on the right, and how it came there.
 class Chains {
   public:
+    // `links` are expected.
+    explicit Chains(std::size_t links = 0) { links_.reserve(links); }
     // Positions on the right of one left position are added in descending order, so that none follows
     // another.
     void Add(std::uint32_t left, std::uint32_t right) {
@@ -72,21 +74,19 @@ std::vector<TokenPair> UniquePairsByChain(Tokens left, Tokens right, const Occur
                                           PacedCheck& pace) {
     // The position on the left of each token that is unique on the right.
     constexpr std::uint32_t kTwice = kNone - 1;
-    std::vector<std::uint32_t> leftOf(right.size(), kNone);
+    std::vector<std::uint32_t> leftOf(right.size(), kNone), rightOf(left.size(), kNone);
     for (std::size_t i = 0; i < left.size(); ++i) {
         const std::span<const std::uint32_t> positions = onRight.Of(left[i]);
         pace.Count(8);
         if (positions.size() != 1) continue;
+        rightOf[i] = positions.front();
         std::uint32_t& place = leftOf[positions.front()];
         place = place == kNone ? static_cast<std::uint32_t>(i) : kTwice;
     }
-    std::vector<TokenPair> unique;
-    for (std::size_t j = 0; j < right.size(); ++j)
-        if (leftOf[j] < kTwice) unique.push_back({{leftOf[j], static_cast<std::uint32_t>(j)}});
-    std::sort(unique.begin(), unique.end(),
-              [](const TokenPair& one, const TokenPair& two) { return one[Side::Left] < two[Side::Left]; });
-    Chains chains;
-    for (const TokenPair& pair : unique) chains.Add(pair[Side::Left], pair[Side::Right]);
+    Chains chains(std::min(left.size(), right.size()));
+    for (std::size_t i = 0; i < left.size(); ++i)
+        if (rightOf[i] != kNone && leftOf[rightOf[i]] == i)
+            chains.Add(static_cast<std::uint32_t>(i), rightOf[i]);
     return chains.Longest();
 }
 

@@ -145,19 +145,34 @@ class Matcher {
     // taken for fixed points where they stand in a run of at least `run` tokens that match. False where they
     // are few.
     bool CutAtAnchors(const TokenBox& box, const std::vector<TokenPair>& unique, std::size_t run) {
-        std::vector<PerSide<std::size_t>> points;
-        for (const TokenPair& pair : unique) {
+        const auto pointOf = [&box](const TokenPair& pair) {
             PerSide<std::size_t> at;
             for (const Side side : kBothSides) at[side] = box.begin[side] + pair[side];
-            if (RunAround(box, at, run) >= run) points.push_back(at);
-        }
+            return at;
+        };
+        std::vector<std::uint32_t> points;  // of `unique`
+        points.reserve(unique.size());
+        for (std::size_t i = 0; i < unique.size(); ++i)
+            if (RunAround(box, pointOf(unique[i]), run) >= run)
+                points.push_back(static_cast<std::uint32_t>(i));
         if (points.size() <= std::min(box.Size(Side::Left), box.Size(Side::Right)) / kTokensForAnchor)
             return false;
         PerSide<std::size_t> from = box.begin;
-        for (const PerSide<std::size_t>& point : points)
-            work_.push_back({{std::exchange(from, point), point}});
-        work_.push_back({{from, box.end}});
+        for (const std::uint32_t number : points) {
+            const PerSide<std::size_t> point = pointOf(unique[number]);
+            TakeOrPush({std::exchange(from, point), point});
+        }
+        TakeOrPush({from, box.end});
         return true;
+    }
+
+    // What has nothing in between, as between most fixed points, never becomes work.
+    void TakeOrPush(TokenBox box) {
+        Trim(box);
+        if (box.IsEmpty(Side::Left) || box.IsEmpty(Side::Right))
+            MarkAll(box);
+        else
+            work_.push_back({box});
     }
 
     // How many pairs around a pair of equal tokens are equal, up to `enough`.
