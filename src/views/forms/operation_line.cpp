@@ -1,32 +1,16 @@
 #include "views/forms/operation_line.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QPainter>
 #include <QStyle>
 #include <QToolButton>
 
+#include "platform/forms/elided_label.h"
 #include "platform/forms/qt_text.h"
 
 namespace vantrel {
 
-// Never asks for more width than there is: what is cut stands whole in the tip.
-class OperationLine::Text : public QLabel {
-  public:
-    using QLabel::QLabel;
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
-
-  protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.setPen(palette().color(foregroundRole()));
-        painter.drawText(contentsRect(), Qt::AlignVCenter | Qt::AlignLeft,
-                         fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
-    }
-};
-
 OperationLine::OperationLine(QWidget* parent)
-    : QWidget(parent), lblOperation_(new Text(this)), cmdNotDone_(new QToolButton(this)) {
+    : QWidget(parent), lblOperation_(new ElidedLabel(this)), cmdNotDone_(new QToolButton(this)) {
     setObjectName(QStringLiteral("OperationLine"));
     lblOperation_->setObjectName(QStringLiteral("lblOperation"));
     lblOperation_->setTextFormat(Qt::PlainText);

@@ -8,6 +8,8 @@ class QToolButton;
 
 namespace vantrel {
 
+class ElidedLabel;
+
 // A line below the panes that tells what the last operation did, with a button for the list of what was not
 // done. Hidden until there is something to tell, and again when it is closed.
 class OperationLine : public QWidget {
@@ -25,9 +27,7 @@ class OperationLine : public QWidget {
     void ListAsked();
 
   private:
-    class Text;
-
-    Text* lblOperation_;
+    ElidedLabel* lblOperation_;
     QToolButton* cmdNotDone_;
     std::string notDone_;
 };

@@ -125,6 +125,9 @@ void PaneView::ShowNewRows() {
     const auto top = static_cast<int>(List().TopRow());
     marks_ = {};
     model_.Reset();
+    clearSpans();
+    // What stands in the place of results has the whole width.
+    if (List().Rows().IsSentinel()) setSpan(0, 0, 1, model_.columnCount());
     ShowSelection();
     SetTopItem(top);
 }

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QTimer>
 #include <QToolButton>
 #include <utility>
 
@@ -186,6 +187,14 @@ bool PathBox::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::KeyPress:
             // Seen before the box takes the key, and so before its text changes.
             autoComplete_.SetArmed(IsPrintable(static_cast<QKeyEvent&>(*event)));
+            break;
+        case QEvent::FocusIn:
+            // Behind whatever the focus does to the selection; a click has its own rule below.
+            if (watched == combo_ && static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason)
+                QTimer::singleShot(0, this, [this] {
+                    if (FromQString(combo_->currentText()) == kNoFolderPrompt)
+                        combo_->lineEdit()->selectAll();
+                });
             break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:

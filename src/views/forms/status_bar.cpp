@@ -1,30 +1,13 @@
 #include "views/forms/status_bar.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QPainter>
 #include <QResizeEvent>
 #include <algorithm>
 
+#include "platform/forms/elided_label.h"
 #include "platform/forms/qt_text.h"
 
 namespace vantrel {
-
-// A text that is too long is cut with an ellipsis and stands whole in the tip.
-class MainStatusBar::Panel : public QLabel {
-  public:
-    using QLabel::QLabel;
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
-
-  protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        const QRect place = contentsRect();
-        painter.setPen(palette().color(foregroundRole()));
-        painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft,
-                         fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
-    }
-};
 
 MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent) {
     setObjectName(QStringLiteral("StatusBar1"));
@@ -33,7 +16,7 @@ MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent) {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     for (int i = 0; i < kPanelCount; ++i) {
-        Panel* panel = MakePanel(place, QStringLiteral("StatusBar1.Panels(%1)").arg(i + 1));
+        ElidedLabel* panel = MakePanel(place, QStringLiteral("StatusBar1.Panels(%1)").arg(i + 1));
         row->addWidget(panel, i == 1 ? 1 : 0);
         panels_[static_cast<std::size_t>(i)] = panel;
     }
@@ -42,8 +25,8 @@ MainStatusBar::MainStatusBar(QWidget* parent) : QStatusBar(parent) {
     addWidget(place, 1);
 }
 
-MainStatusBar::Panel* MainStatusBar::MakePanel(QWidget* parent, const QString& name) {
-    auto* panel = new Panel(parent);
+ElidedLabel* MainStatusBar::MakePanel(QWidget* parent, const QString& name) {
+    auto* panel = new ElidedLabel(parent);
     panel->setObjectName(name);
     panel->setTextFormat(Qt::PlainText);
     panel->setContentsMargins(5, 2, 5, 2);
@@ -68,7 +51,7 @@ void MainStatusBar::ShowHiddenTypes() {
 }
 
 void MainStatusBar::SetPanel(int number, std::string_view text) {
-    Panel* panel = panels_.at(static_cast<std::size_t>(number - 1));
+    ElidedLabel* panel = panels_.at(static_cast<std::size_t>(number - 1));
     panel->setText(DisplayQString(text));
     panel->setToolTip(panel->text());
     if (number == kPanelCount) ShowHiddenTypes();
@@ -97,7 +80,7 @@ void MainStatusBar::FitToPanes(int rightStart) {
 // The view's name is short and comes first, then the text of the pane, then what the view hides; the filters
 // take what is left.
 void MainStatusBar::ShareRest() {
-    const auto need = [](const Panel* panel) {
+    const auto need = [](const ElidedLabel* panel) {
         return panel->text().isEmpty() ? 0 : panel->sizeHint().width();
     };
     const auto wanted = [this, need](std::size_t i) { return need(panels_[i]); };

@@ -7,6 +7,8 @@
 
 namespace vantrel {
 
+class ElidedLabel;
+
 // StatusBar1: panels 1 and 2 stand below the panes and tell of them, panel 3 of the filters, panel 4 of the
 // view. What that view hides stands behind its name.
 class MainStatusBar : public QStatusBar {
@@ -30,13 +32,12 @@ class MainStatusBar : public QStatusBar {
     void FitToPanes(int rightStart);
 
   private:
-    class Panel;
-    Panel* MakePanel(QWidget* parent, const QString& name);
+    static ElidedLabel* MakePanel(QWidget* parent, const QString& name);
     void ShowHiddenTypes();
     void ShareRest();
 
-    std::array<Panel*, kPanelCount> panels_{};
-    Panel* hidden_ = nullptr;
+    std::array<ElidedLabel*, kPanelCount> panels_{};
+    ElidedLabel* hidden_ = nullptr;
     std::string hiddenTypes_;
     int rightStart_ = 0;
 };
