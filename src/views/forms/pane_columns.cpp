@@ -3,6 +3,7 @@
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <algorithm>
+#include <cmath>
 
 #include "views/forms/pane_delegate.h"
 #include "views/forms/pane_view.h"
@@ -12,15 +13,20 @@ namespace {
 
 constexpr int kFewestLetters = 12;  // of the names, however little is left for them
 
+// In whole pixels that hold the text: rounded down, it would be cut.
+int WidthOf(const QFontMetricsF& font, const QString& text) {
+    return static_cast<int>(std::ceil(font.horizontalAdvance(text)));
+}
+
 // With the widest of the digits in place of each.
-int WidthWithAnyDigits(const QFontMetrics& font, QString text) {
+int WidthWithAnyDigits(const QFontMetricsF& font, QString text) {
     QChar widest = QLatin1Char('0');
     for (char digit = '1'; digit <= '9'; ++digit)
         if (font.horizontalAdvance(QLatin1Char(digit)) > font.horizontalAdvance(widest))
             widest = QLatin1Char(digit);
     for (QChar& letter : text)
         if (letter.isDigit()) letter = widest;
-    return font.horizontalAdvance(text);
+    return WidthOf(font, text);
 }
 
 }  // namespace
@@ -29,30 +35,32 @@ int WidthWithAnyDigits(const QFontMetrics& font, QString text) {
 // good as.
 int PaneView::WidthOfLongestNames() const {
     constexpr int kMostMeasured = 200;
+    const QFontMetricsF font(this->font());
     std::size_t longest = 0;
     for (const ResultRow& row : List().Rows()) longest = std::max(longest, row.text.size());
     int width = 0, measured = 0;
     for (std::size_t i = 0; i < List().Count() && measured < kMostMeasured; ++i) {
         if (List()[i].text.size() * 5 < longest * 4) continue;
         const QString name = model_.index(static_cast<int>(i), PaneModel::Name).data().toString();
-        width = std::max(width, fontMetrics().horizontalAdvance(name));
+        width = std::max(width, WidthOf(font, name));
         ++measured;
     }
     return width + iconSize().width() + kRoomBesideIcon;
 }
 
 int PaneView::WidthForContents(PaneModel::Column column) const {
+    const QFontMetricsF font(this->font());
     int width = 0;
     switch (column) {
         case PaneModel::Name:
             width = WidthOfLongestNames();
             break;
         case PaneModel::Size:
-            width = WidthWithAnyDigits(fontMetrics(), model_.LargestSizeText()) + kRoomBehindSize;
+            width = WidthWithAnyDigits(font, model_.LargestSizeText()) + kRoomBehindSize;
             break;
         case PaneModel::ModifiedDate:
             for (const QString& date : model_.SampleDates())
-                width = std::max(width, WidthWithAnyDigits(fontMetrics(), date));
+                width = std::max(width, WidthWithAnyDigits(font, date));
             break;
         case PaneModel::ColumnCount:
             return 0;
