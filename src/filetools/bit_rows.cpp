@@ -2,14 +2,10 @@
 
 #include <algorithm>
 
-#include "platform/memory.h"
-
 namespace vantrel {
 
 Occurrences::Occurrences(std::span<const std::uint32_t> sequence) {
     mask_ = std::bit_ceil(std::max<std::size_t>(2 * sequence.size(), 4)) - 1;
-    slots_.reserve(mask_ + 1);
-    AskForLargePages(slots_.data(), slots_.capacity() * sizeof(Entry));
     slots_.resize(mask_ + 1);
     positions_.resize(sequence.size());
     std::vector<std::uint32_t> slotOf(sequence.size());

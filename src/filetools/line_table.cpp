@@ -10,7 +10,6 @@
 #include "filetools/byte_hash.h"
 #include "filetools/text_encoding.h"
 #include "platform/error.h"
-#include "platform/memory.h"
 #include "platform/names/fold.h"
 
 namespace vantrel {
@@ -102,7 +101,6 @@ LineTable MakeLineTable(std::string_view text, const LineLikeness& likeness, Sid
     const std::size_t expected = ExpectedLines(text);
     table.starts.reserve(expected + 1);
     table.tokens.reserve(expected);
-    AskForLargePages(table.starts.data(), table.starts.capacity() * sizeof(std::uint64_t));
     LineReader reader(likeness, side);
     PacedCheck pace(check, std::size_t{4} << 20);
     for (std::size_t at = 0; at < text.size();) {

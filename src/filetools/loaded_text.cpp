@@ -25,7 +25,6 @@ struct Bytes {
 
     void Grow(std::size_t newRoom) {
         auto larger = std::make_unique_for_overwrite<char[]>(newRoom);
-        AskForLargePages(larger.get(), newRoom);
         if (size > 0) std::memcpy(larger.get(), data.get(), size);
         data = std::move(larger);
         room = newRoom;

@@ -30,7 +30,7 @@ SyncMethodChooser::SyncMethodChooser(QString customHint, QObject* parent)
     lblSyncMethodDescription->setObjectName(QStringLiteral("lblSyncMethodDescription"));
     lblSyncMethodDescription->setWordWrap(true);
     lblSyncMethodDescription->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    lblSyncMethodDescription->setMinimumHeight(4 * lblSyncMethodDescription->fontMetrics().lineSpacing());
+    lblSyncMethodDescription->setMinimumHeight(5 * lblSyncMethodDescription->fontMetrics().lineSpacing());
     connect(cboSyncMethod, &QComboBox::currentIndexChanged, this, [this] {
         ShowMethod();
         Q_EMIT Changed();

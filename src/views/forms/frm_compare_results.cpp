@@ -21,6 +21,7 @@ namespace {
 enum Column { Type = 0, Number = 1 };
 // 4,630 and 926 twips at 15 twips a pixel.
 constexpr int kTypeWidth = 309, kNumberWidth = 62;
+constexpr int kChartWidth = 230;  // with the room around it
 constexpr int kRoomAroundNumber = 16;
 
 // A list over a tiled picture.
@@ -130,8 +131,15 @@ void frmCompareResults::Load(const HoldLists& hold) {
         // Ten rows and the header, and the pie beside them.
         const int rowHeight = lvwFileTypes->sizeHintForRow(0) + 1;
         const QSize hint = sizeHint();
+        // The first row is a path, which may be cut.
+        int types = kTypeWidth;
+        for (int i = 1; i < lvwFileTypes->topLevelItemCount(); ++i)
+            types = std::max(types, lvwFileTypes->fontMetrics().horizontalAdvance(
+                                        lvwFileTypes->topLevelItem(i)->text(Type)) +
+                                        lvwFileTypes->iconSize().width() + kRoomAroundNumber);
+        const int beside = std::max(kChartWidth, optRightFolder->sizeHint().width() + kRoomAroundNumber);
         lvwFileTypes->setMinimumHeight(std::min(10 * rowHeight, 240));
-        ResizeWithinScreen(*this, {std::max(hint.width(), kTypeWidth + wanted + 230),
+        ResizeWithinScreen(*this, {std::max(hint.width(), types + wanted + beside),
                                    std::max(hint.height(), 12 * rowHeight + 80)});
     });
 }
