@@ -52,6 +52,11 @@ CommandStrip::CommandStrip(ToolbarStyle style, std::span<const ToolbarEntry> ent
     setMovable(false);
     setFloatable(false);
     setIconSize(QSize(size, size));
+    // The toolkit's own button, with which those that have no room are opened.
+    if (auto* more = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setAccessibleName(QStringLiteral("More Buttons"));
+        more->setToolTip(more->accessibleName());
+    }
     for (const ToolbarEntry& entry : entries) {
         const QString caption = ToQString(large ? entry.coolbarCaption : entry.toolbarCaption);
         auto* button = new CommandButton(commands.Action(entry.command), caption, ToQString(entry.tip), this);
