@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 namespace vantrel {
@@ -24,6 +25,17 @@ TEST(StartArguments, ASessionIsGivenInThreeWays) {
     for (const std::vector<std::string_view>& wrong : std::initializer_list<std::vector<std::string_view>>{
              {"--session"}, {"--session="}, {"--sessions=x"}, {"-x"}, {"a.vts", "b.vts"}})
         EXPECT_NE(TakeStartArguments(wrong).error, "") << wrong.front();
+}
+
+// The library knows an argument of nearly that name, and takes what it knows away.
+TEST(StartArguments, TheLibraryLeavesTheSessionToTheProgram) {
+    const char* const given[] = {"vantrel", "-style", "fusion", "--session", "a b.vts", "c.vts", "--session"};
+    EXPECT_EQ(
+        WithSessionInOneWord(7, given),
+        (std::vector<std::string>{"vantrel", "-style", "fusion", "--session=a b.vts", "c.vts", "--session"}));
+    const int status =
+        std::system(VANTREL " --session /a --session /b 2>&1 | grep -q 'more than one session'");
+    EXPECT_EQ(status, 0);
 }
 
 }  // namespace

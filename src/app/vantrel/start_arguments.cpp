@@ -20,6 +20,16 @@ std::string FullPath(std::string_view given) {
 
 }  // namespace
 
+std::vector<std::string> WithSessionInOneWord(int argc, const char* const* argv) {
+    std::vector<std::string> words(argv, argv + argc);
+    for (std::size_t i = 1; i + 1 < words.size(); ++i) {
+        if (words[i] != kSession) continue;
+        words[i].append("=").append(words[i + 1]);
+        words.erase(words.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+    }
+    return words;
+}
+
 StartArguments TakeStartArguments(const std::vector<std::string_view>& arguments) {
     StartArguments taken;
     for (std::size_t i = 0; i < arguments.size(); ++i) {

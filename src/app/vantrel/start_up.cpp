@@ -155,9 +155,15 @@ int Main(int argc, char** argv) {
     qInstallMessageHandler(OnQtMessage);
     TakeWriteErrorsAsValues();
     DoWithoutMissingBus();
-    GuardedApplication qt(argc, argv);
+    std::vector<std::string> words = WithSessionInOneWord(argc, argv);
+    std::vector<char*> left;
+    for (std::string& word : words) left.push_back(word.data());
+    int count = static_cast<int>(left.size());
+    left.push_back(nullptr);
+    GuardedApplication qt(count, left.data());
     // Behind the library, which takes those that are its own.
-    const StartArguments arguments = TakeStartArguments({argv + std::min(argc, 1), argv + argc});
+    const StartArguments arguments =
+        TakeStartArguments({left.begin() + std::min(count, 1), left.begin() + count});
     if (!arguments.error.empty()) {
         std::fprintf(stderr, "vantrel: %s\nusage: vantrel [--session FILE]\n", arguments.error.c_str());
         return kBadArguments;
