@@ -112,6 +112,46 @@ TEST(PanePlace, StaysWithNamesThroughANewComparison) {
     EXPECT_EQ(stage.Left().SelectedItem(), std::nullopt);
 }
 
+// Names go, come and change places, in runs long and short: what was selected is, wherever it stands now.
+TEST(PanePlace, FindsSelectedNamesWhateverBecameOfTheOrder) {
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    PanesStage stage;
+    std::vector<std::pair<std::string, ResultType>> rows;
+    for (int i = 0; i < 200; ++i) rows.emplace_back("name" + std::to_string(i), Same);
+    for (int round = 0; round < 100; ++round) {
+        Refill(stage, rows);
+        stage.panes.DeselectAll(Side::Left);
+        const bool nearlyAll = random() % 2 == 0;
+        for (std::size_t row = 0; row < stage.Left().Count(); ++row)
+            if ((random() % 20 == 0) != nearlyAll) stage.panes.ToggleRow(Side::Left, row);
+        const std::vector<std::string> selected = SelectedTexts(stage.Left());
+        switch (random() % 4) {
+            case 0:
+                std::ranges::shuffle(rows, random);
+                break;
+            case 1:
+                std::ranges::rotate(rows, rows.begin() + static_cast<std::ptrdiff_t>(random() % rows.size()));
+                break;
+            default:
+                break;
+        }
+        const std::size_t first = random() % rows.size(),
+                          count = random() % std::min<std::size_t>(30, rows.size() - first);
+        const auto at = rows.begin() + static_cast<std::ptrdiff_t>(first);
+        rows.erase(at, at + static_cast<std::ptrdiff_t>(count));
+        for (std::size_t i = 0; i < count; ++i)
+            rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(random() % (rows.size() + 1)),
+                        {"new" + std::to_string(round) + "," + std::to_string(i), Same});
+        Refill(stage, rows);
+        std::vector<std::string> wanted;
+        for (const auto& [name, type] : rows)
+            if (std::ranges::find(selected, name) != selected.end()) wanted.push_back(name);
+        ASSERT_EQ(SelectedTexts(stage.Left()), wanted) << round;
+    }
+}
+
 TEST(PanePlace, TheItemOfAPaneGoesToARowThatIsAnObjectThere) {
     PanesStage stage;
     for (const auto& [name, left, right] :
