@@ -157,6 +157,7 @@ int Main(int argc, char** argv) {
     DoWithoutMissingBus();
     std::vector<std::string> words = WithSessionInOneWord(argc, argv);
     std::vector<char*> left;
+    left.reserve(words.size() + 1);
     for (std::string& word : words) left.push_back(word.data());
     int count = static_cast<int>(left.size());
     left.push_back(nullptr);
