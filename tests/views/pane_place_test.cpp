@@ -132,7 +132,8 @@ TEST(PanePlace, FindsSelectedNamesWhateverBecameOfTheOrder) {
                 std::ranges::shuffle(rows, random);
                 break;
             case 1:
-                std::ranges::rotate(rows, rows.begin() + static_cast<std::ptrdiff_t>(random() % rows.size()));
+                std::rotate(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(random() % rows.size()),
+                            rows.end());
                 break;
             default:
                 break;

@@ -34,7 +34,7 @@ QStringList DatesOfAllLengths(const LocaleFormats& locale) {
     constexpr std::int64_t kDay = 86'400;
     constexpr std::int64_t kFirst = 1'832'673'598;  // 2028-01-28 11:59:58
     QStringList dates;
-    for (int month = 0; month < 12; ++month)
+    for (std::int64_t month = 0; month < 12; ++month)
         for (const std::int64_t hours : {0, 12})
             dates << ToQString(
                 locale.DateTime(FileTime::FromUnix(kFirst + month * 30 * kDay + hours * 3'600, 0)));
