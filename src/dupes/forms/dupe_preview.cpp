@@ -29,7 +29,7 @@ bool IsOrdinaryPicture(const QByteArray& format) {
 Error ReadBeginning(ReadFile& file, std::size_t wanted, std::string& content) {
     content.resize(wanted);
     std::size_t got = 0;
-    const Error error = file.ReadAt(0, content.data(), wanted, got);
+    Error error = file.ReadAt(0, content.data(), wanted, got);
     content.resize(error.IsOk() ? got : 0);
     return error;
 }
