@@ -259,7 +259,7 @@ class WindowTest : public ::testing::TestWithParam<WindowEntry> {
 };
 
 TEST_P(WindowTest, KeepsToTheRules) {
-    Open([this](QWidget& window) {
+    Open([](QWidget& window) {
         EXPECT_EQ(window.objectName(), QLatin1String(GetParam().name));
         testing::ExpectNamesForScreenReaders(window);
         testing::ExpectAccessKeysWithoutClashes(window);
@@ -267,7 +267,7 @@ TEST_P(WindowTest, KeepsToTheRules) {
         testing::ExpectFitsSmallScreen(window);
         testing::ExpectCurrentRows(window);
         if (GetParam().enter == Enter::PressesButton) testing::ExpectDefaultButton(window);
-        EXPECT_TRUE(HelpPageOf(GetParam().name) != "" || window.objectName() == QLatin1String("frmHelp"));
+        EXPECT_TRUE(!HelpPageOf(GetParam().name).empty() || window.objectName() == QLatin1String("frmHelp"));
         SavePicture(window);
     });
 }

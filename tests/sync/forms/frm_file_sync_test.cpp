@@ -17,7 +17,6 @@ namespace vantrel {
 namespace {
 
 using ::testing::ElementsAre;
-using testing::FakeVolumes;
 using testing::FaultySystemCalls;
 using ::testing::HasSubstr;
 using testing::ScriptedProgress;
