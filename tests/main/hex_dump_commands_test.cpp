@@ -11,7 +11,6 @@
 namespace vantrel {
 namespace {
 
-using ::testing::ElementsAre;
 using vantrel::testing::ModalScript;
 using vantrel::testing::TestProgram;
 

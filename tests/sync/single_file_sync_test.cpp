@@ -19,7 +19,6 @@ using testing::Call;
 using ::testing::ElementsAre;
 using testing::FakeVolumes;
 using testing::FaultySystemCalls;
-using ::testing::HasSubstr;
 using testing::SkippingQuestions;
 using testing::TestToolbox;
 
