@@ -151,13 +151,9 @@ bool SetFileDateTimes(const Toolbox& tools, std::string_view path, const FileDat
     return Report(tools, kSetRoutine, ChangeTimes(tools, path, seen, {&access, &write}));
 }
 
-Error TrySetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen) {
+Error SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen) {
     const timespec write = TimespecOf(LocalFileTimeToFileTime(local));
     return ChangeTimes(tools, path, seen, {nullptr, &write});
-}
-
-bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen) {
-    return Report(tools, kSetRoutine, TrySetLastWriteTime(tools, path, local, seen));
 }
 
 void ReportLastWriteTime(const Toolbox& tools, const Error& error) {

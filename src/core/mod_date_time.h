@@ -42,11 +42,10 @@ bool GetFileDateTimes(const Toolbox& tools, std::string_view path, FileDateTimes
 // a read-only file, and one that is not the one in `seen` any more, are not changed, which is a failure.
 bool SetFileDateTimes(const Toolbox& tools, std::string_view path, const FileDateTimes& times,
                       const Sighting& seen = {});
-// Sets the last-write time alone, from a local file time; the same otherwise.
-bool SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local, const Sighting& seen = {});
-// The same without a report: the error that it would show, and that report.
-Error TrySetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local,
-                          const Sighting& seen = {});
+// Sets the last-write time alone, from a local file time; the same otherwise, but without the report, which
+// its caller makes for the first of many.
+Error SetLastWriteTime(const Toolbox& tools, std::string_view path, FileTime local,
+                       const Sighting& seen = {});
 void ReportLastWriteTime(const Toolbox& tools, const Error& error);
 
 }  // namespace vantrel

@@ -30,7 +30,9 @@ std::string TextOf(QSize size) {
 
 bool IsKept(const QWidget& window) {
     const QString name = window.objectName();
-    return window.isWindow() && name.startsWith(QLatin1String("frm")) && name != QLatin1String("frmMain") &&
+    // These two keep their size among the options.
+    const bool keepsItself = name == QLatin1String("frmMain") || name == QLatin1String("frmSubDirDiffs");
+    return window.isWindow() && name.startsWith(QLatin1String("frm")) && !keepsItself &&
            window.minimumSize() != window.maximumSize();
 }
 

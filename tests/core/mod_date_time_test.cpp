@@ -92,7 +92,7 @@ TEST(ModDateTimeTest, FileTimesAreReadAndSet) {
     EXPECT_EQ(again.write, times.write);
     EXPECT_EQ(again.access, times.access);
 
-    ASSERT_TRUE(SetLastWriteTime(box.Get(), file, FileTimeToLocalFileTime(kMoment)));
+    ASSERT_TRUE(SetLastWriteTime(box.Get(), file, FileTimeToLocalFileTime(kMoment)).IsOk());
     ASSERT_TRUE(GetFileDateTimes(box.Get(), file, again));
     EXPECT_EQ(again.write, kMoment);
     EXPECT_EQ(again.access, times.access);
@@ -107,7 +107,9 @@ TEST(ModDateTimeTest, FailuresAreReportedUnderTheRoutinesName) {
     EXPECT_FALSE(SetFileDateTimes(box.Get(), box.folder / "folder", times));
     box.folder.Write("fixed", "x", 1'000);
     std::filesystem::permissions(box.folder / "fixed", std::filesystem::perms::owner_read);
-    EXPECT_FALSE(SetLastWriteTime(box.Get(), box.folder / "fixed", kMoment));
+    const Error error = SetLastWriteTime(box.Get(), box.folder / "fixed", kMoment);
+    ASSERT_FALSE(error.IsOk());
+    ReportLastWriteTime(box.Get(), error);
     ASSERT_EQ(box.messages.shown.size(), 3U);
     EXPECT_EQ(box.messages.shown[0].title, "Unexpected Error in modDateTime.GetFileDateTimes");
     EXPECT_NE(box.messages.shown[0].text.find("\"Error encountered opening the file " +

@@ -235,7 +235,7 @@ void frmFileDateTimes::Stamp(FileTime local) {
         for (std::size_t i = 0; i < files_.size(); ++i) {
             FileToStamp& file = files_[i];
             tools_.loop.Yield();
-            const Error error = TrySetLastWriteTime(tools_, file.path, local, file.seen);
+            const Error error = SetLastWriteTime(tools_, file.path, local, file.seen);
             if (!error.IsOk()) {
                 if (++failed == 1) ReportLastWriteTime(tools_, error);
                 summary_.AddNotDone(file.path, error);
