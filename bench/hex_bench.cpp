@@ -13,9 +13,8 @@
 #include <random>
 #include <vector>
 
+#include "bench_surroundings.h"
 #include "filetools/forms/frm_hex_dump.h"
-#include "platform/forms/qt_ports.h"
-#include "silent_messages.h"
 #include "timed_command.h"
 
 namespace vantrel {
@@ -24,26 +23,12 @@ namespace {
 constexpr std::uint64_t kSize = std::uint64_t{10} << 30;
 
 // The program around the window.
-struct Stage {
-    explicit Stage(const std::string& folder)
-        : files(calls),
-          volumes(files),
-          locale("C"),
-          folders{folder, folder, folder, "vantrel"},
-          owned({files, volumes, clock, locale, folders, messages, loop}) {}
+struct Stage : bench::BenchSurroundings {
+    using BenchSurroundings::BenchSurroundings;
     HexDumpParts Parts() {
         return {owned.Get(), completes, [] {}};
     }
 
-    SystemCalls calls;
-    FileSystem files;
-    SystemVolumes volumes;
-    SystemClock clock;
-    LocaleFormats locale;
-    ProgramFolders folders;
-    SilentMessages messages;
-    QtEventLoop loop;
-    OwnedToolbox owned;
     bool completes = false;
 };
 

@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "bench_surroundings.h"
 #include "corpus.h"
 #include "main/application.h"
-#include "silent_messages.h"
 
 namespace vantrel {
 namespace {
@@ -58,11 +58,9 @@ class FirstPaint : public QObject {
 };
 
 // The whole program but its splash window, on settings of its own.
-struct Program {
+struct Program : bench::BenchSurroundings {
     explicit Program(const std::string& folder)
-        : files(calls),
-          volumes(files),
-          folders{folder + "/", folder + "/", folder + "/", "vantrel"},
+        : BenchSurroundings(folder),
           application({{.files = files,
                         .volumes = volumes,
                         .clock = clock,
@@ -83,14 +81,6 @@ struct Program {
         paint.Await();
     }
 
-    SystemCalls calls;
-    FileSystem files;
-    SystemVolumes volumes;
-    SystemClock clock;
-    LocaleFormats locale;
-    ProgramFolders folders;
-    SilentMessages messages;
-    QtEventLoop loop;
     NoDesktop desktop;
     NoSound sound;
     Application application;

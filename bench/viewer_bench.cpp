@@ -12,9 +12,8 @@
 #include <random>
 #include <vector>
 
+#include "bench_surroundings.h"
 #include "filetools/forms/frm_file_diffs.h"
-#include "platform/forms/qt_ports.h"
-#include "silent_messages.h"
 
 namespace vantrel {
 namespace {
@@ -28,13 +27,8 @@ class NoDesktop : public Desktop {
 };
 
 // The program around the window.
-struct Stage {
-    explicit Stage(const std::string& folder)
-        : files(calls),
-          volumes(files),
-          locale("C"),
-          folders{folder, folder, folder, "vantrel"},
-          owned({files, volumes, clock, locale, folders, messages, loop}) {
+struct Stage : bench::BenchSurroundings {
+    explicit Stage(const std::string& folder) : BenchSurroundings(folder) {
         options.FileOne = folder + "/one.txt";
         options.FileTwo = folder + "/two.txt";
     }
@@ -42,15 +36,6 @@ struct Stage {
         return {owned.Get(), settings, options, engine, desktop, [] {}, [] {}};
     }
 
-    SystemCalls calls;
-    FileSystem files;
-    SystemVolumes volumes;
-    SystemClock clock;
-    LocaleFormats locale;
-    ProgramFolders folders;
-    SilentMessages messages;
-    QtEventLoop loop;
-    OwnedToolbox owned;
     Options settings;
     cViewFileDiffsOptions options{settings};
     FileDiffEngine engine{owned.Get()};
