@@ -20,7 +20,8 @@ if(VANTREL_WATCH_THREADS)
     target_link_options(vantrel_options INTERFACE -fsanitize=thread)
 endif()
 
-# The code of tests is not optimised in any build, which halves the time that it takes to compile; what it tests is.
+# Tests are not optimised in any build, which halves the time that they take to compile; what they test is, and what
+# they all lean on.
 define_property(TARGET PROPERTY VANTREL_IS_TEST BRIEF_DOCS "Compiled without optimisation")
 target_compile_options(vantrel_options INTERFACE $<$<BOOL:$<TARGET_PROPERTY:VANTREL_IS_TEST>>:-O0>)
 

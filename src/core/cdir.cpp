@@ -1,6 +1,8 @@
 #include "core/cdir.h"
 
 #include <algorithm>
+#include <cstring>
+#include <memory>
 #include <utility>
 
 #include "core/name_order.h"
@@ -64,6 +66,16 @@ const Item* FindByName(const std::vector<Item>& items, std::string_view name) {
 
 // Most names need no folding at all.
 bool IsFoldedAscii(std::string_view name) {
+    // Eight bytes at a time: none of them has its highest bit, nor gets it by what an upper-case letter alone
+    // does get it by.
+    constexpr std::uint64_t kOnes = 0x0101'0101'0101'0101, kHighest = 0x80 * kOnes;
+    for (; name.size() >= sizeof(std::uint64_t); name.remove_prefix(sizeof(std::uint64_t))) {
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, name.data(), sizeof bytes);
+        if ((bytes & kHighest) != 0) return false;
+        const std::uint64_t fromA = bytes + (0x80 - 'A') * kOnes, aboveZ = bytes + (0x80 - 'Z' - 1) * kOnes;
+        if ((fromA & ~aboveZ & kHighest) != 0) return false;
+    }
     return std::all_of(name.begin(), name.end(), [](char c) {
         const auto byte = static_cast<unsigned char>(c);
         return byte < 0x80 && (byte < 'A' || byte > 'Z');
@@ -92,9 +104,8 @@ void CDir::Clear() {
 }
 
 void CDir::DropContent() {
-    std::vector<CFile>().swap(files_);
-    std::vector<SubDir>().swap(subDirs_);
-    std::vector<Other>().swap(others_);
+    ordering_.Drop();
+    entries_ = Entries();
     texts_ = std::make_shared<TextPool>();
     seen_ = std::make_shared<SeenPool>();
     indexed_ = true;
@@ -149,7 +160,12 @@ ScanOutcome CDir::PopulateSelfWithFiles(const ScanOptions& options, const Compar
         outcome = ScanOutcome::Cancelled;
         if (state.cancelled) return;
         try {
-            Index([&context] { context.ThrowIfCancelled(); });
+            if (begun) {
+                OrderByWorker(context.workers);
+            } else {
+                entries_.Order([&context] { context.ThrowIfCancelled(); });
+                indexed_ = true;
+            }
             outcome = ScanOutcome::Complete;
         } catch (const ComparisonCancelled&) {
             // What was found stays.
@@ -176,7 +192,7 @@ bool CDir::TakeEntry(const FolderEntry& entry, ListingState& state) {
         if (keptAsFile || keptAsFolder) AddOther(entry, keptAsFile);
     } else if (keptAsFolder) {
         const std::string_view kept = texts_->Add(state.markedName);
-        subDirs_.push_back({kept, KeyFor(kept), seen_->Add(entry.seen), entry.isLink});
+        entries_.subDirs.push_back({kept, KeyFor(kept), seen_->Add(entry.seen), entry.isLink});
     }
     return true;
 }
@@ -193,13 +209,14 @@ void CDir::AddFile(const FolderEntry& entry, const ComparisonContext& context) {
     const std::size_t keySize = texts.size() - entry.name.size();
     const SizeRule rule = context.compare.Sizes;
     if (entry.isLink)
-        files_.emplace_back(texts, keySize, seen_->AddLink({entry.seen, entry.size, entry.lastWrite}), rule);
+        entries_.files.emplace_back(texts, keySize, seen_->AddLink({entry.seen, entry.size, entry.lastWrite}),
+                                    rule);
     else
-        files_.emplace_back(texts, keySize, seen_->Add(entry.seen), rule);
+        entries_.files.emplace_back(texts, keySize, seen_->Add(entry.seen), rule);
 }
 
 void CDir::AddOther(const FolderEntry& entry, bool keptAsFile) {
-    Other& other = others_.emplace_back();
+    Other& other = entries_.others.emplace_back();
     other.name = texts_->Add(entry.name);
     other.key = KeyFor(other.name);
     if (entry.seen != Seen()) other.seen = seen_->Add(entry.seen);
@@ -217,39 +234,65 @@ std::string_view CDir::KeyFor(std::string_view kept) {
 }
 
 template <typename Check>
-void CDir::Index(const Check& check) const {
-    SortByKey(files_, check);
-    SortByKey(subDirs_, check);
-    SortByKey(others_, check);
+void CDir::Entries::Order(const Check& check) {
+    SortByKey(files, check);
+    SortByKey(subDirs, check);
+    SortByKey(others, check);
+}
+
+void CDir::OrderByWorker(Workers& workers) {
+    const auto entries = std::make_shared<Entries>(std::exchange(entries_, Entries()));
+    ordering_ = PendingJob<Entries>(workers, [entries, texts = texts_](const StopFlag& stop) {
+        entries->Order([&stop] {
+            if (stop.IsRequested()) throw Cancelled();
+        });
+        return std::move(*entries);
+    });
+}
+
+void CDir::AwaitOrder(const std::function<void()>& whileWaiting) const {
+    if (!ordering_.IsThere()) return;
+    entries_ = ordering_.Take(whileWaiting);
     indexed_ = true;
 }
 
+void CDir::SettleOrder() const noexcept {
+    try {
+        AwaitOrder([] {});
+    } catch (...) {
+        // Whoever waited for it before was told.
+    }
+}
+
 void CDir::EnsureIndexed() const {
-    if (!indexed_) Index([] {});
+    AwaitOrder([] {});
+    if (indexed_) return;
+    entries_.Order([] {});
+    indexed_ = true;
 }
 
 const std::vector<CFile>& CDir::Files() const {
     EnsureIndexed();
-    return files_;
+    return entries_.files;
 }
 
 const std::vector<CDir::SubDir>& CDir::SubDirs() const {
     EnsureIndexed();
-    return subDirs_;
+    return entries_.subDirs;
 }
 
 const std::vector<CDir::Other>& CDir::Others() const {
     EnsureIndexed();
-    return others_;
+    return entries_.others;
 }
 
 void CDir::AddSubDir(std::string_view markedName) {
     EnsureIndexed();
     const std::string_view kept = texts_->Add(markedName);
     const SubDir added{kept, KeyFor(kept), nullptr, false};
-    const auto at = std::lower_bound(subDirs_.begin(), subDirs_.end(), added,
+    const auto at = std::lower_bound(entries_.subDirs.begin(), entries_.subDirs.end(), added,
                                      [](const SubDir& a, const SubDir& b) { return a.Key < b.Key; });
-    if (at == subDirs_.end() || at->Key != added.Key) subDirs_.insert(at, added);
+    if (at == entries_.subDirs.end() || at->Key != added.Key) entries_.subDirs.insert(at, added);
 }
 
 const CFile* CDir::GetFile(std::string_view name) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include "core/result_list.h"
 #include "platform/files/folder_reading.h"
 #include "platform/text_pool.h"
+#include "platform/workers.h"
 
 namespace vantrel {
 
@@ -64,9 +66,15 @@ class CDir {
     // Scans Path. The number of files is not known before the listing and is not worth a second one: the bar
     // of the progress window is a busy one, whose value counts the files. An error, also one in the middle of
     // the listing, is reported as "CDir.PopulateSelfWithFiles".
-    // `begun` is a reading of the folder by workers, with StatPolicy::All; without one it is read here.
+    // `begun` is a reading of the folder by workers, with StatPolicy::All; without one it is read here. A
+    // worker puts then the entries in order, while this thread goes on.
     ScanOutcome PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context,
                                       FolderReading* begun = nullptr);
+    // Until the entries are in order. `whileWaiting` as with PendingJob::Take. Whoever asks for them sooner
+    // waits without it.
+    void AwaitOrder(const std::function<void()>& whileWaiting) const;
+    // The same at the end of a run that has failed: where the worker could not do it the entries are gone.
+    void SettleOrder() const noexcept;
     // DriveName keeps its value.
     void Clear();
     // Entries that occupy their names, and of which a file or a folder of the name would be taken in.
@@ -96,8 +104,7 @@ class CDir {
     void AddFile(const FolderEntry& entry, const ComparisonContext& context);
     void AddOther(const FolderEntry& entry, bool keptAsFile);
     std::string_view KeyFor(std::string_view kept);
-    template <typename Check>
-    void Index(const Check& check) const;
+    void OrderByWorker(Workers& workers);
     void EnsureIndexed() const;
     void DropContent();
 
@@ -114,10 +121,17 @@ class CDir {
     FileTime made_;
     std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
     std::shared_ptr<SeenPool> seen_ = std::make_shared<SeenPool>();
-    // Sorted once `indexed_`; a scan that was cancelled leaves that to the first look.
-    mutable std::vector<CFile> files_;
-    mutable std::vector<SubDir> subDirs_;
-    mutable std::vector<Other> others_;
+    struct Entries {
+        std::vector<CFile> files;
+        std::vector<SubDir> subDirs;
+        std::vector<Other> others;
+        template <typename Check>
+        void Order(const Check& check);
+    };
+    // In order once `indexed_`; a scan that was cancelled leaves that to the first look. While a worker does
+    // it they are not here.
+    mutable Entries entries_;
+    mutable PendingJob<Entries> ordering_;
     mutable bool indexed_ = true;
     std::string scratch_;
 };

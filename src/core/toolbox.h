@@ -31,16 +31,18 @@ struct EngineSurroundings {
 struct Toolbox : EngineSurroundings {
     ErrorReporter& reporter;
     ComparisonLog& log;
+    // What the user asked for, as Options::jobs, wherever it is kept; null: no workers.
+    const std::int32_t* jobs = nullptr;
 };
 
 // A Toolbox with the reporter and the log that belong to its surroundings; these must outlive it. Each
 // program makes one at its start.
 class OwnedToolbox {
   public:
-    explicit OwnedToolbox(const EngineSurroundings& around)
+    explicit OwnedToolbox(const EngineSurroundings& around, const std::int32_t* jobs = nullptr)
         : reporter_(around.files, around.folders, around.clock, around.locale, around.messages, around.loop),
           log_(around.files, around.folders, around.clock, around.locale),
-          tools_{around, reporter_, log_} {}
+          tools_{around, reporter_, log_, jobs} {}
     OwnedToolbox(const OwnedToolbox&) = delete;
     OwnedToolbox& operator=(const OwnedToolbox&) = delete;
 

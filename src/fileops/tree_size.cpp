@@ -1,52 +1,143 @@
 #include "fileops/tree_size.h"
 
+#include <functional>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "platform/names/paths.h"
+#include "platform/workers.h"
 
 namespace vantrel {
 namespace {
 
-Error CountFolder(const Toolbox& tools, OpenFolder& folder, TreeSize& size, const bool* cancel) {
+using Check = std::function<void()>;  // what it throws ends a listing
+
+Currency Bytes(std::uint64_t size) {
+    return Currency::FromWhole(static_cast<std::int64_t>(size));
+}
+
+// One folder, and those in it that are still to be counted.
+struct CountedFolder {
+    TreeSize size;
+    std::shared_ptr<OpenFolder> folder;
     std::vector<std::string> subFolders;
-    Error error = folder.ForEach([&](const FolderEntry& entry) {
-        tools.loop.Yield();
+    std::size_t next = 0;
+    Error error;
+};
+
+void CountEntries(CountedFolder& counted, const Check& check) {
+    TreeSize& size = counted.size;
+    counted.error = counted.folder->ForEach([&](const FolderEntry& entry) {
+        check();
         if (entry.isLink) {
-            size.bytes += Currency::FromWhole(static_cast<std::int64_t>(entry.seen.size));
+            size.bytes += Bytes(entry.seen.size);
         } else if (entry.kind == EntryKind::Folder) {
             ++size.folders;
-            subFolders.emplace_back(entry.name);
+            counted.subFolders.emplace_back(entry.name);
         } else if (entry.kind == EntryKind::File) {
             ++size.files;
-            size.bytes += Currency::FromWhole(static_cast<std::int64_t>(entry.size));
+            size.bytes += Bytes(entry.size);
         }
-        return !(cancel && *cancel);
+        return true;
     });
-    for (const std::string& name : subFolders) {
-        if (cancel && *cancel) break;
-        OpenFolder sub;
-        Error failed = folder.OpenSub(name, sub);
-        if (failed.IsOk()) failed = CountFolder(tools, sub, size, cancel);
-        if (error.IsOk()) error = failed;
-    }
-    return error;
 }
+
+CountedFolder CountTop(const FileSystem& files, const std::string& path, const Check& check) {
+    CountedFolder counted;
+    FileInfo info;
+    counted.error = files.Stat(path, LinkPolicy::DoNotFollow, info);
+    if (!counted.error.IsOk()) return counted;
+    if (info.isLink || info.kind == EntryKind::File) {
+        counted.size.files = info.isLink ? 0 : 1;
+        counted.size.bytes = Bytes(info.size);
+    }
+    if (info.kind != EntryKind::Folder) return counted;
+    counted.folder = std::make_shared<OpenFolder>();
+    counted.error = files.Open(path, *counted.folder);
+    if (counted.error.IsOk()) CountEntries(counted, check);
+    return counted;
+}
+
+CountedFolder CountSub(const OpenFolder& above, const std::string& name, const Check& check) {
+    CountedFolder counted;
+    counted.folder = std::make_shared<OpenFolder>();
+    counted.error = above.OpenSub(name, *counted.folder);
+    if (counted.error.IsOk()) CountEntries(counted, check);
+    return counted;
+}
+
+// Counts by workers, in depth, so that few folders are open at a time.
+class TreeCount {
+  public:
+    TreeCount(const Toolbox& tools, const bool* cancel)
+        : tools_(tools),
+          cancel_(cancel),
+          workers_(WorkerCount(tools.jobs)),
+          jobs_(workers_, {.jobs = 2 * workers_.Count() + 1}) {}
+
+    Error Of(std::string_view path, TreeSize& size) {
+        Error error;
+        try {
+            AddJob([files = tools_.files, path = std::string(path)](const Check& check) {
+                return CountTop(files, path, check);
+            });
+            while (!jobs_.IsEmpty()) {
+                CountedFolder counted = jobs_.TakeNext([this] { CheckHere(); });
+                size.bytes += counted.size.bytes;
+                size.files += counted.size.files;
+                size.folders += counted.size.folders;
+                if (error.IsOk()) error = std::move(counted.error);
+                levels_.push_back(std::move(counted));
+                AddSubFolders();
+                CheckHere();
+            }
+        } catch (const CountCancelled&) {
+            // What was counted until here stays.
+        }
+        return error;
+    }
+
+  private:
+    struct CountCancelled {};
+
+    void CheckHere() const {
+        tools_.loop.Yield();
+        if (cancel_ && *cancel_) throw CountCancelled();
+    }
+    template <typename Count>
+    void AddJob(Count count) {
+        jobs_.Add([this, alone = workers_.Count() == 0, count = std::move(count)](const StopFlag& stop) {
+            return count([&] {
+                if (alone) CheckHere();
+                if (stop.IsRequested()) throw Cancelled();
+            });
+        });
+    }
+    void AddSubFolders() {
+        while (!levels_.empty() && jobs_.HasRoom()) {
+            CountedFolder& level = levels_.back();
+            if (level.next == level.subFolders.size()) {
+                levels_.pop_back();
+                continue;
+            }
+            AddJob([above = level.folder, name = std::move(level.subFolders[level.next++])](
+                       const Check& check) { return CountSub(*above, name, check); });
+        }
+    }
+
+    const Toolbox& tools_;
+    const bool* cancel_;
+    std::vector<CountedFolder> levels_;  // from above; below one that has none left there may be others
+    Workers workers_;
+    JobQueue<CountedFolder> jobs_;
+};
 
 }  // namespace
 
 Error CountTreeSize(const Toolbox& tools, std::string_view path, TreeSize& size, const bool* cancel) {
     size = {};
-    FileInfo info;
-    if (Error error = tools.files.Stat(path, LinkPolicy::DoNotFollow, info); !error.IsOk()) return error;
-    if (info.isLink || info.kind == EntryKind::File) {
-        size.files = info.isLink ? 0 : 1;
-        size.bytes = Currency::FromWhole(static_cast<std::int64_t>(info.size));
-    }
-    if (info.kind != EntryKind::Folder) return {};
-    OpenFolder folder;
-    if (Error error = tools.files.Open(path, folder); !error.IsOk()) return error;
-    return CountFolder(tools, folder, size, cancel);
+    return TreeCount(tools, cancel).Of(path, size);
 }
 
 }  // namespace vantrel

@@ -14,9 +14,9 @@ struct TreeSize {
     std::uint64_t folders = 0;  // below the object itself
 };
 
-// Yields for every entry; `cancel`, where given, is read at the same places and ends the count. An object
-// that does not exist is an error, and so is a folder that cannot be listed to its end: then `size` holds
-// what was counted until there.
+// Counted by workers where `tools.jobs` has some. Yields while it waits, or for every entry without workers;
+// `cancel`, where given, is read at the same places and ends the count. An object that does not exist is an
+// error, and so is a folder that cannot be listed to its end: then `size` holds all that could be counted.
 Error CountTreeSize(const Toolbox& tools, std::string_view path, TreeSize& size,
                     const bool* cancel = nullptr);
 

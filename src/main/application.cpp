@@ -19,7 +19,7 @@ Application::Application(const Surroundings& surroundings, std::string appVersio
     : AppVersion(std::move(appVersion)),
       HelpFile(surroundings.folders.SupportFile(surroundings.files, "help/index.html")),
       around(surroundings),
-      ownTools_(around),
+      ownTools_(around, &options.jobs),
       tools(ownTools_.Get()),
       reporter(tools.reporter),
       log(tools.log),

@@ -30,9 +30,8 @@ std::string TextOf(QSize size) {
 
 bool IsKept(const QWidget& window) {
     const QString name = window.objectName();
-    // These two keep their size among the options.
-    const bool keepsItself = name == QLatin1String("frmMain") || name == QLatin1String("frmSubDirDiffs");
-    return window.isWindow() && name.startsWith(QLatin1String("frm")) && !keepsItself &&
+    // The main window keeps its place among the options.
+    return window.isWindow() && name.startsWith(QLatin1String("frm")) && name != QLatin1String("frmMain") &&
            window.minimumSize() != window.maximumSize();
 }
 

@@ -26,4 +26,9 @@ void ReturnFreedMemory() {
     malloc_trim(0);
 }
 
+void KeepNoFreedMemory() {
+    // Setting it once also ends its growth with what is freed (mallopt(3)).
+    mallopt(M_MMAP_THRESHOLD, 512 << 10);
+}
+
 }  // namespace vantrel

@@ -14,4 +14,8 @@ std::uint64_t AvailableMemory(const FileSystem& files);
 // the gaps.
 void ReturnFreedMemory();
 
+// From now on what is large goes back to the system as soon as it is freed, in place of being kept for the
+// next that is large. For a program that makes few such things, and ends.
+void KeepNoFreedMemory();
+
 }  // namespace vantrel

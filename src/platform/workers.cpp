@@ -58,6 +58,10 @@ std::size_t WorkerCount(std::int32_t jobs) {
     return count > 1 ? count : 0;
 }
 
+std::size_t WorkerCount(const std::int32_t* jobs) {
+    return jobs == nullptr ? 0 : WorkerCount(*jobs);
+}
+
 Workers::Workers(std::size_t count) : count_(0), state_(std::make_shared<State>()) {
     for (count = std::min(count, kMost); count_ < count; ++count_) {
         {

@@ -33,6 +33,8 @@ std::size_t ProcessorCount();
 // The threads for so many jobs at a time as the user asked for: 0 means as many as there are processors, and
 // 1 that the one thread does all itself.
 std::size_t WorkerCount(std::int32_t jobs);
+// The same where somebody keeps what the user asked for; null: none.
+std::size_t WorkerCount(const std::int32_t* jobs);
 
 // A few threads below the one that all else runs in. What runs in them is handed in by PendingJob below: jobs
 // that are functions over values, touch nothing but files, and own all that they need for as long as they

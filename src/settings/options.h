@@ -113,8 +113,6 @@ struct Options : SoundOptions {
     bool coupleAllScrolling{};  // beside the scroll bars, wheel, keys and touch move both panes
     bool inlineDifferences{};
     bool checkBeforeRemoval{};  // of a duplicate: compared with one that stays, whatever made the group
-    // Of the window of sub-folder differences, in logical pixels; 0: as large as it likes to be.
-    std::int32_t subFolderWindowWidth{}, subFolderWindowHeight{};
     std::string protectedDupeFolders;  // whose duplicates no rule marks; joined with "?"
 };
 

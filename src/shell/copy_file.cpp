@@ -9,7 +9,9 @@
 #include <climits>
 #include <cstring>
 
+#include "platform/workers.h"
 #include "shell/temporary_files.h"
+#include "shell/verify_copy.h"
 
 namespace vantrel::shell {
 namespace {
@@ -75,7 +77,7 @@ class Content {
     }
 
     int ReadAndWrite(std::uint64_t length, std::uint64_t& done) {
-        char* buffer = shared_.Buffer(0);
+        char* buffer = shared_.Buffer();
         while (length > 0) {
             const ssize_t got =
                 calls_.Read(from_, buffer, std::min<std::uint64_t>(length, Shared::kBufferSize));
@@ -139,27 +141,6 @@ class Content {
     bool failedAtTarget_ = false;
 };
 
-// 0 equal, 1 different, or minus errno.
-int CompareContents(Shared& shared, int a, int b, std::uint64_t size) {
-    char* buffers[] = {shared.Buffer(0), shared.Buffer(1)};
-    const int fds[] = {a, b};
-    for (std::uint64_t at = 0; at < size;) {
-        const std::size_t wanted = std::min<std::uint64_t>(size - at, Shared::kBufferSize);
-        for (int i = 0; i < 2; ++i) {
-            for (std::size_t got = 0; got < wanted;) {
-                const ssize_t read =
-                    shared.calls.PRead(fds[i], buffers[i] + got, wanted - got, static_cast<off_t>(at + got));
-                if (read < 0) return static_cast<int>(read);
-                if (read == 0) return 1;
-                got += static_cast<std::size_t>(read);
-            }
-        }
-        if (std::memcmp(buffers[0], buffers[1], wanted) != 0) return 1;
-        at += wanted;
-    }
-    return 0;
-}
-
 // The names of the extended attributes of `from`, each ended by NUL; empty where there are none.
 int ListExtendedAttributes(SystemCalls& calls, int from, std::string& names) {
     char list[1024];
@@ -193,6 +174,15 @@ int CopyExtendedAttributes(SystemCalls& calls, int from, int to, const std::stri
         if (set < 0 && !CannotHold(set) && !noRoom) return set;
     }
     return 0;
+}
+
+// A disk that rotates is slower where two read.
+std::size_t ThreadsToVerify(const Shared& shared, const Place& from, const Place& to, std::uint64_t bytes) {
+    if (bytes <= kReadAtOnce) return 0;
+    Volumes& volumes = shared.parts.volumes;
+    const bool rotates =
+        volumes.IsOnRotatingDisk(from.folder->path) || volumes.IsOnRotatingDisk(to.folder->path);
+    return rotates ? 0 : WorkerCount(shared.parts.jobs);
 }
 
 Error Changed(const Place& from) {
@@ -231,7 +221,9 @@ Error TryCopy(Shared& shared, const Place& from, const Place& to, const CopyFile
     if (again) return {};
 
     if (options.verify) {
-        const int different = CompareContents(shared, opened, target.Fd(), bytes);
+        const int different =
+            VerifyCopy(calls, {opened, target.Fd(), bytes}, ThreadsToVerify(shared, from, to, bytes),
+                       [&options] { return !options.onSlice || options.onSlice(0); });
         if (different != 0) return ofTarget(different < 0 ? different : -EIO);
     }
     int failed = CopyRights(shared, opened, copied.source, target.Fd(), targetStat, to.folder->hasDefaultAcl);

@@ -269,6 +269,8 @@ class SystemShellOperations : public ShellOperations {
         ShellProgress& progress;
         ShellQuestions& questions;
         TrashPlaces trash = TrashPlaces::OfThisUser();
+        // What the user asked for, as Options::jobs; null: no workers.
+        const std::int32_t* jobs = nullptr;
     };
     explicit SystemShellOperations(const Parts& parts);
     ~SystemShellOperations() override;

@@ -266,9 +266,9 @@ Error ShellRun::RefuseTooDeep(const Place& place) const {
                                              std::to_string(kMostLevels)};
 }
 
-char* Shared::Buffer(int which) {
-    if (!buffers_) buffers_ = std::make_unique<char[]>(2 * kBufferSize);
-    return buffers_.get() + (which == 0 ? 0 : kBufferSize);
+char* Shared::Buffer() {
+    if (!buffer_) buffer_ = std::make_unique<char[]>(kBufferSize);
+    return buffer_.get();
 }
 
 bool ShellRun::CancelAsked() {

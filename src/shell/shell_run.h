@@ -133,12 +133,12 @@ struct Shared {
         ToAll toAll;
     };
     std::optional<InSeries> series;
-    // Two buffers, each of kBufferSize.
+    // Of kBufferSize; for whoever copies at the moment.
     static constexpr std::size_t kBufferSize = std::size_t{256} << 10;
-    char* Buffer(int which);
+    char* Buffer();
 
   private:
-    std::unique_ptr<char[]> buffers_;
+    std::unique_ptr<char[]> buffer_;
 };
 
 // Lets this process open as many files as a request may need, until the end of the scope: what the process

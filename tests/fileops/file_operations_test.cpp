@@ -5,7 +5,6 @@
 #include "fileops/object_properties.h"
 #include "fileops/shell_calls.h"
 #include "fileops/sub_folder_operations.h"
-#include "fileops/tree_size.h"
 #include "platform/names/names.h"
 #include "support/fake_volumes.h"
 #include "support/shell_fixture.h"
@@ -406,12 +405,6 @@ TEST_F(FileOperationsTest, OpensAndShowsPropertiesThroughThePort) {
     ASSERT_TRUE(ApplyPermissions(tools, drop / "left/orphan", 0640).IsOk());
     ASSERT_TRUE(ReadProperties(tools, drop / "left/orphan", properties).IsOk());
     EXPECT_EQ(0640U, properties.mode);
-    TreeSize size;
-    ASSERT_TRUE(CountTreeSize(tools, drop / "left", size).IsOk());
-    EXPECT_EQ(Currency::FromWhole(15), size.bytes);
-    EXPECT_EQ(3U, size.files);
-    EXPECT_EQ(1U, size.folders);
-    EXPECT_FALSE(CountTreeSize(tools, drop / "gone", size).IsOk());
 }
 
 }  // namespace

@@ -44,8 +44,6 @@ const std::set<std::string_view> kStates{
     "ViewDifferentSubFolders",
     "ViewIdenticalSubFolders",
     "ViewOrphanSubFolders",
-    "SubFolderWindowWidth",  // the size of the window of sub-folder differences
-    "SubFolderWindowHeight",
     "WindowState",  // from here: where the main window stands
     "Height",
     "Width",

@@ -448,7 +448,8 @@ TEST_F(SubFolderCommandsTest, TypingFiltersAndTheWindowKeepsItsSize) {
         QTest::keyClick(window.txtFilter, Qt::Key_Escape);
         EXPECT_TRUE(window.isVisible());
         EXPECT_EQ(Cells(window, Side::Right).size(), 7U);
-        window.resize(700, 500);
+        window.windowHandle()->resize(700, 500);  // as the user does it
+        QCoreApplication::processEvents();
         size = window.size();
     });
     program.Get().GetCommands().Run("mnuFileCompareDirectories");

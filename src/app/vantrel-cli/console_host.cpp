@@ -7,6 +7,7 @@
 #include "core/unlisted_folders.h"
 #include "diagnostics/error_detail.h"
 #include "display_width.h"
+#include "platform/memory.h"
 
 namespace vantrel::cli {
 namespace {
@@ -63,6 +64,7 @@ void TellWhatToExpect(ConsoleMessages& messages, const CCompare& compare, const 
 
 ComparisonReport CompareOnConsole(Engine& engine, const Toolbox& tools, CCompare& compare,
                                   const PerSide<std::string>& paths) {
+    KeepNoFreedMemory();
     const AddedDetail detail(tools);
     FolderComparison comparison(tools, compare, engine.Progress());
     ComparisonReport report = comparison.Compare(paths, nullptr);

@@ -19,15 +19,18 @@ void Output::EndLine() {
 }
 
 void Output::Flush() {
-    std::string_view left = buffer_;
-    while (!left.empty() && failure_ == 0) {
-        const ssize_t written = write(descriptor_, left.data(), left.size());
+    Write(buffer_);
+    buffer_.clear();
+}
+
+void Output::Write(std::string_view text) {
+    while (!text.empty() && failure_ == 0) {
+        const ssize_t written = write(descriptor_, text.data(), text.size());
         if (written > 0)
-            left.remove_prefix(static_cast<std::size_t>(written));
+            text.remove_prefix(static_cast<std::size_t>(written));
         else if (written < 0 && errno != EINTR)
             failure_ = errno;
     }
-    buffer_.clear();
 }
 
 int Output::Finish() {

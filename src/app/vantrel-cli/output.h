@@ -15,8 +15,13 @@ class Output {
     }
 
     Output& operator<<(std::string_view text) {
-        buffer_.append(text);
-        if (buffer_.size() >= kFlushAt) Flush();
+        if (text.size() >= kFlushAt) {
+            Flush();
+            Write(text);
+        } else {
+            buffer_.append(text);
+            if (buffer_.size() >= kFlushAt) Flush();
+        }
         return *this;
     }
     Output& operator<<(char letter) { return *this << std::string_view(&letter, 1); }
@@ -31,6 +36,7 @@ class Output {
   private:
     static constexpr std::size_t kFlushAt = std::size_t{64} << 10;
     void Flush();
+    void Write(std::string_view text);
 
     int descriptor_;
     std::string buffer_;

@@ -176,8 +176,8 @@ class SyncRun {
     int CarryOut(const SyncOrder& order) {
         ConsoleShellProgress progress(engine_.Progress(), tools_.loop);
         ConsoleShellQuestions questions(console_);
-        SystemShellOperations shell(
-            {tools_.files, tools_.volumes, tools_.clock, tools_.loop, progress, questions});
+        SystemShellOperations shell({tools_.files, tools_.volumes, tools_.clock, tools_.loop, progress,
+                                     questions, TrashPlaces::OfThisUser(), &compare_.Jobs});
         ShellWrappers wrappers(shell, messages_);
         ConsoleConfirmation confirmation(request_, tools_.loop, console_);
         BusyState busy;

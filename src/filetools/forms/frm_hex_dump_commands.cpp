@@ -66,14 +66,9 @@ bool frmHexDump::CanRun(Needs needs) {
 }
 
 void frmHexDump::EnableCommands() {
-    for (const Handler& handler : Handlers()) {
-        const bool wanted = CanRun(handler.needs);
-        if (commands_.IsEnabled(handler.command) == wanted) continue;
-        if (wanted)
-            commands_.SetHandler(handler.command, [this, run = handler.run] { (this->*run)(); });
-        else
-            commands_.SetHandler(handler.command, nullptr);
-    }
+    for (const Handler& handler : Handlers())
+        commands_.SetHandlerWhere(CanRun(handler.needs), handler.command,
+                                  [this, run = handler.run] { (this->*run)(); });
 }
 
 void frmHexDump::AskAndOpen(Side side) {

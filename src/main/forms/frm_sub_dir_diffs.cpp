@@ -95,10 +95,6 @@ void frmSubDirDiffs::Fill(const CSubFolderDiffs& diffs, const PerSide<std::strin
 
 void frmSubDirDiffs::done(int result) {
     if (application_.busy.IsBusy()) return;
-    if (!isMaximized() && !isMinimized()) {
-        application_.options.subFolderWindowWidth = width();
-        application_.options.subFolderWindowHeight = height();
-    }
     QDialog::done(result);
 }
 

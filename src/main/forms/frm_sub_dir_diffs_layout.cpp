@@ -77,11 +77,7 @@ frmSubDirDiffs::frmSubDirDiffs(Application& application, QWidget* parent)
     lists_.AddObserver(this);
     application_.busy.AddObserver(this);
     lists_.SetCurrentListview(Side::Left);
-    const Options& options = application_.options;
-    const QSize likes(fontMetrics().averageCharWidth() * 160, fontMetrics().lineSpacing() * 38);
-    const bool remembered = options.subFolderWindowWidth > 0 && options.subFolderWindowHeight > 0;
-    ResizeWithinScreen(
-        *this, remembered ? QSize(options.subFolderWindowWidth, options.subFolderWindowHeight) : likes);
+    ResizeWithinScreen(*this, {fontMetrics().averageCharWidth() * 160, fontMetrics().lineSpacing() * 38});
     View(Side::Left).setFocus();
 }
 

@@ -73,14 +73,6 @@ EntryKind KindAt(SystemCalls& calls, std::string_view name) {
     return KindOf(found);
 }
 
-timespec StampOf(const FileTime* time) {
-    if (time == nullptr) return {0, UTIME_OMIT};
-    std::int64_t seconds = 0;
-    std::uint32_t nanoseconds = 0;
-    time->ToUnix(seconds, nanoseconds);
-    return {static_cast<time_t>(seconds), static_cast<long>(nanoseconds)};
-}
-
 // Renames where the system cannot refuse an existing target by itself. A second name first, and then the old
 // one removed, still lets nothing be lost; only where there are no second names is it looked up beforehand.
 int RenameByHand(SystemCalls& calls, const LocatedPath& from, const LocatedPath& to) {
@@ -161,14 +153,6 @@ Error FileSystem::Rename(std::string_view from, std::string_view to, bool replac
         if (result == -EEXIST && IsSameNameInOtherCase(calls_, from, to)) result = rename(0);
     }
     return Error::FromErrno(-result, result == -EEXIST ? to : from);
-}
-
-Error FileSystem::SetTimes(std::string_view path, NewTimes times) const {
-    const LocatedPath at(calls_, path);
-    const timespec stamps[2] = {StampOf(times.accessed), StampOf(times.lastWrite)};
-    int result = at.Failure();
-    if (result == 0) result = calls_.UtimensAt(at.Folder(), at.Rest(), stamps, 0);
-    return Error::FromErrno(-result, path);
 }
 
 Error FileSystem::OpenParent(std::string_view path, int& fd, std::string& lastPart) const {

@@ -268,14 +268,6 @@ class FileSystem {
     Error RemoveFile(std::string_view path) const;    // never a folder; the link, not what it leads to
     Error Rename(std::string_view from, std::string_view to, bool replace) const;
 
-    // Only the fields that are set are changed. The time of creation cannot be set here: it is left out
-    // without an error.
-    struct NewTimes {
-        const FileTime* accessed = nullptr;
-        const FileTime* lastWrite = nullptr;
-    };
-    Error SetTimes(std::string_view path, NewTimes times) const;
-
     // Whole small files, for settings, logs and support files. Reading more than `limit` bytes is an error.
     Error ReadWholeFile(std::string_view path, std::size_t limit, std::string& out) const;
     // Writes a temporary file in the same folder, flushes it, and renames it over `path`: after a kill the

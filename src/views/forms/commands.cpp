@@ -129,6 +129,10 @@ void Commands::SetHandler(std::string_view name, std::function<void()> handler) 
     ShowEnabled();
 }
 
+void Commands::SetHandlerWhere(bool wanted, std::string_view name, std::function<void()> handler) {
+    if (IsEnabled(name) != wanted) SetHandler(name, wanted ? std::move(handler) : nullptr);
+}
+
 bool Commands::IsEnabled(std::string_view name) const {
     return static_cast<bool>(Acting(Find(name)).handler);
 }

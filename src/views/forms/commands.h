@@ -37,6 +37,8 @@ class Commands : public QObject, private BusyObserver {
     // What the command does. A command without a handler is disabled. However it is started, the handler runs
     // inside a guard: what comes out of it is reported under the routine's name, and a cancel ends it.
     void SetHandler(std::string_view name, std::function<void()> handler);
+    // The same where it is `wanted`, and no handler elsewhere. Costs nothing where that stands already.
+    void SetHandlerWhere(bool wanted, std::string_view name, std::function<void()> handler);
     bool IsEnabled(std::string_view name) const;
     // The text name of the routine that runs for the command: "<window>.<item>_Click", of an array's element
     // without its index, unless the tables have another one.

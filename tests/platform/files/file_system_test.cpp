@@ -113,19 +113,6 @@ TEST_F(FileSystemTest, RemovingAndRenamingTouchOneObjectAndReplaceOnlyWhenTold) 
     EXPECT_TRUE(folder.Exists("sub/c"));
 }
 
-TEST_F(FileSystemTest, TimesAreSetOneByOne) {
-    folder.Write("file", "", 1'000);
-    const FileTime early = FileTime::FromUnix(-5'000'000'000, 700),
-                   late = FileTime::FromUnix(5'000'000'000, 0);
-    ASSERT_TRUE(files.SetTimes(folder / "file", {nullptr, &late}).IsOk());
-    ASSERT_TRUE(files.SetTimes(folder / "file", {&early, nullptr}).IsOk());
-    FileInfo info;
-    ASSERT_TRUE(files.Stat(folder / "file", LinkPolicy::Follow, info).IsOk());
-    EXPECT_EQ(late, info.lastWrite);
-    // ext4 holds no such early time and takes the nearest that it has.
-    EXPECT_LT(info.accessed, FileTime::FromUnix(-2'000'000'000, 0));
-}
-
 TEST_F(FileSystemTest, ReadingGoesOnAfterShortReadsAndStopsAtTheLimit) {
     const std::string content(100'000, 'c');
     folder.Write("file", content);
