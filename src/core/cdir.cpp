@@ -8,6 +8,7 @@
 #include "core/name_order.h"
 #include "core/result_row.h"
 #include "diagnostics/performance_check.h"
+#include "platform/fetch_ahead.h"
 #include "platform/names/names.h"
 #include "platform/names/paths.h"
 
@@ -45,9 +46,10 @@ void SortByKey(std::vector<Item>& items, const Check& check) {
         [&](std::size_t i) { return NameOf(items[i]); }, check, order);
     std::vector<Item> sorted;
     sorted.reserve(items.size());
-    for (const SortItem& next : order) {
+    for (std::size_t i = 0; i < order.size(); ++i) {
         check();
-        sorted.push_back(items[next.index]);
+        if (i + kStepsAhead < order.size()) FetchAhead(&items[order[i + kStepsAhead].index]);
+        sorted.push_back(items[order[i].index]);
     }
     items = std::move(sorted);
 }

@@ -6,6 +6,7 @@
 
 #include "core/level_contents.h"
 #include "core/occupied_names.h"
+#include "platform/fetch_ahead.h"
 #include "platform/memory.h"
 
 namespace vantrel {
@@ -119,6 +120,7 @@ class FileRows {
                 contents_->Advance();
             else
                 Prefetch();
+            FetchComing(i);
             const MergedFile name = names_[i];
             context_.progress.SetBarValue(static_cast<std::int64_t>(i) + 1);
             context_.ThrowIfCancelled();
@@ -148,6 +150,17 @@ class FileRows {
             pair[side] = {file.FileName(), file.ItselfSeen()->id.inode, file.IsLink(), file.Size()};
         }
         return true;
+    }
+
+    // Names and what was seen lie in the order of the listing, not in that of the names.
+    void FetchComing(std::size_t i) const {
+        if (i + kStepsAhead >= names_.Count()) return;
+        const PerSide<const CFile*> coming = names_.FilesAt(i + kStepsAhead);
+        for (const Side side : kBothSides) {
+            if (!coming[side]) continue;
+            FetchAhead(coming[side]->FileName().data());
+            FetchAhead(coming[side]->ItselfSeen());
+        }
     }
 
     PairTypes TypesOf(std::size_t i) {

@@ -5,6 +5,7 @@
 
 #include "core/name_pairs.h"
 #include "core/result_row.h"
+#include "platform/fetch_ahead.h"
 
 namespace vantrel {
 namespace {
@@ -59,8 +60,12 @@ void Merge(const PerSide<const std::vector<Item>*>& lists, const OccupiedKeys& o
     PerSide<std::size_t> next;
     while (true) {
         PerSide<const Item*> head;
-        for (const Side side : kBothSides)
-            head[side] = next[side] < lists[side]->size() ? &(*lists[side])[next[side]] : nullptr;
+        for (const Side side : kBothSides) {
+            const std::vector<Item>& list = *lists[side];
+            head[side] = next[side] < list.size() ? &list[next[side]] : nullptr;
+            if (next[side] + kStepsAhead < list.size())
+                FetchAhead(KeyOf(list[next[side] + kStepsAhead]).data());
+        }
         if (!head[Side::Left] && !head[Side::Right]) return;
         if (head[Side::Left] && head[Side::Right]) {
             const int order = KeyOf(*head[Side::Left]).compare(KeyOf(*head[Side::Right]));
@@ -131,6 +136,14 @@ MergedFile MergedFiles::operator[](std::size_t position) const {
         }
     }
     return merged;
+}
+
+PerSide<const CFile*> MergedFiles::FilesAt(std::size_t position) const {
+    PerSide<const CFile*> files{};
+    for (const Side side : kBothSides)
+        if (const std::uint32_t place = places_[position][side]; (place & kOther) == 0)
+            files[side] = &(*files_[side])[place];
+    return files;
 }
 
 void MergedFiles::Add(const MergedFile& file) {

@@ -27,6 +27,8 @@ class MergedFiles {
 
     std::size_t Count() const { return places_.size(); }
     MergedFile operator[](std::size_t position) const;
+    // Its files alone; nothing behind them is touched.
+    PerSide<const CFile*> FilesAt(std::size_t position) const;
     void Reserve(std::size_t count) { places_.reserve(count); }
     // Its pointers must be those of the folders; its text is not looked at.
     void Add(const MergedFile& file);

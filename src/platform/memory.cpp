@@ -28,7 +28,7 @@ void ReturnFreedMemory() {
 
 void KeepNoFreedMemory() {
     // Setting it once also ends its growth with what is freed (mallopt(3)).
-    mallopt(M_MMAP_THRESHOLD, 512 << 10);
+    mallopt(M_MMAP_THRESHOLD, 256 << 10);
 }
 
 }  // namespace vantrel

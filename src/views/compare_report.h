@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/comparison_results.h"
+#include "platform/fetch_ahead.h"
 #include "views/cview_selections.h"
 
 namespace vantrel {
@@ -48,6 +49,7 @@ class ReportPart {
     template <typename Print>
     void ForEach(const Print& print) const {
         for (std::size_t number = 0; number < Count(); ++number) {
+            FetchNames(number + kStepsAhead);
             const ShownPair pair = Pair(number);
             if (pair[Side::Left].shown || pair[Side::Right].shown) print(pair);
         }
@@ -58,6 +60,11 @@ class ReportPart {
   private:
     std::size_t Count() const;
     ShownPair Pair(std::size_t number) const;
+    // Of a pair that comes later, if there is one.
+    void FetchNames(std::size_t number) const {
+        for (const Side side : kBothSides)
+            if (hold_ && number < (*hold_)[side].Count()) FetchAhead((*hold_)[side][number].text.data());
+    }
 
     const HoldLists* hold_ = nullptr;
     RowsShown isShown_;

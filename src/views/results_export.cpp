@@ -1,6 +1,7 @@
 #include "views/results_export.h"
 
 #include "platform/files/replace_file.h"
+#include "platform/locale/utc_text.h"
 #include "platform/names/csv_text.h"
 #include "platform/names/json_text.h"
 #include "platform/names/names.h"
@@ -25,7 +26,8 @@ void WriteJsonHalf(const ShownHalf& half, TextPieces& out) {
         return;
     }
     out << R"(,"size":)" << half.size.Whole();
-    if (half.modified) out << R"(,"modified":")" << UtcText(*half.modified) << '"';
+    UtcChars room;
+    if (half.modified) out << R"(,"modified":")" << UtcText(*half.modified, room) << '"';
     out << R"(,"type":")" << ResultTypeText(half.type) << '"';
     if (half.incomplete) out << R"(,"incomplete":true)";
     out << '}';
@@ -42,7 +44,8 @@ void WriteCsvHalf(const ShownHalf& half, TextPieces& out) {
         return;
     }
     out << half.size.Whole() << ',';
-    if (half.modified) out << UtcText(*half.modified);
+    UtcChars room;
+    if (half.modified) out << UtcText(*half.modified, room);
     out << ',' << ResultTypeText(half.type) << ',';
     if (half.incomplete) out << "incomplete";
 }

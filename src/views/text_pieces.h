@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -23,7 +25,11 @@ class TextPieces {
         return *this;
     }
     TextPieces& operator<<(char letter) { return *this << std::string_view(&letter, 1); }
-    TextPieces& operator<<(std::int64_t number) { return *this << std::string_view(std::to_string(number)); }
+    TextPieces& operator<<(std::int64_t number) {
+        std::array<char, 24> digits;
+        const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+        return *this << std::string_view(digits.data(), static_cast<std::size_t>(end - digits.data()));
+    }
     void Flush() {
         if (!buffer_.empty()) sink_(buffer_);
         buffer_.clear();

@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+#include "platform/locale/utc_text.h"
+
 namespace vantrel {
 
 namespace {
@@ -154,28 +156,8 @@ FileTime FromCalendar(const CalendarTime& time) {
 }
 
 std::string UtcText(FileTime utc) {
-    const CalendarTime parts = ToCalendar(utc);
-    std::string text;
-    text.reserve(32);
-    // All values fit: years of file times have five digits at most.
-    const auto add = [&text](std::int32_t value, std::size_t digits) {
-        text.append(digits, '0');
-        for (std::size_t at = text.size(); value > 0; value /= 10)
-            text[--at] = static_cast<char>('0' + value % 10);
-    };
-    const bool common = parts.year >= 0 && parts.year <= 9'999;
-    if (!common) text.push_back(parts.year < 0 ? '-' : '+');
-    add(parts.year < 0 ? -parts.year : parts.year, common ? 4 : 6);
-    for (const auto& [mark, value] :
-         {std::pair{'-', parts.month}, std::pair{'-', parts.day}, std::pair{'T', parts.hour},
-          std::pair{':', parts.minute}, std::pair{':', parts.second}}) {
-        text.push_back(mark);
-        add(value, 2);
-    }
-    text.push_back('.');
-    add(parts.ticks, 7);
-    text.push_back('Z');
-    return text;
+    UtcChars room;
+    return std::string(UtcText(utc, room));
 }
 
 }  // namespace vantrel
