@@ -93,6 +93,7 @@ class Application : private RunningJob {
 
     const Surroundings around;
     BusyState busy;
+    Options options;
 
   private:
     OwnedToolbox ownTools_;
@@ -104,7 +105,6 @@ class Application : private RunningJob {
 
     std::string whatRuns;  // "synchronization"; empty: nothing that closing the window would ask about
 
-    Options options;
     OptionStore store;
     const Sessions sessions;
     CCompare compare;

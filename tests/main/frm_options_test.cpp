@@ -482,7 +482,7 @@ TEST(OptionsCommands, OkShowsWritesAndComparesAgainWhatCancelLeaves) {
     Application& application = program.Start("[Options]\r\nAutoCompareAfterFilter=False\r\n");
     program.CompareSamples();
     ModalScript script;
-    const auto change = [&](const char* command, std::function<void(QWidget&)> act, const char* end) {
+    const auto change = [&](const char* command, const std::function<void(QWidget&)>& act, const char* end) {
         script.Await("frmOptions", [act, end](QWidget& window) {
             act(window);
             PressChild(window, end);

@@ -165,6 +165,7 @@ void FilterPage::Fill(QListWidget& list, const std::vector<std::string>& pattern
 
 std::vector<std::string> FilterPage::PatternsOf(const QListWidget& list) {
     std::vector<std::string> patterns;
+    patterns.reserve(static_cast<std::size_t>(list.count()));
     for (int row = 0; row < list.count(); ++row)
         patterns.push_back(FromQString(list.item(row)->data(Qt::UserRole).toString()));
     return patterns;
