@@ -68,8 +68,7 @@ const Item* FindByName(const std::vector<Item>& items, std::string_view name) {
 
 // Most names need no folding at all.
 bool IsFoldedAscii(std::string_view name) {
-    // Eight bytes at a time: none of them has its highest bit, nor gets it by what an upper-case letter alone
-    // does get it by.
+    // Eight bytes at a time: both sums have the highest bit of a byte set from 'A' on, or from behind 'Z' on.
     constexpr std::uint64_t kOnes = 0x0101'0101'0101'0101, kHighest = 0x80 * kOnes;
     for (; name.size() >= sizeof(std::uint64_t); name.remove_prefix(sizeof(std::uint64_t))) {
         std::uint64_t bytes = 0;
@@ -258,18 +257,12 @@ void CDir::AwaitOrder(const std::function<void()>& whileWaiting) const {
     indexed_ = true;
 }
 
-void CDir::SettleOrder() const noexcept {
-    try {
-        AwaitOrder([] {});
-    } catch (...) {
-        // Whoever waited for it before was told.
-    }
-}
-
 void CDir::EnsureIndexed() const {
-    AwaitOrder([] {});
     if (indexed_) return;
-    entries_.Order([] {});
+    if (ordering_.IsThere())
+        entries_ = ordering_.TakeHere();
+    else
+        entries_.Order([] {});
     indexed_ = true;
 }
 

@@ -70,11 +70,9 @@ class CDir {
     // worker puts then the entries in order, while this thread goes on.
     ScanOutcome PopulateSelfWithFiles(const ScanOptions& options, const ComparisonContext& context,
                                       FolderReading* begun = nullptr);
-    // Until the entries are in order. `whileWaiting` as with PendingJob::Take. Whoever asks for them sooner
-    // waits without it.
+    // Until the entries are in order. `whileWaiting` as with PendingJob::Take. Whoever asks for entries
+    // sooner waits without it, or has them put in order then and there.
     void AwaitOrder(const std::function<void()>& whileWaiting) const;
-    // The same at the end of a run that has failed: where the worker could not do it the entries are gone.
-    void SettleOrder() const noexcept;
     // DriveName keeps its value.
     void Clear();
     // Entries that occupy their names, and of which a file or a folder of the name would be taken in.

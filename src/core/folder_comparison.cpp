@@ -133,13 +133,6 @@ bool FolderComparison::ScanBoth(const Run& run) {
             StatPolicy::All);
     }
     const auto begun = [&](Side side) { return readings[side] ? &*readings[side] : nullptr; };
-    // However the scan ends, nothing is left to the workers, which go before the folders do.
-    struct Settled {
-        std::array<CDir, 2>& dirs;
-        ~Settled() {
-            for (const CDir& dir : dirs) dir.SettleOrder();
-        }
-    } const settled{dirs_};
     for (const Side side : kBothSides)
         if (!Scan(side, run, begun(side), begun(Other(side)))) return false;
     for (const Side side : kBothSides) Dir(side).AwaitOrder([&run] { run.context.ThrowIfCancelled(); });

@@ -112,9 +112,14 @@ class PendingJob {
     Result Take(WhileWaiting&& whileWaiting) {
         if (!workers_->HasThreads()) task_->RunOnce();
         while (!task_->WaitFor(kPace)) whileWaiting();
-        const std::shared_ptr<Task> task = std::move(task_);
-        if (task->failure) std::rethrow_exception(std::exchange(task->failure, nullptr));
-        return std::move(*task->result);
+        return TakeDone();
+    }
+    // The same of a job that no worker has begun: it runs now. One that was begun is waited for, so this is
+    // for jobs that wait for nothing themselves. The workers may be gone.
+    Result TakeHere() {
+        task_->RunOnce();
+        while (!task_->WaitFor(kPace)) continue;
+        return TakeDone();
     }
 
     void Drop() {
@@ -123,6 +128,12 @@ class PendingJob {
     }
 
   private:
+    Result TakeDone() {
+        const std::shared_ptr<Task> task = std::move(task_);
+        if (task->failure) std::rethrow_exception(std::exchange(task->failure, nullptr));
+        return std::move(*task->result);
+    }
+
     // Events are let through at this pace; a wait of one pace costs the system two calls.
     static constexpr std::chrono::milliseconds kPace{10};
 

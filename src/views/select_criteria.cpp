@@ -11,7 +11,7 @@
 namespace vantrel {
 namespace {
 
-constexpr std::int64_t kTicksPerDay = 24 * 60 * 60 * FileTime::kTicksPerSecond;
+constexpr std::int64_t kTicksPerDay = std::int64_t{86'400} * FileTime::kTicksPerSecond;
 
 // Both kinds of operators have "equal", "less" and "greater" under the same numbers.
 template <typename Operator>

@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 #include "core/comparison_support.h"
 #include "core/file_system_reminder.h"
 #include "support/fake_volumes.h"
@@ -101,6 +104,33 @@ TEST(CDir, LooksUpByNameWithoutRegardToCase) {
     EXPECT_EQ(dir.FileCount() + dir.SubDirCount(), 0U);
     EXPECT_EQ(dir.Path(), "");
     EXPECT_FALSE(dir.DriveName().empty());
+}
+
+TEST(CDir, EntriesComeInOrderWhateverBecomesOfTheWorkersThatReadThem) {
+    ComparisonBench bench;
+    for (int i = 0; i < 300; ++i)
+        bench.Write(Side::Left, (i % 2 == 0 ? "File" : "file") + std::to_string(i * 7 % 300), "1");
+    for (const bool awaited : {false, true}) {
+        CDir dir(bench.tools.Get());
+        dir.SetPath(bench.folder / "left");
+        Workers workers(2);
+        const ComparisonContext context{bench.tools.Get(), bench.compare, bench.progress, workers};
+        {
+            FolderReading reading(
+                workers,
+                [files = bench.tools.files, path = dir.Path()](OpenFolder& folder) {
+                    return files.Open(path, folder);
+                },
+                StatPolicy::All);
+            ASSERT_EQ(dir.PopulateSelfWithFiles({}, context, &reading), ScanOutcome::Complete);
+        }
+        if (awaited)
+            dir.AwaitOrder([] {});
+        else
+            EXPECT_EQ(workers.End(), 0U);
+        ASSERT_EQ(dir.FileCount(), 300U);
+        EXPECT_TRUE(std::ranges::is_sorted(dir.Files(), {}, &CFile::Key));
+    }
 }
 
 TEST(CDir, ACancelledScanKeepsWhatItFound) {

@@ -81,6 +81,25 @@ TEST(Workers, ACancelEndsTheWaitAndReachesTheJob) {
     EXPECT_TRUE(stopped);
 }
 
+TEST(Workers, WhatNoThreadHasBegunCanBeDoneHereAndTheRestIsWaitedFor) {
+    Workers workers(1);
+    std::atomic<bool> begun{false}, go{false};
+    PendingJob<std::thread::id> holding(workers, [&](const StopFlag&) {
+        begun = true;
+        while (!go) std::this_thread::yield();
+        return std::this_thread::get_id();
+    });
+    while (!begun) std::this_thread::yield();
+    PendingJob<std::thread::id> waiting(workers, [](const StopFlag&) { return std::this_thread::get_id(); });
+    EXPECT_EQ(std::this_thread::get_id(), waiting.TakeHere());
+    EXPECT_FALSE(waiting.IsThere());
+    go = true;
+    EXPECT_NE(std::this_thread::get_id(), holding.TakeHere());
+    EXPECT_EQ(0U, workers.End());
+    PendingJob<int> failing(workers, [](const StopFlag&) -> int { throw std::runtime_error("no"); });
+    EXPECT_THROW(failing.TakeHere(), std::runtime_error);
+}
+
 // Of a queue that was dropped no job is begun any more, and what the jobs owned goes with them.
 TEST(Workers, DroppedJobsAreNotBegun) {
     Workers workers(1);

@@ -195,7 +195,8 @@ TEST(PrintListview, BreaksPagesAtNineTenths) {
     const LocaleFormats locale("C");
     const FixedMeasure measure;
     const PrintHeader header{true, false, ""};
-    for (double height = 1'000; height < 30'000; height += 333) {
+    for (int rest = 1'000; rest < 30'000; rest += 333) {
+        const double height = rest;
         const auto pages = PagesOfListview(list, header, locale, {10'000, height}, measure);
         int next = 0;
         for (std::size_t number = 1; number <= pages->Count(); ++number) {

@@ -20,7 +20,10 @@ constexpr std::int64_t kSomeMidnight = 1'600'041'600;  // 2020-09-14 00:00 UTC
 // A zone in which a day does not begin with that of UTC.
 class InZone {
   public:
-    explicit InZone(const char* zone) : before_(std::getenv("TZ") ? std::getenv("TZ") : "") { Set(zone); }
+    explicit InZone(const char* zone) {
+        if (const char* const now = std::getenv("TZ")) before_ = now;
+        Set(zone);
+    }
     ~InZone() { Set(before_.c_str()); }
     InZone(const InZone&) = delete;
     InZone& operator=(const InZone&) = delete;
@@ -130,7 +133,8 @@ void Ask(std::mt19937& random, SelectCriteria& criteria, Question& question, con
     }
     if (random() % 3 == 0) {
         const unsigned sign = random() % 3;
-        const FileTime day = FileTime::FromUnix(kSomeMidnight + kDay * (random() % 6), 0);
+        const FileTime day =
+            FileTime::FromUnix(kSomeMidnight + kDay * static_cast<std::int64_t>(random() % 6), 0);
         question.dateSign = kSigns[sign];
         question.date = locale.Date(day);
         criteria.date = DayOf(day);
