@@ -6,6 +6,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     # With optimisation this version sees overlaps inside std::string that cannot be (its bug 105651).
     target_compile_options(vantrel_options INTERFACE -Wno-restrict)
 endif()
+if(VANTREL_BATCH GREATER 1)
+    # In a batch every source looks like a header to this warning.
+    target_compile_options(vantrel_options INTERFACE -Wno-subobject-linkage)
+endif()
 target_include_directories(vantrel_options INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/src)
 target_compile_definitions(vantrel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
 

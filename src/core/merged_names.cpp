@@ -14,16 +14,16 @@ using Names = PerSide<std::vector<CollidingName>>;
 // The names that fold like one that is occupied by what is no file and no folder, by their key.
 using OccupiedKeys = std::map<std::string_view, Names>;
 
-std::string_view KeyOf(const CFile& file) {
+std::string_view MergeKeyOf(const CFile& file) {
     return file.Key();
 }
-std::string_view KeyOf(const CDir::SubDir& folder) {
+std::string_view MergeKeyOf(const CDir::SubDir& folder) {
     return folder.Key.substr(1);
 }
-std::string_view NameOf(const CFile& file) {
+std::string_view MergedNameOf(const CFile& file) {
     return file.FileName();
 }
-std::string_view NameOf(const CDir::SubDir& folder) {
+std::string_view MergedNameOf(const CDir::SubDir& folder) {
     return folder.RealName();
 }
 
@@ -32,9 +32,9 @@ void AddToOccupied(const std::vector<Item>& items, Side side, NameKind kind, Occ
     for (auto& [key, names] : keys) {
         auto at =
             std::lower_bound(items.begin(), items.end(), key,
-                             [](const Item& item, std::string_view text) { return KeyOf(item) < text; });
-        for (; at != items.end() && KeyOf(*at) == key; ++at)
-            names[side].push_back({NameOf(*at), kind, static_cast<std::uint32_t>(at - items.begin())});
+                             [](const Item& item, std::string_view text) { return MergeKeyOf(item) < text; });
+        for (; at != items.end() && MergeKeyOf(*at) == key; ++at)
+            names[side].push_back({MergedNameOf(*at), kind, static_cast<std::uint32_t>(at - items.begin())});
     }
 }
 
@@ -64,20 +64,20 @@ void Merge(const PerSide<const std::vector<Item>*>& lists, const OccupiedKeys& o
             const std::vector<Item>& list = *lists[side];
             head[side] = next[side] < list.size() ? &list[next[side]] : nullptr;
             if (next[side] + kStepsAhead < list.size())
-                FetchAhead(KeyOf(list[next[side] + kStepsAhead]).data());
+                FetchAhead(MergeKeyOf(list[next[side] + kStepsAhead]).data());
         }
         if (!head[Side::Left] && !head[Side::Right]) return;
         if (head[Side::Left] && head[Side::Right]) {
-            const int order = KeyOf(*head[Side::Left]).compare(KeyOf(*head[Side::Right]));
+            const int order = MergeKeyOf(*head[Side::Left]).compare(MergeKeyOf(*head[Side::Right]));
             if (order != 0) head[order < 0 ? Side::Right : Side::Left] = nullptr;
         }
-        const std::string_view key = KeyOf(head[Side::Left] ? *head[Side::Left] : *head[Side::Right]);
+        const std::string_view key = MergeKeyOf(head[Side::Left] ? *head[Side::Left] : *head[Side::Right]);
         Names names;
         bool collides = false;
         for (const Side side : kBothSides) {
             if (!head[side]) continue;
             const std::size_t first = next[side];
-            while (next[side] < lists[side]->size() && KeyOf((*lists[side])[next[side]]) == key) {
+            while (next[side] < lists[side]->size() && MergeKeyOf((*lists[side])[next[side]]) == key) {
                 ++next[side];
                 context.ThrowIfCancelled();
             }
@@ -92,7 +92,7 @@ void Merge(const PerSide<const std::vector<Item>*>& lists, const OccupiedKeys& o
             if (!head[side]) continue;
             const Item* const first = lists[side]->data();
             for (const Item* item = head[side]; item != first + next[side]; ++item)
-                names[side].push_back({NameOf(*item), kind, static_cast<std::uint32_t>(item - first)});
+                names[side].push_back({MergedNameOf(*item), kind, static_cast<std::uint32_t>(item - first)});
         }
         for (const NamePair& pair : PairNames(names)) {
             PerSide<const Item*> items{};

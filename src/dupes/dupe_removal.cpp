@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "dupes/box_lines.h"
 #include "dupes/same_contents.h"
 #include "platform/names/paths.h"
 
@@ -10,8 +11,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr const char* kTitle = "Remove Files";
-constexpr std::size_t kMostNamed = 20;
+constexpr const char* kRemovalTitle = "Remove Files";
 
 constexpr const char* kWarning =
     "Rule of thumb for deleting duplicate files: When in doubt, don't remove them.\r\n"
@@ -35,14 +35,6 @@ std::string FailureText(RemovalMethod method) {
             break;
     }
     return {};
-}
-
-// As many lines as a box has room for.
-std::string Lines(const std::vector<std::string>& all) {
-    std::string text;
-    for (std::size_t i = 0; i < all.size() && i < kMostNamed; ++i) text += "\r\n" + all[i];
-    if (all.size() > kMostNamed) text += "\r\n... and " + std::to_string(all.size() - kMostNamed) + " more";
-    return text;
 }
 
 Sighting FoundAs(const DupeFile& file) {
@@ -80,7 +72,7 @@ RemovalReport DupeRemoval::RemoveMarkedFiles(DupeResults& results, const std::ve
             doing.all += static_cast<std::int64_t>(MarkedOf(results, group, true).size());
         if (doing.all == 0) {
             tools_.messages.Ask(
-                {.title = kTitle,
+                {.title = kRemovalTitle,
                  .text = "No files have been checkmarked.\r\n\r\nTo checkmark a file for removal, "
                          "\r\nclick once in the box to the left of the file.",
                  .icon = MessageIcon::Warning});
@@ -108,7 +100,7 @@ void DupeRemoval::RemoveFromLists(DupeResults& results, const std::vector<std::u
 bool DupeRemoval::WarnedAndAgreed(clsDupeSettings& settings) {
     if (settings.RemoveWarningShown()) return true;
     settings.SetRemoveWarningShown(true);
-    return tools_.messages.Ask({.title = kTitle,
+    return tools_.messages.Ask({.title = kRemovalTitle,
                                 .text = kWarning,
                                 .icon = MessageIcon::Warning,
                                 .buttons = MessageButtons::OkCancel,
@@ -123,9 +115,9 @@ bool DupeRemoval::MayTakeLastCopies(const DupeResults& results, const std::vecto
     }
     if (whole.empty()) return true;
     return tools_.messages.Ask(
-               {.title = kTitle,
+               {.title = kRemovalTitle,
                 .text = "All files of these groups are checkmarked.  No copy of them will remain:\r\n" +
-                        Lines(whole) + "\r\n\r\nDo you still want to remove the files?",
+                        BoxLines(whole) + "\r\n\r\nDo you still want to remove the files?",
                 .icon = MessageIcon::Warning,
                 .buttons = MessageButtons::YesNo,
                 .defaultAnswer = MessageAnswer::No}) == MessageAnswer::Yes;
@@ -286,8 +278,8 @@ void DupeRemoval::TellFailure(RemovalMethod method, const std::string& path, con
 
 void DupeRemoval::TellLeftAlone(const Doing& doing) {
     if (doing.leftAlone.empty()) return;
-    tools_.messages.Ask({.title = kTitle,
-                         .text = "These files were not removed:\r\n" + Lines(doing.leftAlone),
+    tools_.messages.Ask({.title = kRemovalTitle,
+                         .text = "These files were not removed:\r\n" + BoxLines(doing.leftAlone),
                          .icon = MessageIcon::Warning});
 }
 

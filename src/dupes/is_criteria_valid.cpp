@@ -10,10 +10,10 @@ namespace vantrel {
 
 namespace {
 
-constexpr const char* kTitle = "Find Duplicates";
+constexpr const char* kSearchTitle = "Find Duplicates";
 
 bool Refuse(const Toolbox& tools, const std::string& text) {
-    tools.messages.Ask({.title = kTitle, .text = text, .icon = MessageIcon::Warning});
+    tools.messages.Ask({.title = kSearchTitle, .text = text, .icon = MessageIcon::Warning});
     return false;
 }
 

@@ -7,9 +7,9 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{256} << 10;
+constexpr std::size_t kCountedPiece = std::size_t{256} << 10;
 
-bool IsAsciiText(char letter) {
+bool IsAsciiTextLetter(char letter) {
     return (letter >= 0x20 && letter < 0x7F) || (letter >= '\t' && letter <= '\r');
 }
 
@@ -18,14 +18,14 @@ bool IsAsciiText(char letter) {
 std::int32_t GetAsciiPercent(const FileSystem& files, std::string_view path, const CancelCheck& check) {
     ReadFile file;
     ThrowIfFailed(files.OpenForReading(path, file));
-    std::vector<char> piece(kPiece);
+    std::vector<char> piece(kCountedPiece);
     std::uint64_t all = 0;
     std::uint64_t text = 0;
-    for (std::size_t got = kPiece; got == kPiece;) {
-        ThrowIfFailed(file.ReadAt(all, piece.data(), kPiece, got));
+    for (std::size_t got = kCountedPiece; got == kCountedPiece;) {
+        ThrowIfFailed(file.ReadAt(all, piece.data(), kCountedPiece, got));
         all += got;
-        text += static_cast<std::uint64_t>(
-            std::count_if(piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got), IsAsciiText));
+        text += static_cast<std::uint64_t>(std::count_if(
+            piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got), IsAsciiTextLetter));
         if (check) check();
     }
     if (all == 0) return 100;

@@ -25,6 +25,10 @@ namespace vantrel {
 // other. The last line may be short: the bars stand where they stand in all others.
 constexpr std::size_t kHexDumpBytes = 16;
 
+inline std::string_view AsText(std::span<const unsigned char> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
 // The digits of an offset in the dump of a file of so many bytes.
 std::size_t HexDumpOffsetDigits(std::uint64_t fileSize);
 

@@ -14,10 +14,6 @@ char Lowered(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter | 0x20) : letter;
 }
 
-std::string_view AsText(Bytes bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 void YieldOrCancel(EventLoopPort& loop) {
     loop.Yield();
     if (loop.CancelRequested()) throw Cancelled();

@@ -11,14 +11,14 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{256} << 10;
+constexpr std::size_t kReadPiece = std::size_t{256} << 10;
 
 // Converted between two looks at the cancel flag.
 constexpr std::ptrdiff_t kConverted = std::ptrdiff_t{4} << 20;
 // So much is never refused.
 constexpr std::uint64_t kAlwaysTried = std::uint64_t{64} << 20;
 
-struct Bytes {
+struct GrownBytes {
     std::unique_ptr<char[]> data;
     std::size_t size = 0;
     std::size_t room = 0;
@@ -33,12 +33,12 @@ struct Bytes {
 };
 
 // To the file's end as it then is, whatever its size was said to be.
-Bytes ReadAll(ReadFile& file, ByteScan& scan, const CancelCheck& check) {
-    Bytes bytes;
+GrownBytes ReadAll(ReadFile& file, ByteScan& scan, const CancelCheck& check) {
+    GrownBytes bytes;
     bytes.Grow(static_cast<std::size_t>(file.Size()) + 1);
     while (true) {
-        if (bytes.size == bytes.room) bytes.Grow(bytes.room + std::max(bytes.room / 2, kPiece));
-        const std::size_t wanted = std::min(kPiece, bytes.room - bytes.size);
+        if (bytes.size == bytes.room) bytes.Grow(bytes.room + std::max(bytes.room / 2, kReadPiece));
+        const std::size_t wanted = std::min(kReadPiece, bytes.room - bytes.size);
         std::size_t got = 0;
         ThrowIfFailed(file.ReadAt(bytes.size, bytes.data.get() + bytes.size, wanted, got));
         scan.Add({bytes.data.get() + bytes.size, got});
@@ -89,7 +89,7 @@ LoadedText LoadText(const FileSystem& files, const TextRequest& request, const C
     ReadFile file;
     ThrowIfFailed(files.OpenForReading(request.path, file));
     ByteScan scan;
-    Bytes bytes = ReadAll(file, scan, check);
+    GrownBytes bytes = ReadAll(file, scan, check);
     EncodingGuess guess = GuessEncoding(bytes.View(), scan, check);
     if (!request.encoding.empty())
         guess = {request.encoding, MarkLengthOf(bytes.View(), request.encoding), false};

@@ -12,10 +12,10 @@ namespace {
 // In one go over the bytes, without a branch for each: lines of many megabytes are looked at before they are
 // painted.
 bool IsPlain(std::string_view text) {
-    constexpr std::size_t kPiece = std::size_t{16} << 10;
-    for (std::size_t at = 0; at < text.size(); at += kPiece) {
+    constexpr std::size_t kLettersPerLook = std::size_t{16} << 10;
+    for (std::size_t at = 0; at < text.size(); at += kLettersPerLook) {
         unsigned odd = 0;
-        for (const char letter : text.substr(at, kPiece))
+        for (const char letter : text.substr(at, kLettersPerLook))
             odd |= static_cast<unsigned>(static_cast<unsigned char>(letter) >= 0x80) |
                    static_cast<unsigned>(letter == '\t');
         if (odd != 0) return false;

@@ -11,14 +11,15 @@
 #include <cstring>
 #include <memory>
 
+#include "platform/byte_order_mark.h"
 #include "platform/error.h"
 
 namespace vantrel {
 
 namespace {
 
-constexpr std::size_t kSample = std::size_t{64} << 10;  // what the detector looks at
-constexpr std::size_t kPiece = std::size_t{256} << 10;  // decoded between two looks at the cancel flag
+constexpr std::size_t kSample = std::size_t{64} << 10;         // what the detector looks at
+constexpr std::size_t kDecodedPiece = std::size_t{256} << 10;  // decoded between two looks at the cancel flag
 
 struct ConverterCloser {
     void operator()(UConverter* converter) const { ucnv_close(converter); }
@@ -56,7 +57,7 @@ char16_t UnitAt(std::string_view bytes, std::size_t at, bool big) {
     return static_cast<char16_t>(big ? first << 8 | second : second << 8 | first);
 }
 
-bool IsAsciiText(unsigned unit) {
+bool IsAsciiTextUnit(unsigned unit) {
     return (unit >= 0x20 && unit < 0x7F) || (unit >= '\t' && unit <= '\r');
 }
 
@@ -69,7 +70,7 @@ bool LooksLikeAsciiPairs(std::string_view bytes, bool big) {
     for (std::size_t at = 0; at + 1 < std::min(bytes.size(), kSample); at += 2) {
         const char16_t unit = UnitAt(bytes, at, big);
         ++(unit < 0x100 ? narrow : wide);
-        if (IsAsciiText(unit >> 8) && ((unit & 0xFF) == 0 || IsAsciiText(unit & 0xFF))) ++pairs;
+        if (IsAsciiTextUnit(unit >> 8) && ((unit & 0xFF) == 0 || IsAsciiTextUnit(unit & 0xFF))) ++pairs;
     }
     return pairs * 4 > wide * 3 && pairs >= narrow;
 }
@@ -139,7 +140,7 @@ void ByteScan::Add(std::string_view piece) {
 std::size_t MarkLengthOf(std::string_view bytes, std::string_view encoding) {
     using namespace std::string_view_literals;
     std::string_view mark;
-    if (encoding == kUtf8) mark = "\xEF\xBB\xBF"sv;
+    if (encoding == kUtf8) mark = kByteOrderMark;
     if (encoding == kUtf16Little) mark = "\xFF\xFE"sv;
     if (encoding == kUtf16Big) mark = "\xFE\xFF"sv;
     return bytes.starts_with(mark) ? mark.size() : 0;
@@ -175,7 +176,7 @@ std::string DecodeToUtf8(std::string_view bytes, const std::string& encoding, co
             Error(ErrorNumber::InvalidPropertyValue, "The encoding '" + encoding + "' is not known"));
     std::string text;
     text.reserve(bytes.size() + bytes.size() / 8);
-    std::vector<char> decoded(kPiece);
+    std::vector<char> decoded(kDecodedPiece);
     std::vector<UChar> pivot(kSample);
     UChar* pivotSource = pivot.data();
     UChar* pivotTarget = pivot.data();
@@ -183,7 +184,7 @@ std::string DecodeToUtf8(std::string_view bytes, const std::string& encoding, co
     const char* const end = bytes.data() + bytes.size();
     bool first = true;
     while (true) {
-        const char* const pieceEnd = source + std::min(kPiece, static_cast<std::size_t>(end - source));
+        const char* const pieceEnd = source + std::min(kDecodedPiece, static_cast<std::size_t>(end - source));
         const bool last = pieceEnd == end;
         char* target = decoded.data();
         UErrorCode status = U_ZERO_ERROR;

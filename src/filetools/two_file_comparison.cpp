@@ -56,7 +56,7 @@ class DisplayedPercentage : public ContentProgress {
     TwoFileDisplay& display_;
 };
 
-std::string_view Trimmed(std::string_view text) {
+std::string_view WithoutSpacesAround(std::string_view text) {
     while (text.starts_with(' ')) text.remove_prefix(1);
     while (text.ends_with(' ')) text.remove_suffix(1);
     return text;
@@ -162,7 +162,7 @@ TwoFileReport TwoFileComparison::Compare(const PerSide<std::string>& paths,
     compare_.CompareCancelled = compare_.ErrorsDuringCompare = false;
     tools_.loop.ResetCancel();
     Files files;
-    for (const Side side : kBothSides) files.paths[side] = Trimmed(paths[side]);
+    for (const Side side : kBothSides) files.paths[side] = WithoutSpacesAround(paths[side]);
     if (!AreExistingFiles(tools_, files.paths)) {
         report.outcome = TwoFileOutcome::NotFound;
         return report;

@@ -8,7 +8,7 @@ namespace vantrel {
 
 namespace {
 
-bool IsPlain(char letter) {
+bool ShowsAsItIs(char letter) {
     return (letter >= 0x20 && letter < 0x7F) || letter == '\t';
 }
 
@@ -20,7 +20,7 @@ bool DisturbsLine(UChar32 point) {
 }  // namespace
 
 std::string VisibleText(std::string_view text) {
-    if (std::all_of(text.begin(), text.end(), IsPlain)) return std::string(text);
+    if (std::all_of(text.begin(), text.end(), ShowsAsItIs)) return std::string(text);
     std::string shown;
     shown.reserve(text.size());
     const auto size = static_cast<std::int64_t>(text.size());

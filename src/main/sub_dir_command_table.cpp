@@ -39,7 +39,7 @@ constexpr CommandEntry kMenus[] = {
     {Command, "mnuExtrasHelp", "mnuExtras", "&Help", "help", "F1"},
 };
 
-constexpr ToolbarEntry kToolbar[] = {
+constexpr ToolbarEntry kSubDirToolbar[] = {
     {"mnuFileCompareFiles", "compare-files", 1, "Compare", 0, "Compare", "Compare the two files of the row"},
     {"mnuFileSynchronizeSubFolders", "sync", 2, "Sync", 1, "Sync",
      "Automatically synchronize the contents of the two sub-folders"},
@@ -67,7 +67,7 @@ CommandTables SubDirDiffsTables() {
 }
 
 std::span<const ToolbarEntry> SubDirDiffsToolbarEntries() {
-    return kToolbar;
+    return kSubDirToolbar;
 }
 
 }  // namespace vantrel

@@ -10,7 +10,7 @@
 namespace vantrel {
 namespace {
 
-const std::string kTitle = "CIniFile Error";
+const std::string kIniFileTitle = "CIniFile Error";
 
 // As the platform's call for whole numbers reads them: a sign and digits at the head count, the rest does
 // not.
@@ -34,7 +34,7 @@ void CIniFile::SetName(const std::string& name) {
         name_ = name;
         return;
     }
-    messages_.Ask({kTitle,
+    messages_.Ask({kIniFileTitle,
                    "This IniFile Object is already in use by " + FullPath() + std::string(kLineEnd) +
                        "Create a new object.",
                    MessageIcon::Warning,
@@ -43,7 +43,7 @@ void CIniFile::SetName(const std::string& name) {
 }
 
 std::int16_t CIniFile::GetIntegerValue(std::int16_t defaultValue) {
-    if (!IsStoreReady(messages_, kTitle, StoreAccess::Get, name_, Section, Key)) return 0;
+    if (!IsStoreReady(messages_, kIniFileTitle, StoreAccess::Get, name_, Section, Key)) return 0;
     IniDocument document;
     lastError_ = SettingsFile(files_, FullPath()).Read(document);
     const std::string text = document.Get(Section, Key).value_or("");
@@ -51,14 +51,14 @@ std::int16_t CIniFile::GetIntegerValue(std::int16_t defaultValue) {
 }
 
 std::string CIniFile::GetStringValue(const std::string& defaultValue) {
-    if (!IsStoreReady(messages_, kTitle, StoreAccess::Get, name_, Section, Key)) return {};
+    if (!IsStoreReady(messages_, kIniFileTitle, StoreAccess::Get, name_, Section, Key)) return {};
     IniDocument document;
     lastError_ = SettingsFile(files_, FullPath()).Read(document);
     return ProfileText(document.Get(Section, Key), defaultValue);
 }
 
 void CIniFile::SetStringValue(const std::string& value) {
-    if (!IsStoreReady(messages_, kTitle, StoreAccess::Set, name_, Section, Key)) return;
+    if (!IsStoreReady(messages_, kIniFileTitle, StoreAccess::Set, name_, Section, Key)) return;
     lastError_ = SettingsFile(files_, FullPath()).Update([&](const IniDocument&) {
         return std::vector<IniChange>{{Section, Key, value}};
     });

@@ -12,7 +12,7 @@
 namespace vantrel {
 namespace {
 
-const std::string kTitle = "CRegistry Error";
+const std::string kRegistryTitle = "CRegistry Error";
 
 // The folder and those above it that are missing. A failure shows when the file is written.
 void MakeFolders(const FileSystem& files, const std::string& folder) {
@@ -36,7 +36,7 @@ void CRegistry::SetAppName(const std::string& name) {
         appName_ = name;
         return;
     }
-    messages_.Ask({kTitle,
+    messages_.Ask({kRegistryTitle,
                    "This Registry Object is already in use by " + appName_ + std::string(kLineEnd) +
                        "Create a new object.",
                    MessageIcon::Stop,
@@ -51,14 +51,14 @@ std::string CRegistry::FilePath() const {
 }
 
 std::string CRegistry::GetStringValue(const std::string& defaultValue) {
-    if (!IsStoreReady(messages_, kTitle, StoreAccess::Get, appName_, Section, Key)) return {};
+    if (!IsStoreReady(messages_, kRegistryTitle, StoreAccess::Get, appName_, Section, Key)) return {};
     IniDocument document;
     lastError_ = SettingsFile(files_, FilePath()).Read(document);
     return document.Get(Section, Key).value_or(defaultValue);
 }
 
 void CRegistry::SetStringValue(const std::string& value) {
-    if (!IsStoreReady(messages_, kTitle, StoreAccess::Set, appName_, Section, Key)) return;
+    if (!IsStoreReady(messages_, kRegistryTitle, StoreAccess::Set, appName_, Section, Key)) return;
     MakeFolders(files_, configFolder_);
     lastError_ = SettingsFile(files_, FilePath()).Update([&](const IniDocument&) {
         return std::vector<IniChange>{{Section, Key, value}};

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "platform/byte_order_mark.h"
 #include "platform/line_end.h"
 #include "settings/plain_text.h"
 
 namespace vantrel {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::vector<std::string_view> LinesOf(std::string_view text) {
     std::vector<std::string_view> lines;

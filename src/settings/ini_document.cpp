@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <tuple>
 
+#include "platform/byte_order_mark.h"
+
 namespace vantrel {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\v\f";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;

@@ -34,8 +34,8 @@ bool CanHave(const OptionLine& line, const std::string& text) {
 
 // A part of the text that is short enough for a message.
 std::string Quoted(const std::string& text) {
-    constexpr std::size_t kMost = 60;
-    std::size_t end = std::min(text.size(), kMost);
+    constexpr std::size_t kMostQuoted = 60;
+    std::size_t end = std::min(text.size(), kMostQuoted);
     while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
     return "\"" + text.substr(0, end) + (end < text.size() ? "..." : "") + "\"";
 }

@@ -7,14 +7,14 @@ namespace {
 
 constexpr const char* kSection = "Sessions";
 
-std::string KeyOf(std::size_t index) {
+std::string KeyOfRecent(std::size_t index) {
     return "File" + std::to_string(index + 1);
 }
 
-std::vector<std::string> Stored(const IniDocument& document) {
+std::vector<std::string> StoredSessions(const IniDocument& document) {
     std::vector<std::string> paths;
     for (std::size_t i = 0; i < Sessions::kMostRecent; ++i)
-        if (std::string path = document.Get(kSection, KeyOf(i)).value_or(""); !path.empty())
+        if (std::string path = document.Get(kSection, KeyOfRecent(i)).value_or(""); !path.empty())
             paths.push_back(std::move(path));
     return paths;
 }
@@ -52,17 +52,18 @@ Error Sessions::KeepPrevious() const {
 std::vector<std::string> Sessions::Recent() const {
     IniDocument document;
     // Without the list the menu is shorter; nothing else depends on it.
-    return recent_.Read(document).IsOk() ? Stored(document) : std::vector<std::string>();
+    return recent_.Read(document).IsOk() ? StoredSessions(document) : std::vector<std::string>();
 }
 
 Error Sessions::AddRecent(const std::string& path) const {
     return recent_.Update([&path](const IniDocument& document) {
-        std::vector<std::string> paths = Stored(document);
+        std::vector<std::string> paths = StoredSessions(document);
         std::erase(paths, path);
         paths.insert(paths.begin(), path);
         if (paths.size() > kMostRecent) paths.resize(kMostRecent);
         std::vector<IniChange> changes;
-        for (std::size_t i = 0; i < paths.size(); ++i) changes.push_back({kSection, KeyOf(i), paths[i]});
+        for (std::size_t i = 0; i < paths.size(); ++i)
+            changes.push_back({kSection, KeyOfRecent(i), paths[i]});
         return changes;
     });
 }

@@ -11,7 +11,7 @@ namespace vantrel {
 namespace {
 
 // Far above what 32,000 entries take, and still a bound.
-constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+constexpr std::size_t kLargestHistory = std::size_t{256} << 20;
 
 void PutText(char* field, std::string_view text) {
     std::size_t length = std::min(text.size(), SyncHistory::kTextLength);
@@ -85,7 +85,8 @@ Error SyncHistory::Append(const std::string& leftFolder, const std::string& righ
     // The ring is full, or the last record was torn by hand: the new file is made whole and put in place of
     // the old one.
     std::string content;
-    if (Error error = tools_.files.ReadWholeFile(Path(), kLargestFile, content); !error.IsOk()) return error;
+    if (Error error = tools_.files.ReadWholeFile(Path(), kLargestHistory, content); !error.IsOk())
+        return error;
     content.resize(static_cast<std::size_t>(count) * kRecordLength, ' ');
     if (count == limit) content.erase(0, kRecordLength);
     content += added;
@@ -96,7 +97,8 @@ Error SyncHistory::Read(std::vector<SyncHistoryRecord>& records) const {
     records.clear();
     if (!tools_.files.Exists(Path())) return tools_.files.AppendToFile(Path(), {});
     std::string content;
-    if (Error error = tools_.files.ReadWholeFile(Path(), kLargestFile, content); !error.IsOk()) return error;
+    if (Error error = tools_.files.ReadWholeFile(Path(), kLargestHistory, content); !error.IsOk())
+        return error;
     for (std::size_t start = 0; start + kRecordLength <= content.size(); start += kRecordLength)
         records.push_back(Decode(content.data() + start));
     return {};
@@ -108,7 +110,8 @@ Error SyncHistory::Trim(std::int32_t limit) const {
     if (Error error = Count(count); !error.IsOk()) return error;
     if (count <= limit) return {};
     std::string content;
-    if (Error error = tools_.files.ReadWholeFile(Path(), kLargestFile, content); !error.IsOk()) return error;
+    if (Error error = tools_.files.ReadWholeFile(Path(), kLargestHistory, content); !error.IsOk())
+        return error;
     content.resize(static_cast<std::size_t>(count) * kRecordLength, ' ');
     content.erase(0, static_cast<std::size_t>(count - limit) * kRecordLength);
     if (Error error = tools_.files.ReplaceFile(Path(), content); !error.IsOk())

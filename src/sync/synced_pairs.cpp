@@ -12,7 +12,7 @@ namespace vantrel {
 namespace {
 
 // Far above what kMostPairs take, and still a bound.
-constexpr std::size_t kLargestFile = std::size_t{64} << 20;
+constexpr std::size_t kLargestPairsFile = std::size_t{64} << 20;
 
 // A line: what was taken in, the two counts, the two folders, with tabs between, which no name holds.
 constexpr std::size_t kFields = 5;
@@ -71,7 +71,7 @@ Match MatchOf(const Fields& fields, const ComparisonResults& results, std::strin
 Error SyncedPairs::Read(std::string& content) const {
     content.clear();
     if (!files_.Exists(path_)) return {};
-    return files_.ReadWholeFile(path_, kLargestFile, content);
+    return files_.ReadWholeFile(path_, kLargestPairsFile, content);
 }
 
 std::optional<PerSide<std::uint64_t>> SyncedPairs::Find(const ComparisonResults& results) const {

@@ -17,8 +17,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 constexpr std::int64_t kGiB = std::int64_t{1} << 30;
-constexpr time_t kTime = 1'600'000'000;
-constexpr std::int64_t kTicks = 132'444'736'000'000'000;
+constexpr time_t kTimeOfLarge = 1'600'000'000;
+constexpr std::int64_t kTicksOfLarge = 132'444'736'000'000'000;
 
 void UseTrueSizes(CCompare& compare) {
     Options options;
@@ -44,12 +44,12 @@ TEST(LargeFiles, TheRulesOfSizes) {
 // Two files that are one by their words, in the folders and below a sub-folder.
 TEST(LargeFiles, RowsAndRecordsHaveTheSizesOfTheRule) {
     ComparisonBench bench;
-    WriteSparse(bench.folder, "left/big", 4 * kGiB + 5, kTime);
-    WriteSparse(bench.folder, "right/big", 4, kTime);
-    WriteSparse(bench.folder, "left/sub/big", 3 * kGiB, kTime);
-    WriteSparse(bench.folder, "right/sub/big", 7 * kGiB - 1, kTime);
+    WriteSparse(bench.folder, "left/big", 4 * kGiB + 5, kTimeOfLarge);
+    WriteSparse(bench.folder, "right/big", 4, kTimeOfLarge);
+    WriteSparse(bench.folder, "left/sub/big", 3 * kGiB, kTimeOfLarge);
+    WriteSparse(bench.folder, "right/sub/big", 7 * kGiB - 1, kTimeOfLarge);
     const auto file = [](std::int64_t size, ResultType type) {
-        return DescribeFile("big", "big", size, {kTicks}, type);
+        return DescribeFile("big", "big", size, {kTicksOfLarge}, type);
     };
     const auto pair = [](const std::string& left, const std::string& right) {
         return left + std::string(kBetweenSides) + right;
@@ -79,14 +79,14 @@ TEST(LargeFiles, TheRunTellsThatItMetOne) {
         EXPECT_EQ(bench.Run(), CompareOutcome::Completed);
         return bench.compare.MetLargeFiles;
     };
-    WriteSparse(bench.folder, "left/sub/x", 2 * kGiB - 1, kTime);
-    WriteSparse(bench.folder, "right/sub/x", 1, kTime);
+    WriteSparse(bench.folder, "left/sub/x", 2 * kGiB - 1, kTimeOfLarge);
+    WriteSparse(bench.folder, "right/sub/x", 1, kTimeOfLarge);
     EXPECT_FALSE(met());
-    WriteSparse(bench.folder, "right/sub/alone.big", 2 * kGiB, kTime);
+    WriteSparse(bench.folder, "right/sub/alone.big", 2 * kGiB, kTimeOfLarge);
     EXPECT_TRUE(met());
     bench.compare.ExcludeFilters = "*.big";
     EXPECT_FALSE(met());
-    WriteSparse(bench.folder, "left/y", 2 * kGiB, kTime);
+    WriteSparse(bench.folder, "left/y", 2 * kGiB, kTimeOfLarge);
     EXPECT_TRUE(met());
 }
 
@@ -94,7 +94,8 @@ TEST(LargeFiles, TheRunTellsThatItMetOne) {
 TEST(LargeFiles, ContentsAreComparedWhole) {
     FaultySystemCalls calls;
     ComparisonBench bench(calls);
-    for (const char* name : {"left/big", "right/big"}) WriteSparse(bench.folder, name, 2 * kGiB + 10, kTime);
+    for (const char* name : {"left/big", "right/big"})
+        WriteSparse(bench.folder, name, 2 * kGiB + 10, kTimeOfLarge);
     bench.compare.CompareMethod = CompareMethod::Contents;
     const auto types = [&] {
         EXPECT_EQ(bench.Run(), CompareOutcome::Completed);

@@ -15,7 +15,7 @@
 namespace vantrel::testing {
 namespace {
 
-constexpr int kJobs = 4;
+constexpr int kLevelJobs = 4;
 
 // Counts who reads at the same time, and keeps the order of the opened files.
 class WatchedReads : public SystemCalls {
@@ -67,7 +67,7 @@ TEST(LevelContents, OneReadsFromADiskThatRotates) {
         }
     }
     const PairRun::Folders folders = OpenSides(files, folder);
-    Workers workers(kJobs);
+    Workers workers(kLevelJobs);
     ContentsAhead ahead(workers, ReadingRule(CompareMethod::Contents, 500'000), SizeRule::Words,
                         std::make_shared<std::mutex>());
     ahead.SetWaits(true);

@@ -18,12 +18,6 @@ namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using testing::SyncWorld;
 
-std::string LastRecord(const SyncWorld& world) {
-    std::vector<SyncHistoryRecord> records;
-    EXPECT_TRUE(SyncHistory(world.tools.Get()).Read(records).IsOk());
-    return records.empty() ? "" : records.back().result;
-}
-
 SyncPlan PlanOf(SyncWorld& world, SyncMethod method, const TrashPlaces& trash = {}) {
     world.settings.SetSyncMethod(method);
     world.Compare();

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "sync/sync_history.h"
+
 namespace vantrel::testing {
 namespace fs = std::filesystem;
 
@@ -52,6 +54,12 @@ SyncWorld::SyncWorld(SystemCalls* calls)
 void SyncWorld::Compare() {
     ComparisonReport report = comparison.Compare({{Folder(Side::Left), Folder(Side::Right)}}, nullptr);
     if (report.outcome != CompareOutcome::Failed) std::swap(results, report.results);
+}
+
+std::string LastRecord(const SyncWorld& world) {
+    std::vector<SyncHistoryRecord> records;
+    EXPECT_TRUE(SyncHistory(world.tools.Get()).Read(records).IsOk());
+    return records.empty() ? "" : records.back().result;
 }
 
 }  // namespace vantrel::testing

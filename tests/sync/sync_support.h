@@ -103,4 +103,7 @@ class SyncWorld : public SyncConfirmation {
     static SystemCalls& Calls(SystemCalls* calls);
 };
 
+// The result of the newest record of the history; empty where there is none.
+std::string LastRecord(const SyncWorld& world);
+
 }  // namespace vantrel::testing

@@ -18,12 +18,6 @@ namespace {
 using testing::ReadTree;
 using testing::SyncWorld;
 
-std::string LastRecord(const SyncWorld& world) {
-    std::vector<SyncHistoryRecord> records;
-    EXPECT_TRUE(SyncHistory(world.tools.Get()).Read(records).IsOk());
-    return records.empty() ? "" : records.back().result;
-}
-
 std::vector<testing::Tree> Trees(const SyncWorld& world) {
     return {ReadTree(world.Folder(Side::Left)), ReadTree(world.Folder(Side::Right))};
 }

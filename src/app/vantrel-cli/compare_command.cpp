@@ -13,7 +13,7 @@ namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kNotes =
+constexpr std::string_view kCompareNotes =
     "Exit status: 0 no differences, 1 differences, 2 trouble (a message is on standard\n"
     "error). Ctrl+C cancels; nothing is printed then.\n"
     "\n"
@@ -109,8 +109,8 @@ int Compare(const PrintedComparison& request, const std::vector<std::string_view
 int RunCompare(const std::vector<std::string_view>& arguments) {
     PrintedComparison request;
     CommandSpec command{
-        "compare", "LEFT RIGHT",       "Compares two folders and prints what is alike and what differs.",
-        kNotes,    OptionsOf(request), [&request] { return !request.compare.sessionFile.empty(); }};
+        "compare",     "LEFT RIGHT",       "Compares two folders and prints what is alike and what differs.",
+        kCompareNotes, OptionsOf(request), [&request] { return !request.compare.sessionFile.empty(); }};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
     if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return Compare(request, parsed.operands);

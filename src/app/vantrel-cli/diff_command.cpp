@@ -18,7 +18,7 @@ namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kNotes =
+constexpr std::string_view kDiffNotes =
     "The text is that of 'diff': 'patch' makes FILE2 out of FILE1 with it. Text in UTF-16, and in an\n"
     "encoding that was given, is printed as UTF-8. On a terminal control characters and marks of\n"
     "direction are shown by stand-ins; otherwise each line is printed as it is.\n"
@@ -172,7 +172,7 @@ int Compare(const DiffRequest& request, const PerSide<std::string_view>& operand
 
 int RunDiff(const std::vector<std::string_view>& arguments) {
     DiffRequest request;
-    const CommandSpec command{"diff", "FILE1 FILE2", "Compares two text files line by line.", kNotes,
+    const CommandSpec command{"diff", "FILE1 FILE2", "Compares two text files line by line.", kDiffNotes,
                               OptionsOf(request)};
     ParsedArguments parsed = ParseArguments(command, arguments, 2);
     if (parsed.error.empty() && request.unified && request.format == OutputFormat::Json)

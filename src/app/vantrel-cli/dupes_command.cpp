@@ -20,7 +20,7 @@ namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kNotes =
+constexpr std::string_view kDupesNotes =
     "Files are duplicates where they agree in all that is asked for; names or sizes must be\n"
     "among it. Files of equal contents were compared byte by byte. As JSON a line is a group:\n"
     "{\"label\":\"a.txt\",\"size\":12,\"files\":[{\"path\":\"/x/a.txt\",\"size\":12,\n"
@@ -163,7 +163,7 @@ int RunDupes(const std::vector<std::string_view>& arguments) {
     DupesRequest request;
     request.order = DupeSearchOrder::Of(DefaultOptions({}));
     const CommandSpec command{"dupes", "FOLDER...",
-                              "Finds the files that there are more than once in some folders.", kNotes,
+                              "Finds the files that there are more than once in some folders.", kDupesNotes,
                               DupesOptions(request)};
     const ParsedArguments parsed = ParseArguments(command, arguments, kOneOrMore);
     if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;

@@ -20,7 +20,7 @@ namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kNotes =
+constexpr std::string_view kFilesNotes =
     "The methods of --only are size, time, attributes, version, contents, crc and sha, with commas\n"
     "between; the default is all of them. As JSON a line is\n"
     "{\"method\":\"Size\",\"left\":\"1 KB\",\"right\":\"2 KB\",\"result\":\"File 1 is smaller than file "
@@ -166,7 +166,7 @@ int RunFiles(const std::vector<std::string_view>& arguments) {
         "files",
         "FILE1 FILE2",
         "Compares two files by size, time, attributes, version, contents, CRC-32 and SHA-1.",
-        kNotes,
+        kFilesNotes,
         {{"--only", "LIST", "these methods, as in size,contents",
           [&](std::string_view text) { return TakeMethods(text, request.methods); }},
          {"--true-sizes", "yes|no", "exact sizes for files of 2 GiB and more (default no)",

@@ -10,7 +10,7 @@ namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kNotes =
+constexpr std::string_view kHexDumpNotes =
     "A line is the offset, sixteen bytes in hexadecimal, and those of them that are printable.\n"
     "N is decimal, or hexadecimal as 0x1F.\n"
     "\n"
@@ -61,7 +61,7 @@ int RunHexdump(const std::vector<std::string_view>& arguments) {
     const CommandSpec command{"hexdump",
                               "FILE",
                               "Prints the bytes of a file.",
-                              kNotes,
+                              kHexDumpNotes,
                               {{"--offset", "N", "begin at this byte (0)", take(stretch.offset)},
                                {"--length", "N", "print so many bytes (to the end)", take(stretch.length)}}};
     const ParsedArguments parsed = ParseArguments(command, arguments, 1);

@@ -15,7 +15,7 @@ namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kNotes =
+constexpr std::string_view kHistoryNotes =
     "The records are those of 'vantrel-cli sync' and of the window, the oldest first. As JSON a\n"
     "line is "
     "{\"date\":\"2020-09-13T12:26:40\",\"left\":\"/a/\",\"right\":\"/b/\",\"result\":\"Cancelled\"},\n"
@@ -100,7 +100,7 @@ int RunHistory(const std::vector<std::string_view>& arguments) {
     CommandSpec command{"history",
                         "",
                         "Prints the history of synchronizations.",
-                        kNotes,
+                        kHistoryNotes,
                         {ProgramFolderOption(programFolder), FormatOption(format)}};
     const ParsedArguments parsed = ParseArguments(command, arguments, 0);
     if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;

@@ -17,7 +17,7 @@ namespace vantrel::cli {
 
 namespace {
 
-constexpr std::string_view kNotes =
+constexpr std::string_view kSyncNotes =
     "What is printed are the actions in the order in which they are carried out: deletes\n"
     "before copies, left before right, then the same below each sub-folder that differs. As\n"
     "JSON a line is {\"side\":\"left\",\"action\":\"Copy\",\"name\":\"a.txt\",\"size\":12}, with\n"
@@ -231,8 +231,8 @@ int Synchronize(const SyncRequest& request, const std::vector<std::string_view>&
 int RunSync(const std::vector<std::string_view>& arguments) {
     SyncRequest request;
     CommandSpec command{
-        "sync", "LEFT RIGHT",         "Compares two folders and brings them into line by a method.",
-        kNotes, SyncOptions(request), [&request] { return !request.compare.sessionFile.empty(); }};
+        "sync",     "LEFT RIGHT",         "Compares two folders and brings them into line by a method.",
+        kSyncNotes, SyncOptions(request), [&request] { return !request.compare.sessionFile.empty(); }};
     const ParsedArguments parsed = ParseArguments(command, arguments, 2);
     if (const std::optional<int> status = AnsweredAtOnce(command, parsed)) return *status;
     return Synchronize(request, parsed.operands);

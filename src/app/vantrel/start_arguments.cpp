@@ -8,7 +8,7 @@
 namespace vantrel {
 namespace {
 
-constexpr std::string_view kSession = "--session";
+constexpr std::string_view kSessionWord = "--session";
 
 std::string FullPath(std::string_view given) {
     std::string path = PathFromUser(given);
@@ -23,7 +23,7 @@ std::string FullPath(std::string_view given) {
 std::vector<std::string> WithSessionInOneWord(int argc, const char* const* argv) {
     std::vector<std::string> words(argv, argv + argc);
     for (std::size_t i = 1; i + 1 < words.size(); ++i) {
-        if (words[i] != kSession) continue;
+        if (words[i] != kSessionWord) continue;
         words[i].append("=").append(words[i + 1]);
         words.erase(words.begin() + static_cast<std::ptrdiff_t>(i) + 1);
     }
@@ -34,10 +34,10 @@ StartArguments TakeStartArguments(const std::vector<std::string_view>& arguments
     StartArguments taken;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         std::string_view value = arguments[i];
-        if (value == kSession) {
+        if (value == kSessionWord) {
             value = ++i < arguments.size() ? arguments[i] : std::string_view();
-        } else if (value.starts_with(kSession) && value.substr(kSession.size()).starts_with('=')) {
-            value.remove_prefix(kSession.size() + 1);
+        } else if (value.starts_with(kSessionWord) && value.substr(kSessionWord.size()).starts_with('=')) {
+            value.remove_prefix(kSessionWord.size() + 1);
         } else if (value.starts_with('-')) {
             taken.error = "unknown argument '" + std::string(value) + "'";
             return taken;

@@ -8,30 +8,21 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "platform/forms/named_control.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 
 namespace vantrel {
-
-namespace {
-
-QPushButton* Button(const QString& caption, const char* name, QWidget* parent) {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(QLatin1String(name));
-    return button;
-}
-
-}  // namespace
 
 frmDupeExclusions::frmDupeExclusions(const Toolbox& tools, clsDupeSettings settings,
                                      std::function<void()> save, QWidget* parent)
     : QDialog(parent),
       lstFilesToExclude(new QListWidget(this)),
       txtFileName(new QLineEdit(this)),
-      cmdAddFile(Button(QStringLiteral("&Add File to List"), "cmdAddFile", this)),
-      cmdRemoveFile(Button(QStringLiteral("&Remove File from List"), "cmdRemoveFile", this)),
-      cmdOK(Button(QStringLiteral("OK"), "cmdOK", this)),
-      cmdCancel(Button(QStringLiteral("Cancel"), "cmdCancel", this)),
+      cmdAddFile(MakeNamed<QPushButton>("&Add File to List", "cmdAddFile")),
+      cmdRemoveFile(MakeNamed<QPushButton>("&Remove File from List", "cmdRemoveFile")),
+      cmdOK(MakeNamed<QPushButton>("OK", "cmdOK")),
+      cmdCancel(MakeNamed<QPushButton>("Cancel", "cmdCancel")),
       tools_(tools),
       settings_(settings),
       save_(std::move(save)),

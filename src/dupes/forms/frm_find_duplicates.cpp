@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "dupes/box_lines.h"
 #include "dupes/dupe_set_up.h"
 #include "dupes/forms/dupe_details_model.h"
 #include "dupes/forms/dupe_groups_model.h"
@@ -32,7 +33,6 @@ namespace {
 constexpr int kFiguresPace = 50;    // milliseconds
 constexpr int kMeasuredRows = 50;   // of those that a column is fitted to
 constexpr int kWidestColumn = 100;  // in characters
-constexpr std::size_t kMostNamed = 20;
 
 QString TimeLeft(std::int64_t seconds) {
     return QStringLiteral("%1:%2 left").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
@@ -112,7 +112,7 @@ void frmFindDuplicates::ShowFigures() {
         text = unsearched.size() == 1
                    ? QStringLiteral("1 folder could not be searched")
                    : QStringLiteral("%1 folders could not be searched").arg(unsearched.size());
-        for (std::size_t i = 0; i < unsearched.size() && i < kMostNamed; ++i)
+        for (std::size_t i = 0; i < unsearched.size() && i < kMostBoxLines; ++i)
             tip += DisplayQString(unsearched[i].path) + QStringLiteral(": ") +
                    DisplayQString(unsearched[i].error.Description()) + QLatin1Char('\n');
     }

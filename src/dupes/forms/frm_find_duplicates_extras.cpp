@@ -1,6 +1,7 @@
 // Two files of a group, marks by rules, order and filter of the groups, export, and the way back from DUPES.
 #include <QLineEdit>
 
+#include "dupes/box_lines.h"
 #include "dupes/forms/dupe_details_model.h"
 #include "dupes/forms/dupe_groups_model.h"
 #include "dupes/forms/dupe_preview.h"
@@ -13,18 +14,21 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::size_t kMostNamed = 20;
 constexpr const char* kRestore = "Restore from DUPES";
+
+std::string FailedLines(const DupesFolder::Restored& restored) {
+    std::vector<std::string> lines;
+    for (const auto& failed : restored.failed)
+        lines.push_back(failed.file.original + ": " + failed.error.Description());
+    return BoxLines(lines);
+}
 
 std::string RestoredText(const DupesFolder::Restored& restored) {
     std::string text = restored.done == 1 ? std::string("1 file was restored.")
                                           : std::to_string(restored.done) + " files were restored.";
     if (restored.cancelled) text += "\r\nThe rest was left in the DUPES folder, as you wished.";
-    if (!restored.failed.empty()) text += "\r\n\r\nThese files could not be restored:";
-    for (std::size_t i = 0; i < restored.failed.size() && i < kMostNamed; ++i)
-        text += "\r\n" + restored.failed[i].file.original + ": " + restored.failed[i].error.Description();
-    if (restored.failed.size() > kMostNamed)
-        text += "\r\n... and " + std::to_string(restored.failed.size() - kMostNamed) + " more";
+    if (!restored.failed.empty())
+        text += "\r\n\r\nThese files could not be restored:" + FailedLines(restored);
     if (!restored.unlogged.IsOk())
         text += "\r\n\r\nThe log of the DUPES folder could not be brought up to date: " +
                 restored.unlogged.Description();

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "platform/forms/named_control.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 
@@ -56,20 +57,14 @@ class StoredModel : public QAbstractTableModel {
     const LocaleFormats& locale_;
 };
 
-QPushButton* Button(const QString& caption, const char* name, QWidget* parent) {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(QLatin1String(name));
-    return button;
-}
-
 }  // namespace
 
 frmRestoreDupes::frmRestoreDupes(const Toolbox& tools, std::vector<StoredDupe> stored, QWidget* parent)
     : QDialog(parent),
       lvwStored(new QTableView(this)),
-      cmdRestore(Button(QStringLiteral("&Restore Selected Files"), "cmdRestore", this)),
-      cmdSelectAll(Button(QStringLiteral("Select &All"), "cmdSelectAll", this)),
-      cmdCancel(Button(QStringLiteral("C&lose"), "cmdCancel", this)),
+      cmdRestore(MakeNamed<QPushButton>("&Restore Selected Files", "cmdRestore")),
+      cmdSelectAll(MakeNamed<QPushButton>("Select &All", "cmdSelectAll")),
+      cmdCancel(MakeNamed<QPushButton>("C&lose", "cmdCancel")),
       stored_(std::move(stored)) {
     setObjectName(QStringLiteral("frmRestoreDupes"));
     setWindowTitle(QStringLiteral("Restore from DUPES"));

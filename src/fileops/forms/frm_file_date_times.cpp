@@ -18,8 +18,8 @@
 #include <utility>
 
 #include "core/mod_date_time.h"
-#include "fileops/forms/named_control.h"
 #include "platform/forms/busy_pointer.h"
+#include "platform/forms/named_control.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 

@@ -14,22 +14,12 @@
 #include <utility>
 
 #include "fileops/forms/frm_rename_multiple.h"
-#include "fileops/forms/named_control.h"
 #include "fileops/forms/rename_list_model.h"
+#include "platform/forms/named_control.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 
 namespace vantrel {
-namespace {
-
-template <typename Control>
-Control* Make(const char* name) {
-    auto* control = new Control;
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
-
-}  // namespace
 
 frmRenameMultiple::frmRenameMultiple(RenameMultipleParts parts, ShellRoot folder,
                                      std::vector<ObjectToRename> objects, QWidget* parent)
@@ -37,26 +27,26 @@ frmRenameMultiple::frmRenameMultiple(RenameMultipleParts parts, ShellRoot folder
       chkShortFileName(MakeNamed<QCheckBox>("Short File Name", "chkShortFileName")),
       chkRemoveSpaces(MakeNamed<QCheckBox>("Remove Internal Spaces", "chkRemoveSpaces")),
       chkRemoveExtension(MakeNamed<QCheckBox>("Remove Extension", "chkRemoveExtension")),
-      cboCapitalization(Make<QComboBox>("cboCapitalization")),
+      cboCapitalization(Named(new QComboBox, "cboCapitalization")),
       chkChangeFileName(MakeNamed<QCheckBox>("Replace File Name with Text", "chkChangeFileName")),
       chkChangeExtension(MakeNamed<QCheckBox>("Replace Extension with Text", "chkChangeExtension")),
       chkAddPrefixToFilename(MakeNamed<QCheckBox>("Add Prefix to File Names", "chkAddPrefixToFilename")),
       chkAddSuffixToFilename(MakeNamed<QCheckBox>("Add Suffix to File Names", "chkAddSuffixToFilename")),
-      txtFileName(Make<QLineEdit>("txtFileName")),
-      txtExtension(Make<QLineEdit>("txtExtension")),
-      txtNamePrefix(Make<QLineEdit>("txtNamePrefix")),
-      txtNameSuffix(Make<QLineEdit>("txtNameSuffix")),
+      txtFileName(Named(new QLineEdit, "txtFileName")),
+      txtExtension(Named(new QLineEdit, "txtExtension")),
+      txtNamePrefix(Named(new QLineEdit, "txtNamePrefix")),
+      txtNameSuffix(Named(new QLineEdit, "txtNameSuffix")),
       chkNameAutoNumber(MakeNamed<QCheckBox>("Auto Generate Sequence of Numbers", "chkNameAutoNumber")),
-      fraAutoNumber(Make<QGroupBox>("fraAutoNumber")),
+      fraAutoNumber(Named(new QGroupBox, "fraAutoNumber")),
       optNumberFilename(MakeNamed<QRadioButton>("Replace File Name", "optNumberFilename")),
       optNumberExtension(MakeNamed<QRadioButton>("Replace File Extension", "optNumberExtension")),
       txtStartsWith(MakeNamed<QLineEdit>("1", "txtStartsWith")),
       txtIncrement(MakeNamed<QLineEdit>("1", "txtIncrement")),
       txtLength(MakeNamed<QLineEdit>("8", "txtLength")),
       lblPadMsg(MakeNamed<QLabel>("(Left pad with leading zeroes until length is arrived at.)", "lblPadMsg")),
-      lvwObjects(Make<QTableView>("lvwObjects")),
-      lblOutcome(Make<QLabel>("lblOutcome")),
-      ProgressBar1(Make<QProgressBar>("ProgressBar1")),
+      lvwObjects(Named(new QTableView, "lvwObjects")),
+      lblOutcome(Named(new QLabel, "lblOutcome")),
+      ProgressBar1(Named(new QProgressBar, "ProgressBar1")),
       cmdPreview(MakeNamed<QPushButton>("Preview", "cmdPreview")),
       cmdUndo(MakeNamed<QPushButton>("Undo Last Rename", "cmdUndo")),
       cmdOK(MakeNamed<QPushButton>("OK", "cmdOK")),

@@ -10,7 +10,7 @@ namespace {
 
 using enum CommandKind;
 
-constexpr CommandEntry kMenus[] = {
+constexpr CommandEntry kDiffMenus[] = {
     {Menu, "mnuFile", "", "&File"},
     {Command, "mnuFileSelectFileOne", "mnuFile", "Select File One...", "select-file-one", "Ctrl+1"},
     {Command, "mnuFileSelectFileTwo", "mnuFile", "Select File Two...", "select-file-two", "Ctrl+2"},
@@ -97,7 +97,7 @@ const PerSide<std::vector<std::string>>& EncodingItems() {
 
 const std::vector<CommandEntry>& AllEntries() {
     static const std::vector<CommandEntry> entries = [] {
-        std::vector<CommandEntry> all(std::begin(kMenus), std::end(kMenus));
+        std::vector<CommandEntry> all(std::begin(kDiffMenus), std::end(kDiffMenus));
         for (const Side side : kBothSides) {
             all.push_back({Exclusive, EncodingItem(side, 0), kEncodingMenus[side], "&Found Automatically"});
             all.push_back(SeparatorIn(kEncodingMenus[side]));

@@ -24,7 +24,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr int kMargin = 6;
+constexpr int kWindowMargin = 6;
 constexpr int kProgressSteps = 1000;
 constexpr int kLookAgain = 1000;  // milliseconds
 
@@ -88,7 +88,7 @@ QWidget* frmHexDump::MakePanes() {
 
 void frmHexDump::LayOut() {
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(kMargin, kMargin, kMargin, 0);
+    column->setContentsMargins(kWindowMargin, kWindowMargin, kWindowMargin, 0);
     column->setSpacing(4);
     column->addWidget(MakePanes(), 1);
     prgProgress->setObjectName(QStringLiteral("prgProgress"));
@@ -97,7 +97,7 @@ void frmHexDump::LayOut() {
     prgProgress->setToolTip(QStringLiteral("Esc cancels"));
     auto* status = new QStatusBar(this);
     for (QLabel* label : {lblPosition, lblBytes}) {
-        label->setContentsMargins(0, 0, 2 * kMargin, 0);
+        label->setContentsMargins(0, 0, 2 * kWindowMargin, 0);
         status->addWidget(label);
     }
     for (const Side side : kBothSides) {
@@ -153,9 +153,9 @@ void frmHexDump::WirePane(Side side) {
 // As wide as the dumps are, and no wider than the screen.
 void frmHexDump::FitWidth() {
     const HexView* view = rtfHexDump[Side::Left];
-    const int pane =
-        view->DumpWidth() + view->verticalScrollBar()->sizeHint().width() + 2 * view->frameWidth() + kMargin;
-    const int wanted = pane * (isBesideShown_ ? 2 : 1) + 2 * kMargin;
+    const int pane = view->DumpWidth() + view->verticalScrollBar()->sizeHint().width() +
+                     2 * view->frameWidth() + kWindowMargin;
+    const int wanted = pane * (isBesideShown_ ? 2 : 1) + 2 * kWindowMargin;
     const int height = wasShown_ ? this->height() : fontMetrics().lineSpacing() * 40;
     ResizeWithinScreen(*this, {wasShown_ ? std::max(width(), wanted) : wanted, height});
 }

@@ -5,7 +5,7 @@ namespace {
 
 using enum CommandKind;
 
-constexpr CommandEntry kMenus[] = {
+constexpr CommandEntry kHexMenus[] = {
     {Menu, "mnuFile", "", "&File"},
     {Command, "mnuFileOpen", "mnuFile", "&Open", "", "Ctrl+O"},
     {Command, "mnuFileSaveHexDump", "mnuFile", "&Save Hex Dump", "", "Ctrl+S"},
@@ -49,7 +49,7 @@ constexpr CommandEntry kMenus[] = {
 CommandTables HexDumpTables() {
     static constexpr std::string_view kBusyMenus[]{"mnuFile", "mnuEdit", "mnuSearch", "mnuExtras"};
     static constexpr OddRoutine kOddRoutines[]{{"mnuFileOpen", "frmHexDump.mnuFileOpenFile_Click"}};
-    return {.menuBar = kMenus,
+    return {.menuBar = kHexMenus,
             .popups = {},
             .separate = {},
             .busyMenus = kBusyMenus,

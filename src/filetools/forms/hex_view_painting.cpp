@@ -10,16 +10,16 @@
 namespace vantrel {
 
 namespace {
-constexpr int kMargin = 6;
+constexpr int kDumpMargin = 6;
 }  // namespace
 
 double HexView::LeftOfColumn(std::size_t column) const {
-    return kMargin + static_cast<double>(column) * lines_.CellWidth() - horizontalScrollBar()->value();
+    return kDumpMargin + static_cast<double>(column) * lines_.CellWidth() - horizontalScrollBar()->value();
 }
 
 int HexView::DumpWidth() const {
     const std::size_t columns = HexDumpCharacterColumn(kHexDumpBytes, contents_.OffsetDigits()) + 1;
-    return 2 * kMargin + static_cast<int>(std::ceil(static_cast<double>(columns) * lines_.CellWidth()));
+    return 2 * kDumpMargin + static_cast<int>(std::ceil(static_cast<double>(columns) * lines_.CellWidth()));
 }
 
 QRect HexView::RectOfColumns(std::uint64_t line, std::size_t first, std::size_t end) const {
@@ -60,7 +60,7 @@ void HexView::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), palette().brush(QPalette::Base));
     if (!contents_.Has(side_)) {
         painter.setPen(palette().color(QPalette::Text));
-        painter.drawText(viewport()->rect().adjusted(kMargin, 0, -kMargin, 0),
+        painter.drawText(viewport()->rect().adjusted(kDumpMargin, 0, -kDumpMargin, 0),
                          Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, prompt_);
         return;
     }

@@ -16,7 +16,7 @@
 namespace vantrel {
 
 namespace {
-constexpr int kMargin = 4;
+constexpr int kLineBoxMargin = 4;
 constexpr int kLinesShown = 3;
 }  // namespace
 
@@ -33,7 +33,7 @@ LineBox::LineBox(int index, QWidget* parent)
 }
 
 QSize LineBox::sizeHint() const {
-    return {400, kLinesShown * lines_.LineHeight() + 2 * (kMargin + frameWidth())};
+    return {400, kLinesShown * lines_.LineHeight() + 2 * (kLineBoxMargin + frameWidth())};
 }
 
 void LineBox::SetBoxFont(const QFont& font) {
@@ -56,11 +56,11 @@ void LineBox::SetLine(std::string text, std::vector<TextRange> marks, bool under
 
 std::int64_t LineBox::WrapWidth() const {
     return std::max<std::int64_t>(
-        1, static_cast<std::int64_t>((viewport()->width() - 2 * kMargin) / lines_.CellWidth()));
+        1, static_cast<std::int64_t>((viewport()->width() - 2 * kLineBoxMargin) / lines_.CellWidth()));
 }
 
 void LineBox::FitScrollBar() {
-    const int seen = std::max(1, (viewport()->height() - 2 * kMargin) / lines_.LineHeight());
+    const int seen = std::max(1, (viewport()->height() - 2 * kLineBoxMargin) / lines_.LineHeight());
     const std::int64_t all = (columns_.Count() + WrapWidth() - 1) / WrapWidth();
     verticalScrollBar()->setPageStep(seen);
     verticalScrollBar()->setRange(
@@ -79,7 +79,7 @@ void LineBox::paintEvent(QPaintEvent*) {
         const std::int64_t from = (std::int64_t{verticalScrollBar()->value()} + row) * width;
         if (from >= columns_.Count()) return;
         lines_.Paint(painter, columns_, from, from + width,
-                     QPointF(kMargin, kMargin + row * lines_.LineHeight()), marks_, style);
+                     QPointF(kLineBoxMargin, kLineBoxMargin + row * lines_.LineHeight()), marks_, style);
     }
 }
 

@@ -12,7 +12,7 @@ namespace vantrel {
 
 namespace {
 
-bool IsPlain(char letter) {
+bool IsPlainLetter(char letter) {
     return letter >= 0x20 && letter < 0x7F;
 }
 
@@ -35,7 +35,8 @@ LinePainter::LinePainter(const QFont& font) {
 LinePainter::Piece LinePainter::NextPiece(std::string_view text, TextColumns::Place at, std::size_t limit,
                                           std::int64_t to) const {
     std::size_t end = at.offset;
-    while (end < limit && at.column + static_cast<std::int64_t>(end - at.offset) < to && IsPlain(text[end]))
+    while (end < limit && at.column + static_cast<std::int64_t>(end - at.offset) < to &&
+           IsPlainLetter(text[end]))
         ++end;
     if (end > at.offset) return {text.substr(at.offset, end - at.offset), static_cast<int>(end - at.offset)};
     const int columns = ColumnsOfCharacter(NextCharacter(text, end));

@@ -31,10 +31,10 @@ namespace vantrel {
 namespace {
 
 // The names of the controls of a side.
-constexpr PerSide<const char*> kBoxes{{"cboSourcePath", "cboTargetPath"}};
+constexpr PerSide<const char*> kPathBoxes{{"cboSourcePath", "cboTargetPath"}};
 constexpr PerSide<const char*> kPathIcons{{"imgSelectSource", "imgSelectTarget"}};
 constexpr PerSide<const char*> kOffers{{"cmdSourcePartner", "cmdTargetPartner"}};
-constexpr PerSide<const char*> kPanes{{"lvwSourceDirFiles", "lvwTargetDirFiles"}};
+constexpr PerSide<const char*> kMainPanes{{"lvwSourceDirFiles", "lvwTargetDirFiles"}};
 
 }  // namespace
 
@@ -172,13 +172,13 @@ void frmMain::WirePathBox(Side side) {
     box->SetState({.busy = [this] { return parts_.busy.IsBusy(); },
                    .fillingOrRun = [this] { return PopulatingFolderCombos || parts_.compare.RunningCompare; },
                    .autoComplete = [this] { return parts_.options.autoCompleteFolderPath; }});
-    connect(box, &PathBox::Changed, this, Guarded(kBoxes[side], "Change", [this] {
+    connect(box, &PathBox::Changed, this, Guarded(kPathBoxes[side], "Change", [this] {
                 HideOffers();
                 parts_.panes.RemoveListItemsAndShowNoCompareMsg();
             }));
     connect(box, &PathBox::ChosenFromList, this,
-            Guarded(kBoxes[side], "Click", [this, side] { OfferPartner(side); }));
-    connect(box, &PathBox::CompareRequested, this, Guarded(kBoxes[side], "KeyPress", [this] {
+            Guarded(kPathBoxes[side], "Click", [this, side] { OfferPartner(side); }));
+    connect(box, &PathBox::CompareRequested, this, Guarded(kPathBoxes[side], "KeyPress", [this] {
                 if (hooks_.compare) hooks_.compare();
             }));
     connect(box, &PathBox::IconClicked, this, Guarded(kPathIcons[side], "Click", [this, side](PathIcon icon) {
@@ -191,7 +191,7 @@ void frmMain::WirePane(Side side) {
     view->setAcceptDrops(false);
     view->viewport()->setAcceptDrops(false);
     const auto guarded = [this, side](const char* event, auto work) {
-        return Guarded(kPanes[side], event, work);
+        return Guarded(kMainPanes[side], event, work);
     };
     connect(view, &PaneView::RowActivated, this,
             guarded("DblClick", [this, side](std::size_t row, const QPoint& position) {
@@ -227,7 +227,7 @@ void frmMain::OnDrop(Side side, const QList<QUrl>& uris, Qt::KeyboardModifiers k
         const DropAction action = ProcessOLEDragDrop(parts_.tools, paths, folder, pressed);
         if (action != DropAction::None) dropHandler_(action, paths, folder);
     };
-    QTimer::singleShot(0, this, Guarded(kPanes[side], "OLEDragDrop", drop));
+    QTimer::singleShot(0, this, Guarded(kMainPanes[side], "OLEDragDrop", drop));
 }
 
 void frmMain::DragOut(Side side) {

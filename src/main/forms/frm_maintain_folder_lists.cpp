@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "platform/forms/named_control.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 #include "platform/names/names.h"
@@ -18,12 +19,6 @@
 namespace vantrel {
 
 namespace {
-
-template <typename Widget>
-Widget* Named(Widget* widget, const char* name) {
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
 
 // The item shows what is safe to show, and holds the path itself.
 void AddItem(QListWidget& list, const std::string& path) {

@@ -27,7 +27,7 @@ namespace vantrel {
 namespace {
 
 constexpr int kMargin = 6;
-constexpr PerSide<const char*> kPanes{{"lvwDirOneDiffs", "lvwDirTwoDiffs"}};
+constexpr PerSide<const char*> kSubDirPanes{{"lvwDirOneDiffs", "lvwDirTwoDiffs"}};
 constexpr PerSide<const char*> kFolderLabels{{"lblFolderOne", "lblFolderTwo"}};
 
 // The rest of a pane's width is shared by names and dates as it was before; the size takes a tenth, and as
@@ -144,8 +144,9 @@ void frmSubDirDiffs::LayOut() {
     const ResultIcons icons = [](ResultType type, bool colour) {
         return ResultTypeIcon(static_cast<int>(type), colour ? IconColours::Colour : IconColours::Gray);
     };
-    panes_ = new AlignedPanesWidget(lists_, {.viewNames = kPanes, .content = PaneModel::Content::SubFolder},
-                                    application_.tools.locale, icons, this);
+    panes_ =
+        new AlignedPanesWidget(lists_, {.viewNames = kSubDirPanes, .content = PaneModel::Content::SubFolder},
+                               application_.tools.locale, icons, this);
     panes_->SetLooks(application_.Window().Looks());
     panes_->Scrolling().SetFollows(application_.options.coupleAllScrolling ? PaneScrolling::Follows::AllMoves
                                                                            : PaneScrolling::Follows::Bars);
@@ -166,7 +167,7 @@ void frmSubDirDiffs::LayOut() {
 void frmSubDirDiffs::WirePane(Side side) {
     PaneView* view = &View(side);
     const auto guarded = [this, side](const char* event, auto work) {
-        return Guarded(kPanes[side], event, work);
+        return Guarded(kSubDirPanes[side], event, work);
     };
     connect(view, &PaneView::RowActivated, this,
             guarded("_DblClick", [this, side](std::size_t row, const QPoint&) { OpenRow(side, row); }));

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "platform/forms/icons.h"
+#include "platform/forms/named_control.h"
 #include "platform/forms/qt_text.h"
 #include "platform/forms/window_size.h"
 #include "views/forms/frm_print_preview.h"
@@ -29,23 +30,12 @@ constexpr const char* kPictures[]{"page-portrait", "page-landscape"};
 constexpr const char* kPictureNames[]{"imgPortrait", "imgLandscape"};
 constexpr int kPictureSize = 48;
 
-template <typename Widget>
-Widget* Named(Widget* widget, const char* name) {
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
-template <typename Widget>
-Widget* Captioned(const char* caption, const char* name) {
-    return Named(new Widget(QLatin1String(caption)), name);
-}
-
 std::string NameOfElement(const char* array, std::size_t index) {
     return std::string(array) + "(" + std::to_string(index) + ")";
 }
 
 QGroupBox* Group(const char* title, const char* name, std::initializer_list<QWidget*> widgets) {
-    auto* group = Captioned<QGroupBox>(title, name);
+    auto* group = MakeNamed<QGroupBox>(title, name);
     auto* column = new QVBoxLayout(group);
     for (QWidget* widget : widgets) column->addWidget(widget);
     column->addStretch();
@@ -104,25 +94,25 @@ class frmPrintOptions::Run {
 
 frmPrintOptions::frmPrintOptions(PrintParts parts, QWidget* parent)
     : QDialog(parent),
-      lblPrinterName(Captioned<QLabel>("Pri&nter:", "lblPrinterName")),
+      lblPrinterName(MakeNamed<QLabel>("Pri&nter:", "lblPrinterName")),
       cboPrinters(Named(new QComboBox, "cboPrinters")),
       imgOrientation(Named(new QLabel, "imgOrientation")),
-      chkPrintDateTime(Captioned<QCheckBox>("&Date/Time", "chkPrintDateTime")),
-      chkPrintPageNumber(Captioned<QCheckBox>("Pa&ge Numbers", "chkPrintPageNumber")),
-      chkPrintDisplayedOnly(Captioned<QCheckBox>("Only Files Displayed in Panes", "chkPrintDisplayedOnly")),
-      chkPrintToFile(Captioned<QCheckBox>("Print To File", "chkPrintToFile")),
-      cmdPrint(Captioned<QPushButton>("&Print", "cmdPrint")),
-      cmdPreview(Captioned<QPushButton>("Pre&view...", "cmdPreview")),
-      CancelButton(Captioned<QPushButton>("Cancel", "CancelButton")),
-      cmdHelp(Captioned<QPushButton>("&Help", "cmdHelp")),
+      chkPrintDateTime(MakeNamed<QCheckBox>("&Date/Time", "chkPrintDateTime")),
+      chkPrintPageNumber(MakeNamed<QCheckBox>("Pa&ge Numbers", "chkPrintPageNumber")),
+      chkPrintDisplayedOnly(MakeNamed<QCheckBox>("Only Files Displayed in Panes", "chkPrintDisplayedOnly")),
+      chkPrintToFile(MakeNamed<QCheckBox>("Print To File", "chkPrintToFile")),
+      cmdPrint(MakeNamed<QPushButton>("&Print", "cmdPrint")),
+      cmdPreview(MakeNamed<QPushButton>("Pre&view...", "cmdPreview")),
+      CancelButton(MakeNamed<QPushButton>("Cancel", "CancelButton")),
+      cmdHelp(MakeNamed<QPushButton>("&Help", "cmdHelp")),
       parts_(std::move(parts)) {
     setObjectName(QStringLiteral("frmPrintOptions"));
     setWindowTitle(QStringLiteral("Print Options"));
     for (std::size_t i = 0; i < optSide.size(); ++i)
-        optSide[i] = Captioned<QRadioButton>(kWhat[i], NameOfElement("optSide", i).c_str());
+        optSide[i] = MakeNamed<QRadioButton>(kWhat[i], NameOfElement("optSide", i).c_str());
     for (std::size_t i = 0; i < optOrientation.size(); ++i)
         optOrientation[i] =
-            Captioned<QRadioButton>(kOrientations[i], NameOfElement("optOrientation", i).c_str());
+            MakeNamed<QRadioButton>(kOrientations[i], NameOfElement("optOrientation", i).c_str());
     lblPrinterName->setBuddy(cboPrinters);
     optSide[LeftPane]->setChecked(true);
     optOrientation[Portrait]->setChecked(true);

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/forms/busy_pointer.h"
+#include "platform/forms/named_control.h"
 #include "platform/forms/window_size.h"
 
 namespace vantrel {
@@ -27,26 +28,19 @@ constexpr Format kFormats[]{
     {"&Lines for programs (JSON)", "optFormat(2)", "JSON Lines (*.jsonl)|*.jsonl"},
 };
 
-template <typename Widget>
-Widget* Captioned(const char* caption, const char* name) {
-    auto* widget = new Widget(QLatin1String(caption));
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
 }  // namespace
 
 frmSaveResults::frmSaveResults(Parts parts, QWidget* parent)
     : QDialog(parent),
-      chkDisplayedOnly(Captioned<QCheckBox>("Only what the panes &display", "chkDisplayedOnly")),
-      cmdSave(Captioned<QPushButton>("&Save...", "cmdSave")),
-      CancelButton(Captioned<QPushButton>("Cancel", "CancelButton")),
-      cmdHelp(Captioned<QPushButton>("&Help", "cmdHelp")),
+      chkDisplayedOnly(MakeNamed<QCheckBox>("Only what the panes &display", "chkDisplayedOnly")),
+      cmdSave(MakeNamed<QPushButton>("&Save...", "cmdSave")),
+      CancelButton(MakeNamed<QPushButton>("Cancel", "CancelButton")),
+      cmdHelp(MakeNamed<QPushButton>("&Help", "cmdHelp")),
       parts_(std::move(parts)) {
     setObjectName(QStringLiteral("frmSaveResults"));
     setWindowTitle(QStringLiteral("Save Results As"));
     for (std::size_t i = 0; i < optFormat.size(); ++i)
-        optFormat[i] = Captioned<QRadioButton>(kFormats[i].caption, kFormats[i].name);
+        optFormat[i] = MakeNamed<QRadioButton>(kFormats[i].caption, kFormats[i].name);
     optFormat[0]->setChecked(true);
     chkDisplayedOnly->setChecked(true);
     cmdSave->setDefault(true);
@@ -61,7 +55,7 @@ frmSaveResults::frmSaveResults(Parts parts, QWidget* parent)
 }
 
 void frmSaveResults::LayOut() {
-    auto* format = Captioned<QGroupBox>("Format", "fraFormat");
+    auto* format = MakeNamed<QGroupBox>("Format", "fraFormat");
     auto* formats = new QVBoxLayout(format);
     for (QRadioButton* option : optFormat) formats->addWidget(option);
     auto* buttons = new QDialogButtonBox;

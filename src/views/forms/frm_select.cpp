@@ -18,7 +18,6 @@
 namespace vantrel {
 namespace {
 
-constexpr int kFileTypeTab = 2;
 const QDate kFirstDay(1601, 1, 1);  // CalendarDay 0
 
 // What the desktop calls the type of a file of this name; a type that it does not know is named by the

@@ -49,6 +49,8 @@ class frmSelect : public QDialog {
     FileTypeList* lstFileTypes;
 
   private:
+    static constexpr int kFileTypeTab = 2;
+
     void LayOut();
     QWidget* TypePage();
     QWidget* SizePage();

@@ -36,7 +36,6 @@ constexpr std::array<TypeBox, kResultTypeCount + 1> kTypeBoxes{
      {"Different", "Different sub-folders"},
      {"Orphan", "Orphan sub-folders"}}};
 constexpr std::size_t kFirstFolderType = 6;
-constexpr int kFileTypeTab = 2;
 
 template <typename Widget>
 Widget* Named(Widget* widget, const QString& name) {

@@ -6,7 +6,7 @@ namespace vantrel {
 namespace {
 
 const QString kWords = QStringLiteral("Compared last with ");
-constexpr int kRoomAroundText = 16;
+constexpr int kRoomAroundOffer = 16;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ void PathOffer::Offer(const std::string& path) {
 }
 
 QSize PathOffer::sizeHint() const {
-    return {0, fontMetrics().height() + kRoomAroundText / 2};
+    return {0, fontMetrics().height() + kRoomAroundOffer / 2};
 }
 
 void PathOffer::resizeEvent(QResizeEvent* event) {
@@ -44,7 +44,7 @@ void PathOffer::resizeEvent(QResizeEvent* event) {
 // The end of a path tells more than its beginning. An ampersand would mark a key.
 void PathOffer::ShowPath() {
     QString text =
-        fontMetrics().elidedText(kWords + DisplayQString(path_), Qt::ElideMiddle, width() - kRoomAroundText);
+        fontMetrics().elidedText(kWords + DisplayQString(path_), Qt::ElideMiddle, width() - kRoomAroundOffer);
     setText(text.replace(QLatin1Char('&'), QStringLiteral("&&")));
 }
 

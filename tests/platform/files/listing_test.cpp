@@ -25,14 +25,14 @@ using testing::FaultySystemCalls;
 using testing::TempFolder;
 
 // A copy of an entry that outlives the sink.
-struct Seen {
+struct SeenEntry {
     FolderEntry entry;
     std::string name;
 };
 
 class ListingTest : public ::testing::Test {
   protected:
-    Error List(const std::string& path, std::map<std::string, Seen>& seen) {
+    Error List(const std::string& path, std::map<std::string, SeenEntry>& seen) {
         OpenFolder open;
         if (Error error = files.Open(path, open); !error.IsOk()) return error;
         return open.ForEach([&](const FolderEntry& entry) {
@@ -40,8 +40,8 @@ class ListingTest : public ::testing::Test {
             return true;
         });
     }
-    std::map<std::string, Seen> MustList(const std::string& path) {
-        std::map<std::string, Seen> seen;
+    std::map<std::string, SeenEntry> MustList(const std::string& path) {
+        std::map<std::string, SeenEntry> seen;
         const Error error = List(path, seen);
         EXPECT_TRUE(error.IsOk()) << error.Description();
         return seen;
@@ -143,7 +143,7 @@ TEST_F(ListingTest, AnErrorInTheMiddleIsNoEnd) {
     for (int i = 0; i < 20'000; ++i)
         folder.Write("a name of some length, so that one call is not enough " + std::to_string(i), "");
     calls.FailAt(Call::GetDents, 2, EIO);
-    std::map<std::string, Seen> seen;
+    std::map<std::string, SeenEntry> seen;
     const Error error = List(folder.Path(), seen);
     EXPECT_EQ(ErrorNumber::DeviceIo, error.Number());
     EXPECT_EQ(EIO, error.SystemNumber());

@@ -52,7 +52,7 @@ std::string Bytes(Raw values) {
 }
 
 // The frames as rows of colour numbers, frames parted by a blank and rows by "/"; or the error's text.
-std::string Seen(const std::string& bytes) {
+std::string FramesOf(const std::string& bytes) {
     Animation animation;
     if (const Error error = ReadAvi(bytes, animation); !error.IsOk()) {
         EXPECT_TRUE(animation.frames.empty());
@@ -81,9 +81,9 @@ Film ValidFilm() {
 
 TEST(AviReader, LaysRunsLiteralsAndStepsOverTheFrameBefore) {
     Film film = ValidFilm();
-    EXPECT_EQ(Seen(film.Bytes()), "2222/1111 2222/0121 2220/0121 2220/0121");
+    EXPECT_EQ(FramesOf(film.Bytes()), "2222/1111 2222/0121 2220/0121 2220/0121");
     film.bundled = true;
-    EXPECT_EQ(Seen(film.Bytes()), "2222/1111 2222/0121 2220/0121 2220/0121");
+    EXPECT_EQ(FramesOf(film.Bytes()), "2222/1111 2222/0121 2220/0121 2220/0121");
     Animation animation;
     ASSERT_TRUE(ReadAvi(film.Bytes(), animation).IsOk());
     EXPECT_EQ(animation.frameMilliseconds, 100);
@@ -97,25 +97,25 @@ TEST(AviReader, ReadsTheOtherKindsOfFrames) {
     film.bits = 4;
     film.compression = 2;
     film.frames = {Bytes({4, 0x12, 0, 0, 0, 4, 0x21, 0x02, 0, 1})};
-    EXPECT_EQ(Seen(film.Bytes()), "2102/1212");
+    EXPECT_EQ(FramesOf(film.Bytes()), "2102/1212");
     film = {.bits = 8, .compression = 0, .frames = {Bytes({0, 1, 2, 1, 2, 2, 2, 2})}, .frameId = "00db"};
-    EXPECT_EQ(Seen(film.Bytes()), "2222/0121");
+    EXPECT_EQ(FramesOf(film.Bytes()), "2222/0121");
     film.height = static_cast<std::uint32_t>(-2);  // rows from the top down
-    EXPECT_EQ(Seen(film.Bytes()), "0121/2222");
+    EXPECT_EQ(FramesOf(film.Bytes()), "0121/2222");
     film = {.width = 1,
             .height = 2,
             .bits = 24,
             .compression = 0,
             .colours = 0,
             .frames = {Bytes({5, 0, 0, 99, 6, 0, 0, 99})}};
-    EXPECT_EQ(Seen(film.Bytes()), "6/5");
+    EXPECT_EQ(FramesOf(film.Bytes()), "6/5");
 }
 
 TEST(AviReader, RefusesWhatIsDamagedOrTooLarge) {
     const auto refused = [](auto change) {
         Film film = ValidFilm();
         change(film);
-        return Seen(film.Bytes());
+        return FramesOf(film.Bytes());
     };
     const std::string head = "Not a playable AVI file: ";
     EXPECT_EQ(refused([](Film& f) { f.width = 1025; }), head + "the size of its frames");
@@ -138,10 +138,10 @@ TEST(AviReader, RefusesWhatIsDamagedOrTooLarge) {
          {Raw{5, 1, 0, 1}, Raw{0, 5, 1, 1, 1, 1, 1, 0, 0, 1}, Raw{0, 3, 1}, Raw{0, 2, 5, 0}, Raw{0, 2, 0},
           Raw{0, 0, 0, 0, 1, 1}, Raw{0, 0, 0, 0, 0, 0}, Raw{4, 1, 0}})
         EXPECT_EQ(refused([&](Film& f) { f.frames = {Bytes(frame)}; }), head + "a damaged frame");
-    EXPECT_EQ(Seen("MZ"), head + "another kind of file");
+    EXPECT_EQ(FramesOf("MZ"), head + "another kind of file");
     const std::string whole = ValidFilm().Bytes();
     for (std::size_t size = 0; size < whole.size(); ++size)
-        EXPECT_NE(Seen(whole.substr(0, size)).find(head), std::string::npos) << size;
+        EXPECT_NE(FramesOf(whole.substr(0, size)).find(head), std::string::npos) << size;
 }
 
 TEST(AviReader, SurvivesAnyDamage) {
