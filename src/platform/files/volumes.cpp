@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/files/block_device.h"
 #include "platform/files/entry_info.h"
 #include "platform/files/located_path.h"
 #include "platform/files/mount_table.h"
@@ -209,10 +210,7 @@ bool SystemVolumes::IsOnRotatingDisk(std::string_view path) {
     const std::vector<Mount> mounts = ReadMounts(files_);
     const Mount* const mount = FindMountOf(files_.Calls(), mounts, path);
     if (mount == nullptr) return false;
-    const std::string folder = "/sys/dev/block/" + BlockDeviceOf(files_.Calls(), *mount);
-    std::string flag = ReadSmall(files_, folder + "/queue/rotational");
-    if (flag.empty()) flag = ReadSmall(files_, folder + "/../queue/rotational");  // of a partition
-    return flag.starts_with('1');
+    return IsRotatingDevice(files_, "/sys/dev/block/" + BlockDeviceOf(files_.Calls(), *mount));
 }
 
 }  // namespace vantrel
