@@ -1,5 +1,5 @@
-// Comparisons on a file system that takes its time, by 1, 2, 4 and 8 jobs: what more jobs are worth where it
-// is not the processor that is waited for. Started by bench/run:
+// Comparisons on a file system that takes its time, by 1, 2, 4 and 8 jobs, and by as many as are taken by
+// default: what more jobs are worth where it is not the processor that is waited for. Started by bench/run:
 //   slow_bench FOLDER
 // FOLDER is an empty folder for the corpus.
 #include <chrono>
@@ -38,11 +38,12 @@ class SlowCalls : public SystemCalls {
     }
 };
 
-// One that does not rotate, whatever lies below it here.
+// Those of a server, whatever lies below it here.
 class ServerVolumes : public SystemVolumes {
   public:
     using SystemVolumes::SystemVolumes;
     bool IsOnRotatingDisk(std::string_view) override { return false; }
+    DriveKind GetDriveKind(std::string_view) override { return DriveKind::Remote; }
 };
 
 class NoMessages : public MessagePort {
@@ -109,12 +110,13 @@ void Run(const std::string& folder) {
                 static_cast<long long>(kDelay.count()));
     for (const CompareMethod method : {CompareMethod::SizeAndDate, CompareMethod::Contents}) {
         double alone = 0;
-        for (const std::int32_t jobs : {1, 2, 4, 8}) {
+        for (const std::int32_t jobs : {1, 2, 4, 8, 0}) {
             const double seconds = SecondsOf(folder, method, jobs);
             if (jobs == 1) alone = seconds;
-            std::printf("  %s, %d jobs %8.3f s  ratio %.2f\n",
-                        method == CompareMethod::Contents ? "contents" : "size and date", jobs, seconds,
-                        seconds / alone);
+            const std::string told = jobs == 0 ? "by default" : std::to_string(jobs) + " jobs";
+            std::printf("  %s, %s %8.3f s  ratio %.2f\n",
+                        method == CompareMethod::Contents ? "contents" : "size and date", told.c_str(),
+                        seconds, seconds / alone);
         }
     }
     std::filesystem::remove_all(folder + "/slow");

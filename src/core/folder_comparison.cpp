@@ -64,6 +64,7 @@ bool FolderComparison::Carry(const Run& run, ComparisonResults& found) {
 
     if (run.context.display) run.context.display->BeginScan();
     tools_.loop.Yield();
+    AddReadersAtServer(run);
     if (!ScanBoth(run)) return false;
     if (!OfferSmallerChunks()) return false;
 
@@ -97,6 +98,14 @@ void FolderComparison::AwaitAnswers(const Run& run) const {
             progress_.SetFileName(run.paths[side]);
         });
     }
+}
+
+// Unless the user has said how many. Called when both folders have answered.
+void FolderComparison::AddReadersAtServer(const Run& run) const {
+    if (compare_.Jobs != 0) return;
+    for (const Side side : kBothSides)
+        if (IsOnServer(tools_.volumes, NormalizePath(run.paths[side])))
+            run.context.workers.Grow(kJobsAtServer);
 }
 
 bool FolderComparison::CheckPaths(const Run& run) {

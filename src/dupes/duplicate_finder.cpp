@@ -31,6 +31,10 @@ DupeOutcome DuplicateFinder::Find(const DupeSearchOrder& order, Workers& workers
     DupeOutcome outcome = DupeOutcome::Failed;
     try {
         if (!IsCriteriaValid(tools_, workers, order)) return DupeOutcome::Refused;
+        const auto isOnServer = [this](const std::string& folder) {
+            return IsOnServer(tools_.volumes, folder);
+        };
+        if (order.jobs == 0 && std::ranges::any_of(order.folders, isOnServer)) workers.Grow(kJobsAtServer);
         Clear();
         bool whole = false;
         tools_.reporter.Guard("frmFindDuplicates.cmdFindDupes_Click",

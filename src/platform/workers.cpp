@@ -63,9 +63,14 @@ std::size_t WorkerCount(const std::int32_t* jobs) {
 }
 
 Workers::Workers(std::size_t count) : count_(0), state_(std::make_shared<State>()) {
+    Grow(count);
+}
+
+void Workers::Grow(std::size_t count) {
     for (count = std::min(count, kMost); count_ < count; ++count_) {
         {
             const std::lock_guard lock(state_->mutex);
+            if (state_->ending) return;
             ++state_->running;
         }
         const NoSignals noSignals;

@@ -35,6 +35,8 @@ std::size_t ProcessorCount();
 std::size_t WorkerCount(std::int32_t jobs);
 // The same where somebody keeps what the user asked for; null: none.
 std::size_t WorkerCount(const std::int32_t* jobs);
+// The threads where the user has not said how many and a server is waited for, and not the processor.
+inline constexpr std::size_t kJobsAtServer = 16;
 
 // A few threads below the one that all else runs in. What runs in them is handed in by PendingJob below: jobs
 // that are functions over values, touch nothing but files, and own all that they need for as long as they
@@ -54,6 +56,8 @@ class Workers {
     Workers& operator=(const Workers&) = delete;
 
     std::size_t Count() const { return count_; }
+    // Adds threads until there are `count`, or kMost. There are never fewer for it, and none after End.
+    void Grow(std::size_t count);
     // As the destructor does, and gives the number of threads left behind. While there are any, what they may
     // still touch (SystemCalls) must not be destroyed: the process ends without its destructors. Jobs that
     // were not begun, and those handed in afterwards, run where they are taken.
@@ -89,7 +93,7 @@ class PendingJob {
     PendingJob() = default;
     PendingJob(Workers& workers, Job job) : workers_(&workers), task_(std::make_shared<Task>()) {
         task_->job = std::move(job);
-        workers.Add([task = task_] { task->RunOnce(); });
+        task_->isHandedIn = workers.Add([task = task_] { task->RunOnce(); });
     }
     PendingJob(PendingJob&&) noexcept = default;
     PendingJob& operator=(PendingJob&& other) noexcept {
@@ -110,7 +114,8 @@ class PendingJob {
     // the job runs now. What the job threw comes out here, once.
     template <typename WhileWaiting>
     Result Take(WhileWaiting&& whileWaiting) {
-        if (!workers_->HasThreads()) task_->RunOnce();
+        // Threads that came afterwards know nothing of a job that there was nobody for.
+        if (!task_->isHandedIn || !workers_->HasThreads()) task_->RunOnce();
         while (!task_->WaitFor(kPace)) whileWaiting();
         return TakeDone();
     }
@@ -142,6 +147,7 @@ class PendingJob {
         StopFlag stop;
         std::optional<Result> result;
         std::exception_ptr failure;
+        bool isHandedIn = false;  // the one thread's
 
         void RunOnce() {
             if (begun.exchange(true)) return;

@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "core/comparison_support.h"
+#include "support/fake_volumes.h"
 #include "support/faulty_system_calls.h"
 
 namespace vantrel::testing {
@@ -253,6 +254,52 @@ class BlockingCalls : public SystemCalls {
     int waiting_ = 0;
     bool free_ = false;
 };
+
+// Holds up those who look at a file of this name until so many threads do at a time.
+class GatheringCalls : public FaultySystemCalls {
+  public:
+    explicit GatheringCalls(std::size_t wanted) : wanted_(wanted) {}
+    bool HaveMet() const { return met_; }
+    int StatxAt(int folder, const char* path, int flags, unsigned mask, struct statx& out) override {
+        if (path == std::string_view("file")) Gather();
+        return FaultySystemCalls::StatxAt(folder, path, flags, mask, out);
+    }
+
+  private:
+    void Gather() {
+        std::unique_lock lock(mutex_);
+        if (++inside_ >= wanted_) met_ = true;
+        changed_.notify_all();
+        // Long enough for any machine; where they do not meet, only the first wait is that long.
+        if (!met_ && !gaveUp_)
+            gaveUp_ = !changed_.wait_for(lock, std::chrono::seconds(10), [this] { return met_ || gaveUp_; });
+        --inside_;
+    }
+    const std::size_t wanted_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::size_t inside_ = 0;
+    bool met_ = false, gaveUp_ = false;
+};
+
+// It is the server that is waited for, not the processor; who says a number gets that one.
+TEST(ComparisonWorkers, AServerIsAskedForMuchAtATime) {
+    const std::size_t more = ProcessorCount() + 2;
+    if (more > 16) GTEST_SKIP() << "as many as there are processors are enough";
+    GatheringCalls calls(more);
+    ComparisonBench bench(calls);
+    for (int i = 0; i < 48; ++i)
+        for (const Side side : kBothSides) bench.Write(side, "sub" + std::to_string(i) + "/file", "1");
+    FakeVolumes volumes;
+    volumes.drives["/"].kind = DriveKind::Remote;
+    const TestToolbox& tools = bench.tools;
+    const OwnedToolbox atServer({tools.files, volumes, bench.tools.clock, tools.locale, tools.folders,
+                                 bench.tools.messages, bench.tools.loop});
+    FolderComparison comparison(atServer.Get(), bench.compare, bench.progress);
+    bench.compare.Jobs = 0;
+    EXPECT_EQ(CompareOutcome::Completed, comparison.Compare(bench.display.paths, nullptr).outcome);
+    EXPECT_TRUE(calls.HaveMet());
+}
 
 // Also a compared folder itself, which is looked at before anything is shown.
 TEST(ComparisonWorkers, WhatNeverAnswersKeepsNoCancelFromEndingTheRun) {

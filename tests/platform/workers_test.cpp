@@ -56,6 +56,22 @@ TEST_P(WorkersTest, BytesBoundWhatIsAheadButNeverTheOnlyJob) {
     EXPECT_TRUE(queue.HasRoom(5'000));
 }
 
+// Jobs of before and after it, and none after the end.
+TEST_P(WorkersTest, GrowsWhileItWorks) {
+    Queue queue(workers, {.jobs = 100});
+    for (int i = 0; i < 20; ++i) {
+        if (i == 10) workers.Grow(6);
+        queue.Add([i](const StopFlag&) { return i; });
+    }
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(i, queue.TakeNext(wait));
+    EXPECT_EQ(6U, workers.Count());
+    workers.Grow(2);
+    EXPECT_EQ(6U, workers.Count());
+    EXPECT_EQ(0U, workers.End());
+    workers.Grow(8);
+    EXPECT_EQ(6U, workers.Count());
+}
+
 INSTANTIATE_TEST_SUITE_P(NoneOneAndMany, WorkersTest, ::testing::Values(0, 1, 4));
 
 // A cancel comes out of the wait while the job still runs; the queue that goes asks it to stop.
