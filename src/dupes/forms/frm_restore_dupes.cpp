@@ -62,9 +62,9 @@ class StoredModel : public QAbstractTableModel {
 frmRestoreDupes::frmRestoreDupes(const Toolbox& tools, std::vector<StoredDupe> stored, QWidget* parent)
     : QDialog(parent),
       lvwStored(new QTableView(this)),
-      cmdRestore(MakeNamed<QPushButton>("&Restore Selected Files", "cmdRestore")),
-      cmdSelectAll(MakeNamed<QPushButton>("Select &All", "cmdSelectAll")),
-      cmdCancel(MakeNamed<QPushButton>("C&lose", "cmdCancel")),
+      cmdRestore(Named(new QPushButton(QStringLiteral("&Restore Selected Files"), this), "cmdRestore")),
+      cmdSelectAll(Named(new QPushButton(QStringLiteral("Select &All"), this), "cmdSelectAll")),
+      cmdCancel(Named(new QPushButton(QStringLiteral("C&lose"), this), "cmdCancel")),
       stored_(std::move(stored)) {
     setObjectName(QStringLiteral("frmRestoreDupes"));
     setWindowTitle(QStringLiteral("Restore from DUPES"));
