@@ -17,6 +17,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QTabBar>
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -178,14 +179,27 @@ void ExpectCurrentRows(QWidget& window) {
 }
 
 void ExpectDefaultButton(QWidget& window) {
-    int defaults = 0, buttons = 0;
-    for (const QPushButton* button : window.findChildren<QPushButton*>()) {
-        if (button->window() != &window || !button->isVisible()) continue;
-        ++buttons;
-        defaults += button->isDefault();
+    QList<QPushButton*> buttons = window.findChildren<QPushButton*>();
+    buttons.removeIf(
+        [&window](const QPushButton* button) { return button->window() != &window || !button->isVisible(); });
+    const auto isDefault = [](const QPushButton* button) { return button->isDefault(); };
+    ASSERT_EQ(std::count_if(buttons.begin(), buttons.end(), isDefault), 1);
+    const QPushButton* const atFirst = *std::find_if(buttons.begin(), buttons.end(), isDefault);
+
+    QWidget* elsewhere = window.nextInFocusChain();
+    for (; elsewhere != &window; elsewhere = elsewhere->nextInFocusChain())
+        if (elsewhere->window() == &window && elsewhere->isVisible() && elsewhere->isEnabled() &&
+            (elsewhere->focusPolicy() & Qt::TabFocus) == Qt::TabFocus &&
+            qobject_cast<QPushButton*>(elsewhere) == nullptr)
+            break;
+    if (elsewhere == &window) return;
+    for (QPushButton* button : buttons) {
+        if (!button->isEnabled()) continue;
+        button->setFocus(Qt::TabFocusReason);
+        elsewhere->setFocus(Qt::TabFocusReason);
+        QApplication::processEvents();
+        EXPECT_TRUE(atFirst->isDefault()) << Describe(*atFirst) << " after " << Describe(*button);
     }
-    EXPECT_GT(buttons, 0);
-    EXPECT_EQ(defaults, 1);
 }
 
 }  // namespace vantrel::testing

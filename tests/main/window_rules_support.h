@@ -19,7 +19,8 @@ void ExpectFitsSmallScreen(QWidget& window);
 // A list that has rows has a current one once it is reached, since screen readers ask for it. The panes are
 // let off: theirs is the row that the user has selected, if any.
 void ExpectCurrentRows(QWidget& window);
-// Enter presses a button; a dialog that only shows how far something has come has none.
+// Enter presses a button, and the same one again after another had the focus; a dialog that only shows how
+// far something has come has none.
 void ExpectDefaultButton(QWidget& window);
 
 // Calls `look` for each tab of the window, which is then in view; once where there are no tabs.

@@ -46,7 +46,6 @@ frmErrorLog::frmErrorLog(const FileSystem& files, ErrorReporter& reporter, QWidg
     cmdClear->setObjectName(QStringLiteral("cmdClear"));
     cmdClear->setToolTip(QStringLiteral("Empty the log file"));
     OKButton->setObjectName(QStringLiteral("OKButton"));
-    OKButton->setDefault(true);
     cmdClear->setAutoDefault(false);
 
     auto* buttons = new QDialogButtonBox;
@@ -55,6 +54,7 @@ frmErrorLog::frmErrorLog(const FileSystem& files, ErrorReporter& reporter, QWidg
     auto* column = new QVBoxLayout(this);
     column->addWidget(txtMsg);
     column->addWidget(buttons);
+    OKButton->setDefault(true);
     ResizeWithinScreen(*this, {fontMetrics().averageCharWidth() * 84, fontMetrics().lineSpacing() * 24});
 
     connect(OKButton, &QPushButton::clicked, this, &QDialog::accept);

@@ -46,9 +46,9 @@ frmViewFileDiffOptions::frmViewFileDiffOptions(FileDiffsParts parts, PerSide<std
             parts_.tools.reporter.GuardRun("frmViewFileDiffOptions.cmdBrowse_Click", [&] { Browse(side); });
         });
     }
-    cmdShowDiffs->setDefault(true);
     cmdHelp->setAutoDefault(false);
     LayOut();
+    cmdShowDiffs->setDefault(true);
     connect(cmdShowDiffs, &QPushButton::clicked, this, [this] {
         parts_.tools.reporter.GuardRun("frmViewFileDiffOptions.cmdShowDiffs_Click",
                                        [this] { cmdShowDiffs_Click(); });

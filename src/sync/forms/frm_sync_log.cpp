@@ -39,7 +39,6 @@ frmSyncLog::frmSyncLog(const Toolbox& tools, std::int32_t& numSyncLogEntries, QW
     auto* buttons = new QDialogButtonBox;
     auto* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("cmdOK"));
-    ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmSyncLog::cmdOK_Click);
 
     auto* entries = new QHBoxLayout;
@@ -51,6 +50,7 @@ frmSyncLog::frmSyncLog(const Toolbox& tools, std::int32_t& numSyncLogEntries, QW
     layout->setSpacing(10);
     layout->addWidget(lvwSyncHistory_, 1);
     layout->addLayout(entries);
+    ok->setDefault(true);
     ResizeWithinScreen(*this, {820, 420});
 
     tools_.reporter.Guard("frmSyncLog.Form_Load", [&] {

@@ -118,9 +118,9 @@ frmPrintOptions::frmPrintOptions(PrintParts parts, QWidget* parent)
     optOrientation[Portrait]->setChecked(true);
     for (QCheckBox* box : {chkPrintDateTime, chkPrintPageNumber, chkPrintDisplayedOnly})
         box->setChecked(true);
-    cmdPrint->setDefault(true);
     for (QPushButton* button : {cmdPreview, CancelButton, cmdHelp}) button->setAutoDefault(false);
     LayOut();
+    cmdPrint->setDefault(true);
     Wire();
     ShowState();
 }

@@ -43,9 +43,9 @@ frmSaveResults::frmSaveResults(Parts parts, QWidget* parent)
         optFormat[i] = MakeNamed<QRadioButton>(kFormats[i].caption, kFormats[i].name);
     optFormat[0]->setChecked(true);
     chkDisplayedOnly->setChecked(true);
-    cmdSave->setDefault(true);
     for (QPushButton* button : {CancelButton, cmdHelp}) button->setAutoDefault(false);
     LayOut();
+    cmdSave->setDefault(true);
     connect(cmdSave, &QPushButton::clicked, this, [this] {
         parts_.tools.reporter.GuardRun("frmSaveResults.cmdSave_Click", [this] { cmdSave_Click(); });
     });
