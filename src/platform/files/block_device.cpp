@@ -23,12 +23,12 @@ std::string Told(const FileSystem& files, const std::string& folder, std::string
 // What names the maker: the number of virtio, and the words of the makers of machines.
 bool IsVirtual(const FileSystem& files, const std::string& folder) {
     constexpr std::string_view kMakers[] = {"0x1af4", "QEMU", "VBOX", "VMware", "Msft"};
-    return std::ranges::any_of(
-        std::initializer_list<std::string_view>{"device/vendor", "device/model"}, [&](std::string_view name) {
-            const std::string told = Told(files, folder, name);
-            return std::ranges::any_of(kMakers,
-                                       [&told](std::string_view maker) { return told.starts_with(maker); });
-        });
+    for (const std::string_view name : {"device/vendor", "device/model"}) {
+        const std::string told = Told(files, folder, name);
+        for (const std::string_view maker : kMakers)
+            if (told.starts_with(maker)) return true;
+    }
+    return false;
 }
 
 std::vector<std::string> MadeOf(const FileSystem& files, const std::string& folder) {
@@ -58,6 +58,10 @@ bool Rotates(const FileSystem& files, const std::string& folder, int depth) {
 
 bool IsRotatingDevice(const FileSystem& files, const std::string& folder) {
     return Rotates(files, folder, 0);
+}
+
+bool IsRemovableDevice(const FileSystem& files, const std::string& folder) {
+    return Told(files, folder, "removable").starts_with('1');
 }
 
 }  // namespace vantrel

@@ -12,4 +12,7 @@ namespace vantrel {
 // what it is asked for in order. False also where nothing can be told.
 bool IsRotatingDevice(const FileSystem& files, const std::string& folder);
 
+// Whether its medium, or the device itself, can be taken out, as far as the kernel tells in such a folder.
+bool IsRemovableDevice(const FileSystem& files, const std::string& folder);
+
 }  // namespace vantrel

@@ -118,11 +118,9 @@ std::string ReadSmall(const FileSystem& files, const std::string& path) {
     return files.ReadWholeFile(path, std::size_t{64} << 10, text).IsOk() ? text : std::string();
 }
 
-bool IsRemovable(const FileSystem& files, const std::string& blockDevice) {
-    const std::string folder = "/sys/dev/block/" + blockDevice;
-    std::string flag = ReadSmall(files, folder + "/removable");
-    if (flag.empty()) flag = ReadSmall(files, folder + "/../removable");  // of a partition
-    return flag.starts_with('1');
+// Where the kernel tells of the block device that holds the file system.
+std::string DeviceFolderOf(SystemCalls& calls, const Mount& mount) {
+    return "/sys/dev/block/" + BlockDeviceOf(calls, mount);
 }
 
 // NTFS in user space can carry any name; it shows itself by what it can tell of a file.
@@ -184,7 +182,7 @@ DriveKind SystemVolumes::GetDriveKind(std::string_view drive) {
     }
     const DriveKind kind = KindOfFileSystemType(mount->type);
     const bool removable =
-        kind == DriveKind::Fixed && IsRemovable(files_, BlockDeviceOf(files_.Calls(), *mount));
+        kind == DriveKind::Fixed && IsRemovableDevice(files_, DeviceFolderOf(files_.Calls(), *mount));
     return removable ? DriveKind::Removable : kind;
 }
 
@@ -210,7 +208,7 @@ bool SystemVolumes::IsOnRotatingDisk(std::string_view path) {
     const std::vector<Mount> mounts = ReadMounts(files_);
     const Mount* const mount = FindMountOf(files_.Calls(), mounts, path);
     if (mount == nullptr) return false;
-    return IsRotatingDevice(files_, "/sys/dev/block/" + BlockDeviceOf(files_.Calls(), *mount));
+    return IsRotatingDevice(files_, DeviceFolderOf(files_.Calls(), *mount));
 }
 
 }  // namespace vantrel

@@ -65,6 +65,12 @@ TEST_F(BlockDeviceTest, BelievesRealDisksAndNoVirtualOnes) {
     EXPECT_TRUE(Rotates("dm-2"));
     EXPECT_FALSE(Rotates("dm-3"));
 
+    Write("sdb/removable", "1");
+    Write("sda/removable", "0");
+    fs::create_directories(sys_ / "sdb/sdb1");
+    EXPECT_TRUE(IsRemovableDevice(files_, sys_ / "sdb/sdb1"));
+    EXPECT_FALSE(IsRemovableDevice(files_, sys_ / "sda/sda1"));
+
     // What it is made of cannot be told: it is believed itself, and a ring comes to an end.
     MakeMapped("dm-4", "1", {"dm-4"});
     EXPECT_TRUE(Rotates("dm-4"));
