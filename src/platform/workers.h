@@ -71,12 +71,36 @@ class Workers {
   private:
     template <typename Result>
     friend class PendingJob;
-    using Work = std::function<void()>;  // never throws
     struct State;
 
+    // A job from its handing in to its result.
+    class Task {
+      public:
+        Task() = default;
+        Task(const Task&) = delete;
+        Task& operator=(const Task&) = delete;
+        virtual ~Task() = default;
+
+        // Runs it, unless somebody has begun it. Any thread may.
+        void RunOnce();
+        bool IsDone() const { return done_.load(std::memory_order_acquire); }
+
+        StopFlag stop;
+        bool isHandedIn = false;  // the one thread's
+
+      private:
+        virtual void Run() = 0;  // never throws
+
+        std::atomic<bool> begun_{false}, done_{false};
+    };
+
     // False where no thread will take it.
-    bool Add(Work work);
-    bool HasThreads() const;  // and they have not been told to end
+    bool Add(std::shared_ptr<Task> task);
+    // Whether there are any that have not been told to end.
+    static bool HasThreads(State& state);
+    // By the one thread: until the job is done, or so long. It may sleep on for the rest of that time while
+    // the threads have plenty to do: to be woken for each of many small jobs costs more than to run them.
+    static bool WaitFor(State& state, const Task& task, std::chrono::milliseconds time);
     static void Loop(const std::shared_ptr<State>& state);
 
     std::size_t count_;
@@ -91,14 +115,14 @@ class PendingJob {
     using Job = std::function<Result(const StopFlag&)>;
 
     PendingJob() = default;
-    PendingJob(Workers& workers, Job job) : workers_(&workers), task_(std::make_shared<Task>()) {
-        task_->job = std::move(job);
-        task_->isHandedIn = workers.Add([task = task_] { task->RunOnce(); });
+    PendingJob(Workers& workers, Job job)
+        : state_(workers.state_), task_(std::make_shared<Task>(std::move(job))) {
+        task_->isHandedIn = workers.Add(task_);
     }
     PendingJob(PendingJob&&) noexcept = default;
     PendingJob& operator=(PendingJob&& other) noexcept {
         Drop();
-        workers_ = other.workers_;
+        state_ = std::move(other.state_);
         task_ = std::move(other.task_);
         return *this;
     }
@@ -115,15 +139,15 @@ class PendingJob {
     template <typename WhileWaiting>
     Result Take(WhileWaiting&& whileWaiting) {
         // Threads that came afterwards know nothing of a job that there was nobody for.
-        if (!task_->isHandedIn || !workers_->HasThreads()) task_->RunOnce();
-        while (!task_->WaitFor(kPace)) whileWaiting();
+        if (!task_->isHandedIn || !Workers::HasThreads(*state_)) task_->RunOnce();
+        while (!Workers::WaitFor(*state_, *task_, kPace)) whileWaiting();
         return TakeDone();
     }
     // The same of a job that no worker has begun: it runs now. One that was begun is waited for, so this is
     // for jobs that wait for nothing themselves. The workers may be gone.
     Result TakeHere() {
         task_->RunOnce();
-        while (!task_->WaitFor(kPace)) continue;
+        while (!Workers::WaitFor(*state_, *task_, kPace)) continue;
         return TakeDone();
     }
 
@@ -142,46 +166,30 @@ class PendingJob {
     // Events are let through at this pace; a wait of one pace costs the system two calls.
     static constexpr std::chrono::milliseconds kPace{10};
 
-    struct Task {
-        Job job;
-        StopFlag stop;
+    class Task : public Workers::Task {
+      public:
+        explicit Task(Job job) : job_(std::move(job)) {}
+
         std::optional<Result> result;
         std::exception_ptr failure;
-        bool isHandedIn = false;  // the one thread's
 
-        void RunOnce() {
-            if (begun.exchange(true)) return;
+      private:
+        void Run() override {
             // A job that is no longer wanted is not begun; nobody takes its result.
             if (!stop.IsRequested()) {
                 try {
-                    result.emplace(job(stop));
+                    result.emplace(job_(stop));
                 } catch (...) {
                     failure = std::current_exception();
                 }
             }
-            job = nullptr;  // what it owns goes where it was used
-            {
-                const std::lock_guard lock(mutex);
-                done = true;
-            }
-            ready.notify_one();  // whoever waits can go on at once
-        }
-        bool IsDone() const {
-            const std::lock_guard lock(mutex);
-            return done;
-        }
-        bool WaitFor(std::chrono::milliseconds time) {
-            std::unique_lock lock(mutex);
-            return ready.wait_for(lock, time, [this] { return done; });
+            job_ = nullptr;  // what it owns goes where it was used
         }
 
-        std::atomic<bool> begun{false};
-        mutable std::mutex mutex;
-        std::condition_variable ready;
-        bool done = false;
+        Job job_;
     };
 
-    Workers* workers_ = nullptr;
+    std::shared_ptr<Workers::State> state_;
     std::shared_ptr<Task> task_;
 };
 

@@ -116,6 +116,28 @@ TEST(Workers, WhatNoThreadHasBegunCanBeDoneHereAndTheRestIsWaitedFor) {
     EXPECT_THROW(failing.TakeHere(), std::runtime_error);
 }
 
+// However much there is to do, and however long the threads take for it: what is ready is not waited for.
+TEST(Workers, AReadyResultIsTakenWhileAllThreadsHang) {
+    Workers workers(2);
+    Queue queue(workers, {.jobs = 100});
+    std::atomic<bool> go{false};
+    std::atomic<int> begun{0};
+    queue.Add([&](const StopFlag&) {
+        while (begun != 1) std::this_thread::yield();
+        return 7;
+    });
+    for (int i = 0; i < 60; ++i)
+        queue.Add([&](const StopFlag&) {
+            ++begun;
+            while (!go) std::this_thread::yield();
+            return 0;
+        });
+    EXPECT_EQ(7, queue.TakeNext([] {}));
+    EXPECT_FALSE(queue.IsReady());
+    go = true;
+    while (!queue.IsEmpty()) EXPECT_EQ(0, queue.TakeNext([] {}));
+}
+
 // Of a queue that was dropped no job is begun any more, and what the jobs owned goes with them.
 TEST(Workers, DroppedJobsAreNotBegun) {
     Workers workers(1);
