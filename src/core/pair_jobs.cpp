@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "core/content_comparator.h"
+#include "platform/files/small_files.h"
 
 namespace vantrel {
 
@@ -34,6 +35,7 @@ class RunReader {
 
     // `inTurn` where the disk is this job's for now.
     std::vector<PairVerdict> Read(bool waits, bool inTurn) {
+        if (!waits) CompareSmall();
         std::vector<std::size_t> order(run_.Count());
         std::iota(order.begin(), order.end(), std::size_t{0});
         if (inTurn) {
@@ -45,6 +47,7 @@ class RunReader {
         std::size_t opened = 0;
         for (std::size_t at = 0; at < order.size() && !stop_.IsRequested(); ++at) {
             for (; opened < std::min(at + announced, order.size()); ++opened) {
+                if (verdicts_[order[opened]].kind != PairVerdict::Kind::LookCloser) continue;
                 Open(order[opened]);
                 if (waits) Announce(order[opened]);
             }
@@ -59,6 +62,41 @@ class RunReader {
     }
 
   private:
+    // Most pairs are small and alike: for these nothing need be known but their bytes. The rest is looked at
+    // pair by pair, and so are all that follow once that is too many.
+    void CompareSmall() {
+        for (const Side side : kBothSides)
+            if (!SmallFiles::Suits(run_.Folder(side))) return;
+        SmallFiles files;
+        std::vector<std::size_t> pairs;
+        std::size_t others = 0;
+        for (std::size_t i = 0; i < run_.Count() && others * 4 <= pairs.size() && !stop_.IsRequested();) {
+            files.Clear();
+            pairs.clear();
+            for (; i < run_.Count() && files.Count() < SmallFiles::kMost; ++i) {
+                const PairToRead pair = run_[i];
+                if (IsFollowed(pair) || IsTooLarge(pair)) continue;
+                pairs.push_back(i);
+                for (const Side side : kBothSides) files.Add(run_.Folder(side), pair[side].name);
+            }
+            if (!files.Read()) return;
+            others = 0;
+            for (std::size_t k = 0; k < pairs.size(); ++k)
+                if (!TakeIfAlike(pairs[k], files[2 * k], files[2 * k + 1])) ++others;
+        }
+    }
+    static bool IsTooLarge(const PairToRead& pair) {
+        const std::optional<Currency>& listed = pair[Side::Left].listed;
+        return listed && *listed >= Currency::FromWhole(std::int64_t{SmallFiles::kBytes});
+    }
+    bool TakeIfAlike(std::size_t i, std::optional<std::string_view> left,
+                     std::optional<std::string_view> right) {
+        if (!left || left != right || !AreAsListed(run_[i], left->size(), left->size())) return false;
+        verdicts_[i].kind = PairVerdict::Kind::Alike;
+        verdicts_[i].size = verdicts_[i].readTo = left->size();
+        return true;
+    }
+
     void Open(std::size_t i) {
         const PairToRead pair = run_[i];
         OpenPair& open = open_[i];

@@ -150,6 +150,7 @@ TEST(ComparisonWorkers, RandomFaultsNeverGiveAWrongResult) {
         for (std::size_t faults = 1 + random() % 3; faults > 0; --faults)
             calls.FailAt(1 + random() % count, std::array{EIO, EACCES, ENOENT, ENOMEM}[random() % 4]);
         bench.tools.messages.shown.clear();
+        calls.readsSmallFiles = round % 2 != 0;
         const CompareOutcome outcome = bench.Run();
         calls.ClearFaults();
         if (outcome != CompareOutcome::Completed) {

@@ -1,6 +1,7 @@
 #include "support/faulty_system_calls.h"
 
 #include <algorithm>
+#include <array>
 
 namespace vantrel::testing {
 
@@ -238,6 +239,25 @@ int FaultySystemCalls::FstatFs(int fd, struct statfs& out) {
 int FaultySystemCalls::Access(const char* path, int mode) {
     const int failure = Next(Call::Access, path);
     return failure != 0 ? failure : SystemCalls::Access(path, mode);
+}
+
+bool FaultySystemCalls::ReadSmallFiles(SmallFile* files, std::size_t count) {
+    if (!readsSmallFiles) return false;
+    static thread_local std::array<char[SmallFile::kBytes], SmallFile::kMost> contents;
+    for (std::size_t i = 0; i < count; ++i) {
+        SmallFile& file = files[i];
+        file.bytes = nullptr;
+        const int fd = OpenAt(file.folder, file.path, file.flags, 0);
+        if (fd < 0) continue;
+        const ssize_t got = PRead(fd, contents[i], SmallFile::kBytes, 0);
+        char more = 0;
+        if (got > 0 && static_cast<std::size_t>(got) < SmallFile::kBytes && PRead(fd, &more, 1, got) == 0) {
+            file.bytes = contents[i];
+            file.size = static_cast<std::size_t>(got);
+        }
+        Close(fd);
+    }
+    return true;
 }
 
 }  // namespace vantrel::testing

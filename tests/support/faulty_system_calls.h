@@ -81,6 +81,8 @@ class FaultySystemCalls : public SystemCalls {
     // The most that one read or write gives; 0: no limit.
     std::size_t readLimit = 0;
     std::size_t writeLimit = 0;
+    // Whether small files can be read at once; each is then opened, read and closed by calls of these kinds.
+    bool readsSmallFiles = false;
     // Called before each call that does not fail, of one thread at a time: the place to change the disk in
     // between.
     std::function<void(const Record&)> before;
@@ -126,6 +128,7 @@ class FaultySystemCalls : public SystemCalls {
     int StatVfs(const char* path, struct statvfs& out) override;
     int FstatFs(int fd, struct statfs& out) override;
     int Access(const char* path, int mode) override;
+    bool ReadSmallFiles(SmallFile* files, std::size_t count) override;
 
   private:
     // 0, or minus the errno value that the call being made must give.

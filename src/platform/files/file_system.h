@@ -157,6 +157,7 @@ class OpenFolder {
   private:
     friend class FileSystem;
     friend class ReadFile;
+    friend class SmallFiles;
     void LookOnceMore(const char* name, FolderEntry& entry) const;
     bool Examine(const char* name, unsigned char type, std::uint64_t inode, StatPolicy statPolicy,
                  FolderEntry& entry) const;
@@ -198,6 +199,8 @@ class ReadFile {
     friend class OpenFolder;
     friend class UnstatedFile;
     friend class FileCloser;
+    friend class SmallFiles;
+    static const int kOpenFlags;
     static int OpenAt(SystemCalls& calls, int base, const char* path, bool lookFirst, ReadFile& out);
     int OpenIn(const OpenFolder& folder, const char* name, int flags);
     int LookAtHandle();

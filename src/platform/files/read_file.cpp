@@ -22,9 +22,9 @@ int RefuseUnlessRegular(const struct statx& found) {
 // The smallest page that the kernel knows.
 constexpr std::size_t kLeastPage = 4'096;
 
-constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-
 }  // namespace
+
+const int ReadFile::kOpenFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
 ReadFile::ReadFile(ReadFile&& other) noexcept {
     *this = std::move(other);

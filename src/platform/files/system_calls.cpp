@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "platform/files/small_file_ring.h"
+
 namespace vantrel {
 
 namespace {
@@ -166,8 +168,24 @@ int SystemCalls::Access(const char* path, int mode) {
     return Retried([=] { return faccessat(AT_FDCWD, path, mode, AT_EACCESS); });
 }
 
+bool SystemCalls::ReadSmallFiles(SmallFile*, std::size_t) {
+    return false;
+}
+
+namespace {
+
+class RealCalls : public SystemCalls {
+  public:
+    bool ReadSmallFiles(SmallFile* files, std::size_t count) override {
+        SmallFileRing* const ring = SmallFileRing::OfThisThread();
+        return ring && ring->Read(files, count);
+    }
+};
+
+}  // namespace
+
 SystemCalls& SystemCallsOfProcess() {
-    static SystemCalls* const calls = new SystemCalls;
+    static SystemCalls* const calls = new RealCalls;
     return *calls;
 }
 

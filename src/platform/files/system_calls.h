@@ -11,6 +11,20 @@
 
 namespace vantrel {
 
+// A file that is read whole together with others.
+struct SmallFile {
+    static constexpr std::size_t kMost = 16;  // together
+    // One of this many bytes or more is not small.
+    static constexpr std::size_t kBytes = std::size_t{16} << 10;
+
+    int folder = -1;
+    const char* path = nullptr;
+    int flags = 0;  // for opening it
+    // The answer: null unless all of it was read for certain. It stands until the same thread reads others.
+    const char* bytes = nullptr;
+    std::size_t size = 0;
+};
+
 // The calls that the platform layer makes on files, one virtual function each, so that a test can let any
 // single one fail. Each returns 0 or a count, or minus the errno value. Paths are NUL-ended bytes as on disk.
 // EINTR is retried here. Any thread may call it, those that derive from it included.
@@ -58,6 +72,9 @@ class SystemCalls {
     virtual int StatVfs(const char* path, struct statvfs& out);
     virtual int FstatFs(int fd, struct statfs& out);
     virtual int Access(const char* path, int mode);  // for the effective user
+    // Opens, reads and closes all of these at once. False, and nothing was done, where there is no way to:
+    // only the real calls of the process have one, so that nothing goes by the calls of a test.
+    virtual bool ReadSmallFiles(SmallFile* files, std::size_t count);
 };
 
 // The real ones of this process. Never destroyed: a thread that hangs in one of them may come back at any
