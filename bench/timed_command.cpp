@@ -1,6 +1,7 @@
 #include "timed_command.h"
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -63,8 +64,10 @@ double Timing::Most() const {
 std::vector<Timing> Measure(const std::vector<Contender>& contenders, int rounds,
                             const std::function<void()>& before) {
     std::vector<Timing> timings(contenders.size());
-    // What the making of the corpora left to be written would disturb the first rounds.
+    // What the making of the corpora left to be written would disturb the first rounds; the memory that it left
+    // would be copied, and counted, with every process started here.
     sync();
+    malloc_trim(0);
     for (int round = before ? 0 : -1; round < rounds; ++round) {
         for (std::size_t index = 0; index < contenders.size(); ++index) {
             if (before) before();
