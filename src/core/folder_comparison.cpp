@@ -6,6 +6,7 @@
 #include "core/file_rows.h"
 #include "core/sub_folder_analysis.h"
 #include "platform/files/nesting.h"
+#include "platform/files/readers.h"
 #include "platform/names/paths.h"
 
 namespace vantrel {
@@ -64,7 +65,10 @@ bool FolderComparison::Carry(const Run& run, ComparisonResults& found) {
 
     if (run.context.display) run.context.display->BeginScan();
     tools_.loop.Yield();
-    AddReadersAtServer(run);
+    if (compare_.Jobs == 0) {
+        const std::array folders{NormalizePath(run.paths[Side::Left]), NormalizePath(run.paths[Side::Right])};
+        AddReaders(run.context.workers, tools_.volumes, folders);
+    }
     if (!ScanBoth(run)) return false;
     if (!OfferSmallerChunks()) return false;
 
@@ -98,14 +102,6 @@ void FolderComparison::AwaitAnswers(const Run& run) const {
             progress_.SetFileName(run.paths[side]);
         });
     }
-}
-
-// Unless the user has said how many. Called when both folders have answered.
-void FolderComparison::AddReadersAtServer(const Run& run) const {
-    if (compare_.Jobs != 0) return;
-    for (const Side side : kBothSides)
-        if (IsOnServer(tools_.volumes, NormalizePath(run.paths[side])))
-            run.context.workers.Grow(kJobsAtServer);
 }
 
 bool FolderComparison::CheckPaths(const Run& run) {

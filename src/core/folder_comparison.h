@@ -59,7 +59,6 @@ class FolderComparison {
     bool Carry(const Run& run, ComparisonResults& found);
     bool ScanBoth(const Run& run);
     void AwaitAnswers(const Run& run) const;
-    void AddReadersAtServer(const Run& run) const;
     bool CheckPaths(const Run& run);
     bool AreOneFolder(const PerSide<std::string>& paths) const;
     bool Scan(Side side, const Run& run, FolderReading* begun, FolderReading* other);

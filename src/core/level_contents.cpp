@@ -6,10 +6,11 @@
 namespace vantrel {
 
 ReadingTerms ContentsAhead::Terms() const {
-    // The files that are open at once, over all workers.
+    // Of the pairs that are open at once, over all workers; as many wait to be closed. A process has 1,024
+    // descriptors.
     constexpr std::size_t kAnnounced = 128;
     return {rule_, sizes_, waits_,
-            std::clamp<std::size_t>(kAnnounced / std::max<std::size_t>(workers_.Count(), 1), 4, 32), turn_};
+            std::clamp<std::size_t>(kAnnounced / std::max<std::size_t>(workers_.Most(), 1), 2, 32), turn_};
 }
 
 // On a disk that rotates a longer run is read in a better order.

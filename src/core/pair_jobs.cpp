@@ -31,7 +31,12 @@ struct OpenPair {
 class RunReader {
   public:
     RunReader(const PairRun& run, const ReadingTerms& terms, const StopFlag& stop)
-        : run_(run), terms_(terms), stop_(stop), verdicts_(run.Count()), open_(run.Count()) {}
+        : run_(run),
+          terms_(terms),
+          stop_(stop),
+          verdicts_(run.Count()),
+          open_(run.Count()),
+          closer_(terms.announced * kBothSides.size()) {}
 
     // `inTurn` where the disk is this job's for now.
     std::vector<PairVerdict> Read(bool waits, bool inTurn) {

@@ -17,7 +17,7 @@ constexpr std::uint64_t kFetchedAtEnd = std::uint64_t{16} << 10;
 
 AnnouncedFiles::AnnouncedFiles(const FileSystem& files, const std::vector<ContentSet>& sets,
                                const ContentTerms& terms)
-    : files_(files), terms_(terms), fromDisk_(BytesReadFromDisk()) {
+    : files_(files), terms_(terms), closer_(terms.openAtOnce), fromDisk_(BytesReadFromDisk()) {
     for (const ContentSet& set : sets)
         for (const ContentFile& file : set) all_.push_back(&file);
 }

@@ -22,10 +22,8 @@ class AnnouncedFiles {
     ReadFile Take(std::uint32_t number);
     // The same for a file that is wanted again.
     ReadFile OpenAgain(std::uint32_t number) const;
-    // Closes it: with others where a job may hold as many open, otherwise at once.
-    void GiveBack(ReadFile file) {
-        if (terms_.openAtOnce >= FileCloser::kMost) closer_.Take(std::move(file));
-    }
+    // Closes it, with others.
+    void GiveBack(ReadFile file) { closer_.Take(std::move(file)); }
     // Whether the bytes came from a disk is told to the jobs to come.
     void TellPace() const;
 

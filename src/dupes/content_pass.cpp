@@ -41,7 +41,7 @@ void ContentPass::FindSets(const FoundFiles& files, const std::vector<DupeRun>& 
 void ContentPass::Look(FoundFiles& files, const std::vector<DupeRun>& runs, const ContentHashMaker& hash) {
     terms_.hash = hash;
     terms_.openAtOnce =
-        std::clamp<std::size_t>(kOpen / std::max<std::size_t>(parts_.workers.Count(), 1), 4, 64);
+        std::clamp<std::size_t>(kOpen / std::max<std::size_t>(parts_.workers.Most(), 1), 4, 64);
     if (parts_.rotates) terms_.turn = std::make_shared<std::mutex>();
     maximum_ = static_cast<std::int64_t>(files.Count());
     started_ = parts_.clock.GetTickCount();

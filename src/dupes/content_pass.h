@@ -24,7 +24,7 @@ class ContentPass {
     };
     // All must outlive the object.
     explicit ContentPass(const Parts& parts)
-        : parts_(parts), jobs_(parts.workers, {.jobs = parts.workers.Count() * 2 + 4}) {}
+        : parts_(parts), jobs_(parts.workers, {.jobs = parts.workers.Most() * 2 + 4}) {}
 
     // Once. Sets `contents` and `hash` of all files of the runs that may be equal to another of their run.
     // The bar goes up to the number of files.

@@ -6,6 +6,7 @@
 
 #include "dupes/content_pass.h"
 #include "dupes/is_criteria_valid.h"
+#include "platform/files/readers.h"
 
 namespace vantrel {
 
@@ -31,10 +32,7 @@ DupeOutcome DuplicateFinder::Find(const DupeSearchOrder& order, Workers& workers
     DupeOutcome outcome = DupeOutcome::Failed;
     try {
         if (!IsCriteriaValid(tools_, workers, order)) return DupeOutcome::Refused;
-        const auto isOnServer = [this](const std::string& folder) {
-            return IsOnServer(tools_.volumes, folder);
-        };
-        if (order.jobs == 0 && std::ranges::any_of(order.folders, isOnServer)) workers.Grow(kJobsAtServer);
+        if (order.jobs == 0) AddReaders(workers, tools_.volumes, order.folders);
         Clear();
         bool whole = false;
         tools_.reporter.Guard("frmFindDuplicates.cmdFindDupes_Click",

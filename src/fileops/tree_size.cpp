@@ -1,12 +1,13 @@
 #include "fileops/tree_size.h"
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/workers.h"
+#include "platform/files/readers.h"
 
 namespace vantrel {
 namespace {
@@ -74,7 +75,7 @@ class TreeCount {
         : tools_(tools),
           cancel_(cancel),
           workers_(WorkerCount(tools.jobs)),
-          jobs_(workers_, {.jobs = 2 * workers_.Count() + 1}) {}
+          jobs_(workers_, {.jobs = 2 * (workers_.Count() == 0 ? 0 : kJobsInWait) + 1}) {}
 
     Error Of(std::string_view path, TreeSize& size) {
         Error error;
@@ -82,8 +83,10 @@ class TreeCount {
             AddJob([files = tools_.files, path = std::string(path)](const Check& check) {
                 return CountTop(files, path, check);
             });
-            while (!jobs_.IsEmpty()) {
+            for (bool hasAnswered = false; !jobs_.IsEmpty(); hasAnswered = true) {
                 CountedFolder counted = jobs_.TakeNext([this] { CheckHere(); });
+                if (!hasAnswered && tools_.jobs && *tools_.jobs == 0)
+                    AddReaders(workers_, tools_.volumes, std::array{std::string(path)});
                 size.bytes += counted.size.bytes;
                 size.files += counted.size.files;
                 size.folders += counted.size.folders;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -12,6 +13,8 @@
 #include <mutex>
 #include <optional>
 #include <utility>
+
+#include "platform/files/disk_reads.h"
 
 namespace vantrel {
 
@@ -35,8 +38,9 @@ std::size_t ProcessorCount();
 std::size_t WorkerCount(std::int32_t jobs);
 // The same where somebody keeps what the user asked for; null: none.
 std::size_t WorkerCount(const std::int32_t* jobs);
-// The threads where the user has not said how many and a server is waited for, and not the processor.
-inline constexpr std::size_t kJobsAtServer = 16;
+// The threads where the user has not said how many and a server or a disk is waited for, and not the
+// processor.
+inline constexpr std::size_t kJobsInWait = 16;
 
 // A few threads below the one that all else runs in. What runs in them is handed in by PendingJob below: jobs
 // that are functions over values, touch nothing but files, and own all that they need for as long as they
@@ -58,6 +62,12 @@ class Workers {
     std::size_t Count() const { return count_; }
     // Adds threads until there are `count`, or kMost. There are never fewer for it, and none after End.
     void Grow(std::size_t count);
+    // While jobs wait for a disk, up to `most` threads run them, which are made when that is found out; the
+    // others rest again soon after nothing comes from a disk any more. For disks that answer many questions
+    // in the time of one. `bytesRead` tells, within a job, what disks have read for its thread so far.
+    void WidenForDisk(std::size_t most, std::uint64_t (*bytesRead)() = BytesReadFromDisk);
+    // The threads that can ever run jobs at the same time.
+    std::size_t Most() const { return std::max(count_, most_); }
     // As the destructor does, and gives the number of threads left behind. While there are any, what they may
     // still touch (SystemCalls) must not be destroyed: the process ends without its destructors. Jobs that
     // were not begun, and those handed in afterwards, run where they are taken.
@@ -101,9 +111,12 @@ class Workers {
     // By the one thread: until the job is done, or so long. It may sleep on for the rest of that time while
     // the threads have plenty to do: to be woken for each of many small jobs costs more than to run them.
     static bool WaitFor(State& state, const Task& task, std::chrono::milliseconds time);
-    static void Loop(const std::shared_ptr<State>& state);
+    // False where there are so many already, or the system has no more.
+    static bool AddThread(const std::shared_ptr<State>& state, std::size_t most);
+    static void Loop(const std::shared_ptr<State>& state, std::size_t number);
+    static void Widen(const std::shared_ptr<State>& state);
 
-    std::size_t count_;
+    std::size_t count_ = 0, most_ = 0;
     std::shared_ptr<State> state_;
 };
 

@@ -109,7 +109,7 @@ struct Options : SoundOptions {
     bool trueSizes{};           // sizes of 2 GiB and more as they are
     bool trueSizesOffered{};    // the user was asked about that
     bool goOnAfterFailure{};    // of an object, with the phases of a synchronisation that follow
-    std::int32_t jobs{};        // files and folders looked at at the same time; 0: one for each processor
+    std::int32_t jobs{};        // files and folders looked at at the same time; 0: as suits
     bool coupleAllScrolling{};  // beside the scroll bars, wheel, keys and touch move both panes
     bool inlineDifferences{};
     bool checkBeforeRemoval{};  // of a duplicate: compared with one that stays, whatever made the group

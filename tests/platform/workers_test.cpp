@@ -116,6 +116,52 @@ TEST(Workers, WhatNoThreadHasBegunCanBeDoneHereAndTheRestIsWaitedFor) {
     EXPECT_THROW(failing.TakeHere(), std::runtime_error);
 }
 
+std::atomic<bool> diskGives{false};
+
+std::uint64_t ReadByDisk() {
+    static thread_local std::uint64_t bytes = 0;
+    return diskGives ? bytes += 4'096 : bytes;
+}
+
+// Runs jobs that wait until so many of them run at the same time, or there were 500; the most that did.
+int MostAtATime(Workers& workers, int wanted) {
+    Queue queue(workers, {.jobs = 40});
+    std::atomic<int> running{0}, most{0};
+    int left = 500;
+    while (left > 0 || !queue.IsEmpty()) {
+        for (; left > 0 && queue.HasRoom(); --left)
+            queue.Add([&](const StopFlag&) {
+                const int now = ++running;
+                for (int before = most; before < now && !most.compare_exchange_weak(before, now);) continue;
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                return --running;
+            });
+        queue.TakeNext([] {});
+        if (most >= wanted) left = 0;
+    }
+    return most;
+}
+
+// Those that the disk called for rest afterwards, are there again when it does once more, and end.
+TEST(Workers, MoreWorkWhileADiskIsWaitedFor) {
+    Workers workers(2);
+    workers.WidenForDisk(6, ReadByDisk);
+    EXPECT_EQ(2, MostAtATime(workers, 3));
+    for (int round = 0; round < 2; ++round) {
+        diskGives = true;
+        EXPECT_EQ(6, MostAtATime(workers, 6));
+        diskGives = false;
+        int most = 6;
+        for (int tries = 0; tries < 100 && most > 2; ++tries) most = MostAtATime(workers, 6);
+        EXPECT_EQ(2, most);
+    }
+    EXPECT_EQ(2U, workers.Count());
+    EXPECT_EQ(6U, workers.Most());
+    workers.Grow(4);
+    EXPECT_EQ(4, MostAtATime(workers, 5));
+    EXPECT_EQ(0U, workers.End());
+}
+
 // However much there is to do, and however long the threads take for it: what is ready is not waited for.
 TEST(Workers, AReadyResultIsTakenWhileAllThreadsHang) {
     Workers workers(2);

@@ -185,8 +185,8 @@ OptionSpec FormatOption(OutputFormat& format) {
 
 OptionSpec JobsOption(std::optional<std::int32_t>& jobs) {
     return {"--jobs", "N",
-            "files and folders looked at at the same time\n(default: one for each processor, or 16 where a\n"
-            "folder lies on a server; 1: one after the other)",
+            "files and folders looked at at the same time\n(default: one for each processor, up to 16 where a\n"
+            "server or a disk is waited for; 1: one after the\nother)",
             [&jobs](std::string_view text) { return TakeCount(text, jobs); }};
 }
 

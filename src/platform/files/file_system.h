@@ -229,12 +229,12 @@ class UnstatedFile {
     ReadFile file_;
 };
 
-// Closes many files with few calls: they stay open until there are kMost of them, or until the object goes.
+// Closes many files with few calls: they stay open until there are enough of them, or until the object goes.
 class FileCloser {
   public:
     static constexpr std::size_t kMost = 64;
 
-    FileCloser() = default;
+    explicit FileCloser(std::size_t enough = kMost) : enough_(enough) {}
     ~FileCloser() { CloseAll(); }
     FileCloser(const FileCloser&) = delete;
     FileCloser& operator=(const FileCloser&) = delete;
@@ -246,6 +246,7 @@ class FileCloser {
 
   private:
     SystemCalls* calls_ = nullptr;
+    std::size_t enough_;
     std::vector<int> fds_;
 };
 

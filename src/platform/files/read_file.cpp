@@ -119,9 +119,9 @@ int ReadFile::OpenIn(const OpenFolder& folder, const char* name, int flags) {
 void FileCloser::Take(ReadFile file) {
     if (!file.IsOpen()) return;
     calls_ = file.calls_;
-    fds_.reserve(kMost);
+    fds_.reserve(enough_);
     fds_.push_back(std::exchange(file.fd_, -1));
-    if (fds_.size() >= kMost) CloseAll();
+    if (fds_.size() >= enough_) CloseAll();
 }
 
 void FileCloser::CloseAll() {

@@ -35,11 +35,6 @@ class Volumes {
     virtual bool IsOnRotatingDisk(std::string_view path) = 0;
 };
 
-// Whether a server answers for `path`.
-inline bool IsOnServer(Volumes& volumes, std::string_view path) {
-    return volumes.GetDriveKind(volumes.GetDriveName(path)) == DriveKind::Remote;
-}
-
 // The mounts of this machine. Reads the mount table when asked, not before. Where it does not name the mount
 // of a path, the uppermost folder of the path's file system is its drive.
 class SystemVolumes : public Volumes {
