@@ -12,10 +12,10 @@
 
 namespace vantrel {
 
-using Clock = std::chrono::steady_clock;
-
 // Held by every thread as well, so that one that is left behind finds it still there.
 struct Workers::State {
+    using Clock = std::chrono::steady_clock;
+
     std::mutex mutex;
     std::condition_variable wanted;  // there is work, or the end was asked for
     std::condition_variable ready;   // the one thread can go on
@@ -47,6 +47,8 @@ std::atomic<std::size_t> leftBehind{0};
 // the thread did not run. More threads than processors gain about as much as jobs wait (B. Goetz et al., Java
 // Concurrency in Practice, 8.2).
 class DiskWatch {
+    using Clock = std::chrono::steady_clock;
+
   public:
     void Begin() { begun_ = Clock::now(); }
     // At the end of a job; true once in a while, where they do.
@@ -225,7 +227,7 @@ void Workers::Widen(const std::shared_ptr<State>& state) {
     std::size_t most = 0;
     {
         const std::lock_guard lock(state->mutex);
-        state->wideUntil = Clock::now() + kWhile;
+        state->wideUntil = State::Clock::now() + kWhile;
         most = state->most;
         state->narrowed.notify_all();
     }
