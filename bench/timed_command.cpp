@@ -64,8 +64,8 @@ double Timing::Most() const {
 std::vector<Timing> Measure(const std::vector<Contender>& contenders, int rounds,
                             const std::function<void()>& before) {
     std::vector<Timing> timings(contenders.size());
-    // What the making of the corpora left to be written would disturb the first rounds; the memory that it left
-    // would be copied, and counted, with every process started here.
+    // What the making of the corpora left to be written would disturb the first rounds; the memory that it
+    // left would be copied, and counted, with every process started here.
     sync();
     malloc_trim(0);
     for (int round = before ? 0 : -1; round < rounds; ++round) {

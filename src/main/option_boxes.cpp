@@ -173,9 +173,8 @@ constexpr auto kBoxes = std::to_array<OptionBox>({
           "Marks the characters that differ within the lines of the difference viewer."),
     Extra("CheckBeforeRemoval", "chkCheckBeforeRemoval", "Compare before a duplicate is removed",
           "Removes a duplicate only when a file that stays was seen to hold the same bytes."),
-    Extra(
-        "Jobs", "txtJobs", "Files looked at at the same time",
-        "How many files and folders are read side by side; 0: as suits the processors, disks and servers."),
+    Extra("Jobs", "txtJobs", "Files looked at at the same time",
+          "How many files and folders are read side by side; 0: as suits the processors, disks and servers."),
     Extra(
         "ProtectedDupeFolders", "txtProtectedDupeFolders", "Folders whose duplicates no rule marks",
         "Files below these folders are marked for removal by hand only; a \"?\" stands between two folders."),

@@ -184,10 +184,11 @@ OptionSpec FormatOption(OutputFormat& format) {
 }
 
 OptionSpec JobsOption(std::optional<std::int32_t>& jobs) {
-    return {"--jobs", "N",
-            "files and folders looked at at the same time\n(default: one for each processor, up to 16 where a\n"
-            "server or a disk is waited for; 1: one after the\nother)",
-            [&jobs](std::string_view text) { return TakeCount(text, jobs); }};
+    return {
+        "--jobs", "N",
+        "files and folders looked at at the same time\n(default: one for each processor, up to 16 where a\n"
+        "server or a disk is waited for; 1: one after the\nother)",
+        [&jobs](std::string_view text) { return TakeCount(text, jobs); }};
 }
 
 OptionSpec ViewOption(std::optional<std::int32_t>& view) {
