@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 #include <numeric>
+#include <utility>
 
 #include "core/content_comparator.h"
 #include "platform/files/small_files.h"
@@ -56,26 +57,37 @@ class RunReader {
                 Open(order[opened]);
                 if (waits) Announce(order[opened]);
             }
-            OpenPair& open = open_[order[at]];
-            if (open.isOpen) Compare(order[at]);
-            for (const Side side : kBothSides) {
-                closer_.Take(std::move(open.unstated[side]));
-                closer_.Take(std::move(open.files[side]));
-            }
+            CompareOpen(order[at]);
         }
         return std::move(verdicts_);
     }
 
   private:
+    // And closes it. Nothing happens where it could not be opened.
+    void CompareOpen(std::size_t i) {
+        OpenPair& open = open_[i];
+        if (std::exchange(open.isOpen, false)) Compare(i);
+        for (const Side side : kBothSides) {
+            closer_.Take(std::move(open.unstated[side]));
+            closer_.Take(std::move(open.files[side]));
+        }
+    }
+
     // Most pairs are small and alike: for these nothing need be known but their bytes. The rest is looked at
     // pair by pair, and so are all that follow once that is too many.
     void CompareSmall() {
         for (const Side side : kBothSides)
             if (!SmallFiles::Suits(run_.Folder(side))) return;
+        std::size_t i = 0;
+        if (std::ranges::any_of(kBothSides,
+                                [&](Side side) { return SmallFiles::AsksForMore(run_.Folder(side)); })) {
+            Open(i);
+            CompareOpen(i++);
+        }
         SmallFiles files;
         std::vector<std::size_t> pairs;
         std::size_t others = 0;
-        for (std::size_t i = 0; i < run_.Count() && others * 4 <= pairs.size() && !stop_.IsRequested();) {
+        while (i < run_.Count() && others * 4 <= pairs.size() && !stop_.IsRequested()) {
             files.Clear();
             pairs.clear();
             for (; i < run_.Count() && files.Count() < SmallFiles::kMost; ++i) {

@@ -16,6 +16,7 @@
 #include "core/comparison_support.h"
 #include "support/fake_volumes.h"
 #include "support/faulty_system_calls.h"
+#include "support/plain_user.h"
 
 namespace vantrel::testing {
 namespace {
@@ -106,6 +107,24 @@ TEST(ComparisonWorkers, TreesGiveTheSameInTheSameOrder) {
             }
         }
     }
+}
+
+// Their access times cannot be kept, which the system says of each file that it is asked for.
+TEST(ComparisonWorkers, FilesOfSomebodyElseAreComparedAsOnesOwn) {
+    std::mt19937 random(17);
+    ComparisonBench bench;
+    MakeTrees(bench, random);
+    bench.compare.CompareMethod = CompareMethod::Contents;
+    const Result own = RunWith(bench, 1);
+    std::filesystem::permissions(bench.folder.Path(), std::filesystem::perms::others_exec,
+                                 std::filesystem::perm_options::add);
+    const TempFolder ofTheOther;
+    AsPlainUser(ofTheOther, [&] {
+        const Result others = RunWith(bench, kJobs);
+        EXPECT_EQ(others.rows, own.rows);
+        EXPECT_EQ(others.records, own.records);
+        EXPECT_EQ(others.percentages, own.percentages);
+    });
 }
 
 // A folder with very many entries is read in slices, at the top and below.

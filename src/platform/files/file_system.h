@@ -172,6 +172,7 @@ class OpenFolder {
     FileTime made_;
     FileSystemTraits traits_;
     bool listed_ = false;
+    bool isOfAnother_ = false;                          // another user, who may do all with it
     mutable std::atomic<bool> keepsAccessTimes_{true};  // until that is refused for a file
 };
 

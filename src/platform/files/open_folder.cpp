@@ -1,5 +1,6 @@
 #include <dirent.h>
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <climits>
@@ -128,6 +129,7 @@ OpenFolder& OpenFolder::operator=(OpenFolder&& other) noexcept {
     std::swap(made_, other.made_);
     std::swap(traits_, other.traits_);
     std::swap(listed_, other.listed_);
+    std::swap(isOfAnother_, other.isOfAnother_);
     keepsAccessTimes_ = other.keepsAccessTimes_.exchange(keepsAccessTimes_);
     return *this;
 }
@@ -258,8 +260,10 @@ int OpenFolder::OpenAt(SystemCalls& calls, int base, const char* path, const Ope
     if (opened.fd_ < 0) return opened.fd_;
     struct statx found;
     const int result =
-        calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_INO | STATX_BTIME, found);
+        calls.StatxAt(opened.fd_, "", AT_EMPTY_PATH, STATX_TYPE | STATX_INO | STATX_UID | STATX_BTIME, found);
     if (result != 0) return result;
+    const auto user = geteuid();
+    opened.isOfAnother_ = user != 0 && found.stx_uid != user;
     opened.id_ = IdOf(found);
     opened.traits_ = above != nullptr && above->id_.device == opened.id_.device
                          ? above->traits_

@@ -19,6 +19,11 @@ class SmallFiles {
 
     // Whether the file system of the folder is known for files that keep no reader waiting.
     static bool Suits(const OpenFolder& folder) { return folder.traits_.readsWholePages; }
+    // Whether one file should be opened by itself first: the folder is somebody else's, and so its files may
+    // be, whose access times this user cannot keep. What is asked for them is refused for all at once here.
+    static bool AsksForMore(const OpenFolder& folder) {
+        return folder.isOfAnother_ && folder.keepsAccessTimes_.load(std::memory_order_relaxed);
+    }
 
     SmallFiles() { names_.reserve(kMost), files_.reserve(kMost); }
     std::size_t Count() const { return files_.size(); }
