@@ -1,6 +1,5 @@
 #include "core/folder_comparison.h"
 
-#include <algorithm>
 #include <optional>
 
 #include "core/file_rows.h"
@@ -190,10 +189,8 @@ bool FolderComparison::OfferSmallerChunks() {
 // Null where neither folder is on a disk that rotates, or nobody asks.
 std::shared_ptr<std::mutex> FolderComparison::TurnsOnDisk(const ComparisonContext& context) const {
     if (context.workers.Count() == 0 || compare_.CompareMethod == CompareMethod::SizeAndDate) return nullptr;
-    const bool rotates = std::any_of(dirs_.begin(), dirs_.end(), [this](const CDir& dir) {
-        return tools_.volumes.IsOnRotatingDisk(dir.Path());
-    });
-    return rotates ? std::make_shared<std::mutex>() : nullptr;
+    const std::array folders{dirs_[0].Path(), dirs_[1].Path()};
+    return AnyRotates(tools_.volumes, folders) ? std::make_shared<std::mutex>() : nullptr;
 }
 
 bool FolderComparison::CompareContent(const ComparisonContext& context, ComparisonResults& found) {

@@ -89,9 +89,7 @@ void DuplicateFinder::ShowDupes(FoundFiles files, const DupeSearchOrder& order, 
     check();
     std::vector<DupeRun> runs = OrderByCriteria(files, order.criteria, check);
     if (order.criteria.contents) {
-        const bool rotates = std::any_of(
-            order.folders.begin(), order.folders.end(),
-            [this](const std::string& folder) { return tools_.volumes.IsOnRotatingDisk(folder); });
+        const bool rotates = AnyRotates(tools_.volumes, order.folders);
         progress_.SetStatus(found + " Searching for duplicates.  Press ESC to cancel the search...");
         check();
         cache_.UseMethod(order.hashMethod);
